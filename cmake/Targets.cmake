@@ -1,0 +1,49 @@
+# SPDX-License-Identifier: MIT
+# How the project's libraries and tests are made: one of each per folder, from all the sources in it.
+
+add_library(lumenvale_options INTERFACE)
+target_compile_features(lumenvale_options INTERFACE cxx_std_20)
+target_compile_options(lumenvale_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Wcast-align
+  $<$<BOOL:${LUMENVALE_WERROR}>:-Werror>)
+if(LUMENVALE_SANITIZE)
+  target_compile_options(lumenvale_options INTERFACE
+    -fsanitize=${LUMENVALE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(lumenvale_options INTERFACE -fsanitize=${LUMENVALE_SANITIZE})
+endif()
+
+# lumenvale_library(NAME folder): a static library `lumenvale_<NAME>` of every source directly in this folder.
+# LINK names what its headers need.
+function(lumenvale_library name)
+  cmake_parse_arguments(arg "QT" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.mm)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(lumenvale_${name} STATIC ${sources})
+  target_include_directories(lumenvale_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(lumenvale_${name} PUBLIC lumenvale_options ${arg_LINK})
+  if(arg_QT)
+    set_target_properties(lumenvale_${name} PROPERTIES AUTOMOC ON)
+    target_compile_definitions(lumenvale_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY)
+  endif()
+endfunction()
+
+# lumenvale_test(NAME): the executable `<NAME>_tests` of every source in this folder. LINK names the libraries
+# under test, and nothing else is linked: that proves the layers.
+function(lumenvale_test name)
+  cmake_parse_arguments(arg "QT" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_tests ${sources})
+  target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name}_tests PRIVATE ${arg_LINK} lumenvale_options)
+  if(arg_QT)
+    set_target_properties(${name}_tests PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name}_tests PRIVATE GTest::gtest)
+  else()
+    target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
+  endif()
+  gtest_discover_tests(${name}_tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Preferences that last as long as the object. For try-outs and tests.
+#pragma once
+
+#include "base/UserDefaults.h"
+
+#include <map>
+#include <string>
+
+namespace lumenvale {
+
+class MemoryUserDefaults final : public UserDefaults {
+public:
+    std::optional<PropertyValue> value(const std::string& key) const override;
+    void set(const std::string& key, std::optional<PropertyValue> next) override;
+    PropertyDictionary domain(const std::string& name) const override;
+    Subscription observeFailures(std::function<void(const std::string&)> observer) override;
+    void flush() override {}
+
+    std::map<std::string, PropertyValue> values;
+    std::map<std::string, PropertyDictionary> domains;
+    /// When not empty, `set` changes nothing and reports this text.
+    std::string failure;
+
+private:
+    Signal<const std::string&> failures;
+};
+
+} // namespace lumenvale

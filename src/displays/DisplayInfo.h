@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// The value that the whole program passes around for one connected display, and the rules that all who use it
+// share: quantising, stepping and the texts shown to the user. Pure; any thread.
+#pragma once
+
+#include "displays/ControlMethod.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace lumenvale {
+
+struct DisplayInfo {
+    std::string id;              ///< the display's UUID in canonical form, or "display-" and its number
+    std::uint32_t displayID = 0; ///< the system's number; valid only while connected
+    std::string name;
+    bool isBuiltIn = false;
+    bool isMain = false;
+    std::uint32_t vendor = 0;
+    std::uint32_t model = 0;
+    std::uint32_t serial = 0;
+    std::int64_t pixelWidth = 0; ///< of the current mode; 0 without one
+    std::int64_t pixelHeight = 0;
+    std::int64_t logicalWidth = 0; ///< of the screen's frame, in points
+    std::int64_t logicalHeight = 0;
+    double refreshRate = 0.0; ///< hertz; 0 where the system reports none
+
+    std::string nativeResolution = "Not reported";
+    std::string connection = "Not reported";
+    std::string hardwareSerial = "Not reported";
+    ControlMethod method = ControlMethod::unavailable;
+    std::optional<double> brightness; ///< 0.0 to 1.0
+    std::uint16_t maximum = 100;      ///< of the DDC/CI luminance scale; without meaning for other methods
+    std::string status = "Checking hardware…";
+    std::optional<std::string> error;
+
+    bool operator==(const DisplayInfo& other) const = default;
+};
+
+/// `uuid` where the system gives one, else "display-" and the decimal display number.
+std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32_t displayID);
+
+/// The nearest brightness that the display can take: not finite gives 0, everything is clamped to 0…1, and a
+/// DDC display's value becomes a whole multiple of 1/maximum (halves away from zero).
+double quantise(const DisplayInfo& display, double value);
+
+/// One step from `value` (0.0 when absent) in the direction of the sign of `direction`: one of `hardwareUnits`
+/// when given and not 0, else 0.001. Clamped to 0…1.
+double step(int direction, std::optional<std::uint16_t> hardwareUnits, std::optional<double> value);
+
+/// The same with the display's own units and brightness.
+double step(const DisplayInfo& display, int direction);
+
+/// "42%", with as many digits as the display's scale has; "—" while the brightness is unknown.
+std::string percentageText(const DisplayInfo& display);
+
+/// The percentage that `value` shows as on this display.
+std::string percentageText(const DisplayInfo& display, std::optional<double> value);
+
+std::string stepSizeText(const DisplayInfo& display);
+std::string rawValueText(const DisplayInfo& display);
+std::string rangeText(const DisplayInfo& display);
+
+} // namespace lumenvale

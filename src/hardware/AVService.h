@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// A display's I2C channel, at the level of bytes. Hardware thread only; shared ownership keeps it open.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace lumenvale {
+
+class AVService {
+public:
+    virtual ~AVService() = default;
+
+    /// Writes `bytes` to the 7-bit `chipAddress`, `dataAddress` going in front of them on the wire.
+    /// Returns 0, or the system's failure code.
+    virtual int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
+                         std::span<const std::uint8_t> bytes) = 0;
+
+    /// Fills `bytes` from the 7-bit `chipAddress`. Returns 0, or the system's failure code; what was read before
+    /// a failure may be in `bytes`.
+    virtual int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) = 0;
+};
+
+} // namespace lumenvale

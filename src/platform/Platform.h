@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Everything that differs between systems, made in one place. Only `main` and the factories name the types
+// behind these interfaces; the build picks the native folder.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/MainThread.h"
+#include "base/UserDefaults.h"
+#include "displays/Diagnostics.h"
+#include "displays/ScreenSource.h"
+#include "displays/SystemEvents.h"
+#include "hardware/DisplayHardware.h"
+#include "preferences/StartupService.h"
+#include "presets/HotKeyService.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <tl/expected.hpp>
+
+namespace lumenvale {
+
+/// Receives one line of the log, without its end. Any thread.
+using LogSink = std::function<void(const std::string&)>;
+
+struct PlatformOptions {
+    std::optional<std::string> simulationFolder; ///< monitors are the files in it; none: the real displays
+    bool hasWindowSystem = false;                ///< a QGuiApplication exists
+    LogSink log;                                 ///< empty: nothing is logged
+};
+
+/// Declared in the order of construction: what stands first outlives what follows.
+struct Platform {
+    std::unique_ptr<UserDefaults> defaults;
+    std::unique_ptr<ScreenSource> screens;
+    std::unique_ptr<SystemEvents> events;
+    std::unique_ptr<Diagnostics> diagnostics;
+    std::unique_ptr<StartupService> startup;
+    std::unique_ptr<HotKeyService> hotKeys; ///< null without a window system
+    HardwareAccess hardware;
+};
+
+/// Makes the platform: simulated where the options name a folder, else the native one. Main thread, after the
+/// application object. The error is a whole sentence for the user.
+tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options, Clock& clock,
+                                                 MainThread& mainThread);
+
+/// The native part of `makePlatform`, defined once per system.
+Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& mainThread);
+
+} // namespace lumenvale

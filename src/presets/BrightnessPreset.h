@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// A named set of brightness levels, and its stored form.
+#pragma once
+
+#include "base/PropertyList.h"
+#include "base/Uuid.h"
+#include "presets/PresetShortcut.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <tl/expected.hpp>
+#include <vector>
+
+namespace lumenvale {
+
+struct BrightnessPreset {
+    Uuid id;
+    std::string name; ///< as typed; may be blank
+    std::optional<PresetShortcut> shortcut;
+    std::map<std::string, double> values;            ///< level 0.0 to 1.0 by display identifier
+    std::map<std::string, std::string> displayNames; ///< by display identifier, from when the level was captured
+
+    bool operator==(const BrightnessPreset& other) const = default;
+};
+
+/// The name, or "Untitled preset" when it holds nothing but white space.
+std::string displayName(const BrightnessPreset& preset);
+
+/// The first of F16 to F20 that none of `presets` uses, without modifiers; none when all are taken.
+std::optional<PresetShortcut> defaultShortcut(const std::vector<BrightnessPreset>& presets);
+
+/// The presets as one JSON array in UTF-8, or why they cannot be encoded.
+tl::expected<PropertyData, std::string> encodePresets(const std::vector<BrightnessPreset>& presets);
+
+/// Reads what `encodePresets` wrote. Strict: one missing or mistyped required key fails the whole document;
+/// unknown keys are ignored. The error says what was expected and where.
+tl::expected<std::vector<BrightnessPreset>, std::string> decodePresets(const PropertyData& data);
+
+} // namespace lumenvale
