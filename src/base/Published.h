@@ -30,6 +30,13 @@ public:
         value = std::move(next);
     }
 
+    /// `set`, unless the value is equal already.
+    void setIfChanged(T next)
+    {
+        if (!(value == next))
+            set(std::move(next));
+    }
+
     /// Changes a copy through `change` and stores it as `set` does. Reuses the copy's memory from call to call.
     template <typename Change>
     void modify(Change&& change)

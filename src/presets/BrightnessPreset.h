@@ -30,11 +30,20 @@ std::string displayName(const BrightnessPreset& preset);
 /// The first of F16 to F20 that none of `presets` uses, without modifiers; none when all are taken.
 std::optional<PresetShortcut> defaultShortcut(const std::vector<BrightnessPreset>& presets);
 
-/// The presets as one JSON array in UTF-8, or why they cannot be encoded.
+/// The presets as one JSON array in UTF-8, or why they cannot be encoded (a level that is not finite). Bytes of a
+/// text that are not UTF-8 become U+FFFD.
+///
+///     [{"id": "37D8832A-…", "name": "Evening",
+///       "shortcut": {"functionKey": 0, "command": true, "option": false, "control": false, "shift": true,
+///                    "recordedKeyCode": 40, "recordedKeyLabel": "K"},
+///       "values": {"display-2": 0.43}, "displayNames": {"display-2": "Studio 27"}}]
+///
+/// "shortcut", "recordedKeyCode" and "recordedKeyLabel" are left out when absent.
 tl::expected<PropertyData, std::string> encodePresets(const std::vector<BrightnessPreset>& presets);
 
 /// Reads what `encodePresets` wrote. Strict: one missing or mistyped required key fails the whole document;
-/// unknown keys are ignored. The error says what was expected and where.
+/// unknown keys are ignored, and so is null for a key that may be absent. A level that is not a number is read
+/// as NaN and left to `PresetStore` to drop. The error says what was expected and where.
 tl::expected<std::vector<BrightnessPreset>, std::string> decodePresets(const PropertyData& data);
 
 } // namespace lumenvale

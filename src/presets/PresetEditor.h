@@ -36,6 +36,12 @@ struct PresetEditingSession {
     bool operator==(const PresetEditingSession& other) const = default;
 };
 
+/// While brightness that the editor itself has requested is on its way to the displays, what they show does not
+/// count as a change from outside; it is checked once when the last write has ended.
+///
+/// Preferences: "settingsDisplay" is the display that the Displays page shows first when the window is opened
+/// without naming one. "settingsPreset" is the preset that was selected last: after a start it counts as active
+/// again, without being applied, if the first displays that become known still have its levels.
 class PresetEditor {
 public:
     /// All references must outlive the editor.
@@ -53,33 +59,66 @@ public:
     std::function<void()> shortcutRecordingChanged;
 
     /// Applies a preset from outside the settings window.
-    void activate(const Uuid& id);
+    void activate(Uuid id);
+    /// Shows a display or a preset in the settings window, or neither. A preset is also applied while the window
+    /// is visible. Without `force`, selecting what is selected does nothing.
     void select(const std::optional<SettingsSelection>& next, bool force = false);
-    /// The settings window was shown.
+    /// The settings window was shown. `preferred` names the display to show first, by its identifier or as
+    /// "display-" and its number.
     void show(const std::optional<std::string>& preferred);
     void selectTab(SettingsTab tab);
     void addPresetFromCurrentLevels();
-    void deletePreset(const Uuid& id);
+    void deletePreset(Uuid id);
     /// A live edit on the preset page.
-    void setLevel(const Uuid& presetID, const DisplayInfo& display, double value);
+    void setLevel(Uuid presetID, const DisplayInfo& display, double value);
     /// Restores the session's saved preset; false when there is no session to revert.
     bool revert();
-    void startRecording(const Uuid& id);
+    void startRecording(Uuid id);
     void cancelRecording();
-    /// True when the event was consumed.
+    /// Offers an event to a recording in progress; true when it was consumed.
     bool handleKeyEvent(const KeyEvent& event);
-    /// The display list or a level changed.
+    /// The display list or a level changed; `changed` holds the whole list or the displays that changed. May be
+    /// called from within a notification of the display list.
     void displaysChanged(const std::vector<DisplayInfo>& changed);
-    /// The settings window lost the focus: ends a recording.
+    /// The settings window lost the focus: ends a recording, and closes the editing session by starting it anew
+    /// from the preset as it is stored now. The page can be edited on, but what was changed before stays.
     void settingsResignedKey();
-    /// The settings window closed: ends recording, operation and session.
+    /// The settings window closed: ends the recording, the operation (a preset that waits for earlier writes is
+    /// no longer applied) and the session.
     void settingsClosed();
 
     bool settingsVisible() const { return isVisible; }
 
 private:
+    enum class Trigger { activation, selection };
+
+    static constexpr char settingsPresetKey[] = "settingsPreset";
+    static constexpr char settingsDisplayKey[] = "settingsDisplay";
+
+    void cancelOperation();
+    void startApplying(const Uuid& id, Trigger trigger);
+    Task<> applyPreset(Uuid id, std::int64_t started, Trigger trigger);
+    Task<> addPreset(std::int64_t started);
+    void showAddedPreset(const BrightnessPreset& added);
+    void startWrites(const std::map<std::string, double>& levels);
+    Task<> finishWrites();
+    void deactivateIfDifferent(const std::vector<DisplayInfo>& shown);
+    void restoreActivePreset();
+    void replaceLostDisplay();
+    bool selectActivePreset();
+    std::optional<SettingsSelection> firstDisplay() const;
+
     bool isVisible = false;
-    // to be completed
+    PresetDisplayControlling& displays;
+    PresetStore& presets;
+    UserDefaults& defaults;
+    std::int64_t generation = 0;      ///< grows with each operation and each cancellation
+    std::optional<Uuid> preparingID;  ///< the preset that will be applied when earlier writes have ended
+    std::optional<Uuid> restorableID; ///< the preset that may still prove to be active after a start
+    bool writesAreOurs = false;       ///< levels that the editor requested are on their way
+    std::optional<std::string> preferredDisplayID;
+    TaskHandle settling; ///< waits for our writes to end
+    TaskHandle operation;
 };
 
 } // namespace lumenvale

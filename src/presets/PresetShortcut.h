@@ -46,7 +46,9 @@ struct KeyEvent {
     bool isRepeat = false;
     std::uint32_t keyCode = 0;   ///< Macintosh virtual key code
     std::uint32_t modifiers = 0; ///< KeyModifier bits; others are ignored
-    std::string characters;      ///< what the key types without modifiers; may be empty
+    /// What the key types without modifiers, in UTF-8; may be empty. Upper-cased by whoever makes the event and
+    /// has the system's Unicode tables; of what comes in lower case, only ASCII letters are upper-cased here.
+    std::string characters;
 };
 
 /// The virtual key code of function key 1 to 20; none for other numbers.

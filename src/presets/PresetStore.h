@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "base/Signal.h"
 #include "base/UserDefaults.h"
 #include "displays/DisplayInfo.h"
 #include "presets/BrightnessPreset.h"
@@ -18,14 +19,15 @@ namespace lumenvale {
 
 class PresetStore {
 public:
-    /// Loads the presets. What cannot be read gives an empty list and stays where it is until the next save,
-    /// which copies it aside first. `defaults` must outlive the store.
+    /// Loads the presets from "brightnessPresets". What cannot be read gives an empty list and stays where it is
+    /// until the next save, which first copies it to "brightnessPresets.unreadable" or, where something else was
+    /// copied there before, to "brightnessPresets.unreadable.2" and so on. `defaults` must outlive the store.
     explicit PresetStore(UserDefaults& defaults);
 
     Published<std::vector<BrightnessPreset>> presets;
     /// What to show beside a preset's shortcut.
     Published<std::map<Uuid, std::string>> shortcutErrors;
-    /// The last save's failure.
+    /// The last save's failure, whether it was noticed at once or while the preferences were brought to the disk.
     Published<std::optional<std::string>> persistenceError{std::nullopt};
 
     /// Called after each change that can alter the set of shortcuts.
@@ -36,7 +38,7 @@ public:
     BrightnessPreset addPreset(std::map<std::string, double> values,
                                std::map<std::string, std::string> displayNames);
     void deletePreset(const Uuid& id);
-    /// Replaces the preset that has the same id.
+    /// Replaces the preset that has the same id, whole.
     void update(const BrightnessPreset& changed);
     void rename(const Uuid& id, const std::string& name);
     /// Records a level, normalised for the display. Ignores a value that is not finite.
@@ -46,7 +48,17 @@ public:
     void save();
 
 private:
-    // to be completed
+    template <typename Change>
+    void modify(const Uuid& id, Change change);
+    std::string nextDefaultName() const;
+    void setShortcutError(const Uuid& id, std::optional<std::string> message);
+    void setPersistenceError(const std::string& words);
+    void keepUnreadable();
+    void announceShortcuts();
+
+    UserDefaults& defaults;
+    bool storedIsUnreadable = false; ///< what is stored did not decode and has not been copied aside
+    Subscription failures;
 };
 
 } // namespace lumenvale

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+#include "presets/BrightnessPreset.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <nlohmann/json.hpp>
+
+namespace lumenvale {
+namespace {
+
+using Json = nlohmann::json;
+
+const Uuid eveningID = *Uuid::parse("37D8832A-2D66-02CA-B9F7-8F30A301B230");
+
+PropertyData bytes(const std::string& text) { return PropertyData(text.begin(), text.end()); }
+std::string text(const PropertyData& data) { return std::string(data.begin(), data.end()); }
+
+BrightnessPreset evening()
+{
+    BrightnessPreset preset{eveningID, " Evening “1/2” ", PresetShortcut(), {}, {}};
+    preset.shortcut->command = preset.shortcut->shift = true;
+    preset.shortcut->recordedKeyCode = 4294967295;
+    preset.shortcut->recordedKeyLabel = "⎋";
+    preset.values = {{"display-2", 0.1 + 0.2}, {"display-3", 1.0}, {"", 0.0}};
+    preset.displayNames = {{"display-2", "Büro \"links\"\n"}};
+    return preset;
+}
+
+Json document() { return Json::parse(encodePresets({evening()}).value()); }
+
+std::string problemOf(const Json& changed)
+{
+    const auto decoded = decodePresets(bytes(changed.dump()));
+    return decoded ? "" : decoded.error();
+}
+
+TEST(PresetJson, DecodingWhatWasEncodedGivesTheSamePresets)
+{
+    BrightnessPreset bare{Uuid::random(), "", std::nullopt, {}, {}};
+    BrightnessPreset functionKey{Uuid::random(), "B", PresetShortcut(), {{"x", 5e-324}}, {}};
+    functionKey.shortcut->functionKey = -20;
+    for (const auto& list : {std::vector<BrightnessPreset>(), {evening()}, {bare, evening(), functionKey}})
+        EXPECT_EQ(decodePresets(encodePresets(list).value()), list);
+}
+
+TEST(PresetJson, TheDocumentHasTheFieldsNamesInTheirOrderAndLeavesOutWhatIsAbsent)
+{
+    BrightnessPreset preset = evening();
+    preset.name = "A";
+    preset.values = {{"display-2", 0.5}};
+    preset.displayNames = {{"display-2", "B"}};
+    preset.shortcut = PresetShortcut();
+    preset.shortcut->functionKey = 16;
+    EXPECT_EQ(text(encodePresets({preset}).value()),
+              R"([{"id":"37D8832A-2D66-02CA-B9F7-8F30A301B230","name":"A",)"
+              R"("shortcut":{"functionKey":16,"command":false,"option":false,"control":false,"shift":false},)"
+              R"("values":{"display-2":0.5},"displayNames":{"display-2":"B"}}])");
+    EXPECT_EQ(text(encodePresets({}).value()), "[]");
+}
+
+TEST(PresetJson, OneMissingRequiredKeyFailsTheDocument)
+{
+    for (const char* key : {"id", "name", "values", "displayNames"}) {
+        Json changed = Json::array({document()[0], document()[0]});
+        changed[1].erase(key);
+        EXPECT_EQ(problemOf(changed), std::string("[1]: the key \"") + key + "\" is missing");
+    }
+    for (const char* key : {"functionKey", "command", "option", "control", "shift"}) {
+        Json changed = document();
+        changed[0]["shortcut"].erase(key);
+        EXPECT_EQ(problemOf(changed), std::string("[0].shortcut: the key \"") + key + "\" is missing");
+    }
+}
+
+TEST(PresetJson, AMistypedKeyFailsTheDocumentAndIsNamed)
+{
+    const Json values[] = {nullptr, true, 1, -1, 1.5, "text", Json::array(), Json::object({{"a", Json::array()}})};
+    const auto accepts = [](const std::string& key, const Json& value) {
+        if (key == "command")
+            return value.is_boolean();
+        if (key == "functionKey")
+            return value.is_number_integer();
+        if (key == "recordedKeyCode")
+            return value == Json(1) || value.is_null();
+        if (key == "recordedKeyLabel")
+            return value.is_string() || value.is_null();
+        if (key == "name")
+            return value.is_string();
+        return key == "values" ? value.is_object() : key == "shortcut" && value.is_null();
+    };
+    for (const Json& value : values) {
+        for (const char* key : {"id", "name", "shortcut", "values", "displayNames"}) {
+            Json changed = document();
+            changed[0][key] = value;
+            const std::string place = std::string("[0].") + key;
+            EXPECT_EQ(problemOf(changed).empty(), accepts(key, value)) << key << value;
+            EXPECT_TRUE(accepts(key, value) || problemOf(changed).starts_with(place)) << problemOf(changed);
+        }
+        for (const char* key : {"functionKey", "command", "recordedKeyCode", "recordedKeyLabel"}) {
+            Json changed = document();
+            changed[0]["shortcut"][key] = value;
+            EXPECT_EQ(problemOf(changed).empty(), accepts(key, value)) << key << value;
+        }
+        EXPECT_NE(problemOf(Json::array({value})), "");
+        EXPECT_EQ(problemOf(value).empty(), value.is_array());
+    }
+    Json changed = document();
+    changed[0]["displayNames"]["display-9"] = 7;
+    EXPECT_EQ(problemOf(changed), "[0].displayNames[\"display-9\"]: expected a string, found number");
+}
+
+TEST(PresetJson, IntegersHaveTheirRange)
+{
+    for (const char* number : {"4294967296", "-1", "18446744073709551615", "7.0", "1e3"}) {
+        std::string changed = document().dump();
+        changed.replace(changed.find("4294967295"), 10, number);
+        EXPECT_FALSE(decodePresets(bytes(changed))) << number;
+    }
+    Json changed = document();
+    changed[0]["shortcut"]["functionKey"] = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(problemOf(changed), "");
+    changed[0]["shortcut"]["functionKey"] = std::uint64_t{1} << 63;
+    EXPECT_NE(problemOf(changed), "");
+}
+
+TEST(PresetJson, UnknownKeysOptionalNullsAndIdentitiesInLowerCaseAreAccepted)
+{
+    Json changed = document();
+    changed[0]["colour"] = Json::parse(R"({"deep":[1,{"er":null}]})");
+    changed[0]["shortcut"]["hyper"] = true;
+    changed[0]["shortcut"]["recordedKeyLabel"] = nullptr;
+    changed[0]["id"] = "37d8832a-2d66-02ca-b9f7-8f30a301b230";
+    changed[0]["values"] = Json::parse(R"({"a":1,"b":"0.5","c":null,"d":false})");
+    const auto decoded = decodePresets(bytes(changed.dump()));
+    ASSERT_TRUE(decoded) << decoded.error();
+    EXPECT_EQ(decoded->at(0).id, eveningID);
+    EXPECT_EQ(decoded->at(0).shortcut->recordedKeyLabel, std::nullopt);
+    EXPECT_EQ(decoded->at(0).values.at("a"), 1.0);
+    for (const char* display : {"b", "c", "d"})
+        EXPECT_TRUE(std::isnan(decoded->at(0).values.at(display))) << "left to the store to drop";
+}
+
+TEST(PresetJson, EveryTruncationAndRubbishIsRefusedWithoutHarm)
+{
+    const PropertyData whole = encodePresets({evening()}).value();
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_FALSE(
+            decodePresets(PropertyData(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))));
+    for (const char* rubbish : {"null", "{}", "[]]", "[1e999]", "\xFF\xFE", "[\"\xC3\x28\"]", "bplist00"})
+        EXPECT_FALSE(decodePresets(bytes(rubbish))) << rubbish;
+    EXPECT_FALSE(decodePresets(PropertyData(1000, 0)));
+}
+
+TEST(PresetJson, NestingOfAnyDepthIsRefusedWithoutHarm)
+{
+    constexpr std::size_t depth = 100'000;
+    EXPECT_FALSE(decodePresets(PropertyData(depth, '[')));
+    std::string objects;
+    for (std::size_t i = 0; i < depth; ++i)
+        objects += "{\"a\":";
+    EXPECT_FALSE(decodePresets(bytes(objects)));
+    std::string whole = document().dump();
+    whole.insert(2, "\"unknown\":" + std::string(depth, '[') + std::string(depth, ']') + ",");
+    EXPECT_TRUE(decodePresets(bytes(whole)));
+}
+
+TEST(PresetJson, LevelsThatAreNoNumbersCannotBeEncodedAndBrokenTextsAreMended)
+{
+    for (const double level : {std::nan(""), HUGE_VAL}) {
+        BrightnessPreset preset = evening();
+        preset.values["display-2"] = level;
+        EXPECT_FALSE(encodePresets({preset}));
+    }
+    BrightnessPreset preset = evening();
+    preset.displayNames["display-2"] = "A\xFFZ";
+    EXPECT_EQ(decodePresets(encodePresets({preset}).value())->at(0).displayNames.at("display-2"), "A\uFFFDZ");
+}
+
+TEST(BrightnessPreset, ANameOfAnyKindOfWhiteSpaceIsShownAsUntitledAndAnyOtherUnchanged)
+{
+    BrightnessPreset preset;
+    for (const char* blank : {"", "   ", "\t\n\r\v\f", "\u00A0\u2003\u3000\u2028 \xC2\x85"}) {
+        preset.name = blank;
+        EXPECT_EQ(displayName(preset), "Untitled preset") << '"' << blank << '"';
+    }
+    for (const char* name : {" a ", "\u00A0.", "\xE2\x80", "\xC2", "夜"}) {
+        preset.name = name;
+        EXPECT_EQ(displayName(preset), name);
+    }
+}
+
+TEST(BrightnessPreset, TheDefaultShortcutIsTheFirstFreeOfF16ToF20)
+{
+    std::vector<BrightnessPreset> presets;
+    const auto use = [&](std::int64_t number) { presets.emplace_back().shortcut.emplace().functionKey = number; };
+    use(16);
+    use(19);
+    use(17);
+    use(0);
+    presets.back().shortcut->recordedKeyCode = 79; // the code of F18
+    presets.emplace_back();
+    PresetShortcut expected;
+    expected.functionKey = 18;
+    EXPECT_EQ(defaultShortcut(presets), expected);
+    use(18);
+    use(20);
+    EXPECT_EQ(defaultShortcut(presets), std::nullopt);
+}
+
+} // namespace
+} // namespace lumenvale
