@@ -10,7 +10,8 @@ namespace lumenvale {
 
 enum class AppPresentation { menuBar, dock, both };
 
-constexpr std::array allPresentations = {AppPresentation::menuBar, AppPresentation::dock, AppPresentation::both};
+inline constexpr std::array allPresentations = {AppPresentation::menuBar, AppPresentation::dock,
+                                                AppPresentation::both};
 
 /// The stored form: "menuBar", "dock", "both".
 std::string_view rawValue(AppPresentation presentation);
