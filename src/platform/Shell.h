@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+// How the desktop lets a program show itself: status item, Dock, floating panel. One small interface each,
+// implemented per system and called by the application delegate on the main thread. Coordinates are those of
+// the window toolkit: device-independent, y grows downward.
+#pragma once
+
+#include "base/Geometry.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumenvale {
+
+/// One row of a menu that the system shows for us.
+struct MenuEntry {
+    std::string id; ///< distinct and stable within its menu; empty: a separator, and nothing else counts
+    std::string title;
+    bool isCheckable = false;
+    bool isChecked = false;
+    std::function<void()> action;
+    std::vector<std::string> arguments; ///< of the program: started with them, it does the same
+};
+using Menu = std::vector<MenuEntry>;
+
+/// Rows from the top, each pixel 0xAARRGGBB, not premultiplied.
+struct Bitmap {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+/// What a status item shows and whom it calls.
+struct StatusItemContent {
+    std::string title; ///< for screen readers
+    std::string toolTip;
+    /// The image in black on nothing, at the given pixels per point. The system tints it for its bar.
+    std::function<Bitmap(double scale)> image;
+    std::function<void()> activated;
+    /// The wheel was turned over the item: whole steps, up is positive. Systems without it never call.
+    std::function<void(int steps)> scrolled;
+    /// Asked each time the system needs the item's menu. Systems whose items open no menu never ask.
+    std::function<Menu()> menu;
+};
+
+/// Is shown as long as it exists.
+class StatusItem {
+public:
+    virtual ~StatusItem() = default;
+
+    /// Where it is: its frame, or the point at which the user last activated it; none while unknown.
+    virtual std::optional<Rect> frame() const = 0;
+
+    /// What `menu` returns has changed.
+    virtual void menuChanged() = 0;
+};
+
+class StatusBar {
+public:
+    virtual ~StatusBar() = default;
+
+    /// Null where the system has no place for status items. One that has none yet, but may get one, makes an
+    /// item that appears then.
+    virtual std::unique_ptr<StatusItem> createItem(StatusItemContent content) = 0;
+};
+
+enum class ActivationPolicy { accessory, regular }; ///< without and with a Dock icon
+
+struct DockContent {
+    std::function<void()> reopen; ///< the icon was clicked
+    std::function<Menu()> menu;   ///< asked each time the system needs the icon's menu
+};
+
+/// The program's icon among those of the other programs: Dock, launcher, dash.
+class Dock {
+public:
+    virtual ~Dock() = default;
+
+    /// To be called before the first `setActivationPolicy`.
+    virtual void setContent(DockContent content) = 0;
+    virtual void setActivationPolicy(ActivationPolicy policy) = 0;
+    /// What `menu` returns has changed.
+    virtual void menuChanged() = 0;
+    /// Closes the icon's menu if it is open.
+    virtual void cancelTracking() = 0;
+};
+
+/// Watches for something as long as it exists.
+class EventMonitor {
+public:
+    virtual ~EventMonitor() = default;
+};
+
+/// `QWidget::winId` of a window.
+using WindowHandle = std::uintptr_t;
+
+class PanelWindows {
+public:
+    virtual ~PanelWindows() = default;
+
+    /// Makes a created, not yet visible window a floating panel: above others, in no list of windows, without
+    /// making the program the active one.
+    virtual void dress(WindowHandle window) = 0;
+
+    /// Blurs what is behind the window, which has this size and round corners, where the system can. Called
+    /// after each change of the size.
+    virtual void blurBehind(WindowHandle window, double width, double height, double cornerRadius) = 0;
+
+    /// Gives the visible panel the keyboard focus.
+    virtual void focus(WindowHandle window) = 0;
+
+    /// Calls `clicked` for each press of a mouse button outside this program's windows and, where panels lose
+    /// the focus to the window behind them, when the panel loses it. Null where the system tells neither.
+    virtual std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle panel,
+                                                               std::function<void()> clicked) = 0;
+
+    /// Keeps the desktop's permission to take the focus for the next window that is shown.
+    virtual void useActivationToken(const std::string& token) = 0;
+};
+
+/// How this copy of the program is named to the system and started by it.
+struct ProgramIdentity {
+    std::string identifier; ///< "app.lumenvale.Lumenvale"
+    std::string objectPath; ///< "/app/lumenvale/Lumenvale"
+    std::string name;       ///< "Lumenvale"
+    /// Absolute path and arguments that start another copy like this one.
+    std::vector<std::string> command;
+};
+
+struct Shell {
+    std::unique_ptr<StatusBar> statusBar;
+    std::unique_ptr<Dock> dock;
+    std::unique_ptr<PanelWindows> panels;
+};
+
+/// Defined once per system. Main thread, after the application object.
+Shell makeNativeShell(const ProgramIdentity& identity);
+
+} // namespace lumenvale

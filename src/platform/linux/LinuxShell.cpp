@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "base/Identity.h"
+#include "platform/Shell.h"
+#include "platform/linux/LauncherDock.h"
+#include "platform/linux/LinuxPanelWindows.h"
+#include "platform/linux/LinuxStatusBar.h"
+
+#include <QDBusConnection>
+
+namespace lumenvale {
+
+Shell makeNativeShell(const ProgramIdentity& identity)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const bool isSimulated = identity.identifier == simulatedIdentifier;
+    Shell shell;
+    shell.statusBar = std::make_unique<LinuxStatusBar>(bus, QString::fromStdString(identity.identifier));
+    shell.dock =
+        std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
+    shell.panels = std::make_unique<LinuxPanelWindows>();
+    return shell;
+}
+
+} // namespace lumenvale

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Status items for Linux desktops: on the session bus where a watcher with a host runs, now or later, and in
+// the X server's own tray where none does. Made by the shell's factory; main thread only.
+#pragma once
+
+#include "platform/Shell.h"
+
+#include <QDBusConnection>
+#include <QString>
+
+namespace lumenvale {
+
+class LinuxStatusBar final : public StatusBar {
+public:
+    LinuxStatusBar(QDBusConnection bus, QString identifier);
+
+    std::unique_ptr<StatusItem> createItem(StatusItemContent content) override;
+
+private:
+    QDBusConnection bus;
+    QString identifier;
+};
+
+} // namespace lumenvale
