@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// A shortcut in the notation of the desktop portal ("CTRL+ALT+F5"; the freedesktop.org shortcuts specification).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace lumenvale {
+
+/// Empty when the notation has no name for the key. `keyCode` is a Macintosh virtual key code, `modifiers` are
+/// HotKeyModifier bits. The key is named after what it types on an ANSI keyboard: the notation has no other way to
+/// name a position.
+std::string portalTrigger(std::uint32_t keyCode, std::uint32_t modifiers);
+
+} // namespace lumenvale

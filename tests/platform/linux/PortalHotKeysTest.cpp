@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/PortalHotKeys.h"
+
+#include "platform/linux/PortalTrigger.h"
+#include "platform/linux/X11HotKeys.h"
+#include "presets/PresetShortcut.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <QDBusVirtualObject>
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace lumenvale {
+namespace {
+
+constexpr std::uint32_t keyF5 = 96;
+constexpr std::uint32_t keyK = 0x28;
+
+/// The desktop's side of the portal, as far as shortcuts need it.
+class FakePortal final : public QDBusVirtualObject {
+public:
+    /// Returns once `client` has heard that the portal is there.
+    FakePortal(const QDBusConnection& connection, const QDBusConnection& client) : bus(connection)
+    {
+        bool announced = false;
+        const QDBusServiceWatcher watcher(service, client, QDBusServiceWatcher::WatchForRegistration);
+        QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &watcher, [&] { announced = true; });
+        bus.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
+                                  QDBusConnection::SubPath);
+        bus.registerService(service);
+        EXPECT_TRUE(turnLoopUntil([&] { return announced; }));
+    }
+    ~FakePortal() override
+    {
+        bus.unregisterService(service);
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/portal/desktop"));
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override
+    {
+        calls.push_back(message.member().toStdString());
+        if (message.member() == QLatin1String("Register")) {
+            applicationID = message.arguments().at(0).toString().toStdString();
+            bus.send(message.createReply());
+        } else if (message.member() == QLatin1String("CreateSession")) {
+            session = QStringLiteral("/org/freedesktop/portal/desktop/session/%1").arg(++sessions);
+            answer(message, 0, {{QStringLiteral("session_handle"), session}});
+        } else if (message.member() == QLatin1String("BindShortcuts")) {
+            bind(message);
+        } else {
+            bus.send(message.createReply());
+        }
+        return true;
+    }
+
+    void press(const QString& name)
+    {
+        QDBusMessage signal = shortcutSignal("Activated");
+        signal << QVariant::fromValue(QDBusObjectPath(session)) << name << qulonglong(1) << QVariantMap();
+        bus.send(signal);
+    }
+
+    /// The user takes the key from all shortcuts but those of `kept`.
+    void userKeeps(const std::vector<std::string>& kept)
+    {
+        QDBusMessage signal = shortcutSignal("ShortcutsChanged");
+        signal << QVariant::fromValue(QDBusObjectPath(session)) << QVariant::fromValue(list(kept));
+        bus.send(signal);
+    }
+
+    std::size_t count(const std::string& call) const
+    {
+        return static_cast<std::size_t>(std::count(calls.begin(), calls.end(), call));
+    }
+
+    uint bindResponse = 0;
+    std::vector<std::string> calls;
+    std::map<std::string, std::string> triggers; // preferred, by name, of the last bind
+    std::string applicationID;
+
+private:
+    static QDBusMessage shortcutSignal(const char* name)
+    {
+        return QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                          QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
+                                          QString::fromLatin1(name));
+    }
+
+    void bind(const QDBusMessage& message)
+    {
+        EXPECT_EQ(message.signature().toStdString(), "oa(sa{sv})sa{sv}");
+        const auto argument = message.arguments().at(1).value<QDBusArgument>();
+        triggers.clear();
+        std::vector<std::string> names;
+        argument.beginArray();
+        while (!argument.atEnd()) {
+            QString name;
+            QVariantMap properties;
+            argument.beginStructure();
+            argument >> name >> properties;
+            argument.endStructure();
+            names.push_back(name.toStdString());
+            triggers[names.back()] =
+                properties.value(QStringLiteral("preferred_trigger")).toString().toStdString();
+        }
+        argument.endArray();
+        answer(message, bindResponse, {{QStringLiteral("shortcuts"), QVariant::fromValue(list(names))}});
+    }
+
+    static QDBusArgument list(const std::vector<std::string>& names)
+    {
+        QDBusArgument argument;
+        argument.beginArray(qDBusRegisterMetaType<std::pair<QString, QVariantMap>>());
+        for (const std::string& name : names) {
+            argument.beginStructure();
+            argument << QString::fromStdString(name)
+                     << QVariantMap{{QStringLiteral("trigger_description"), QStringLiteral("a key")}};
+            argument.endStructure();
+        }
+        argument.endArray();
+        return argument;
+    }
+
+    void answer(const QDBusMessage& message, uint response, const QVariantMap& results)
+    {
+        const auto options = qdbus_cast<QVariantMap>(message.arguments().constLast());
+        const QString sender = message.service().mid(1).replace(QLatin1Char('.'), QLatin1Char('_'));
+        const QString path = QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
+                                 .arg(sender, options.value(QStringLiteral("handle_token")).toString());
+        bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(path))));
+        QDBusMessage signal = QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.portal.Request"),
+                                                         QStringLiteral("Response"));
+        signal << response << results;
+        bus.send(signal);
+    }
+
+    const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+    QDBusConnection bus;
+    QString session;
+    int sessions = 0;
+};
+
+struct PortalHotKeysTest : testing::Test {
+    PortalHotKeysTest()
+    {
+        keys->installHandler(
+            [this](const std::optional<HotKeyID>& key) {
+                pressed.push_back(key->id);
+                return 0;
+            },
+            handler);
+        keys->setStatusObserver(
+            [this](std::uint32_t id, const std::string& message) { messages.insert_or_assign(id, message); });
+    }
+
+    std::int32_t add(std::uint32_t keyCode, std::uint32_t id)
+    {
+        return keys->registerHotKey(keyCode, HotKeyModifier::control, {0, id}, "Evening", references[id]);
+    }
+
+    PrivateBus bus;
+    QDBusConnection desktopBus = bus.connect();
+    QDBusConnection programBus = bus.connect();
+    std::unique_ptr<HotKeyService> keys = makePortalHotKeys(programBus);
+    HotKeyReference handler = 0;
+    std::map<std::uint32_t, HotKeyReference> references;
+    std::vector<std::uint32_t> pressed;
+    std::map<std::uint32_t, std::string> messages;
+};
+
+TEST_F(PortalHotKeysTest, BindsASetOfKeysOnceAndDeliversPresses)
+{
+    FakePortal portal(desktopBus, programBus);
+    EXPECT_EQ(add(keyF5, 1), 0);
+    EXPECT_EQ(add(keyK, 2), 0);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.size() == 2; }));
+    EXPECT_EQ(messages, (std::map<std::uint32_t, std::string>{{1, ""}, {2, ""}}));
+    EXPECT_EQ(portal.count("BindShortcuts"), 1u);
+    EXPECT_EQ(portal.applicationID, "app.lumenvale.Lumenvale");
+    EXPECT_EQ(portal.triggers.at("shortcut-CTRL+F5"), "CTRL+F5");
+    portal.press(QStringLiteral("shortcut-CTRL+k"));
+    ASSERT_TRUE(turnLoopUntil([&] { return !pressed.empty(); }));
+    EXPECT_EQ(pressed, std::vector<std::uint32_t>{2});
+}
+
+TEST_F(PortalHotKeysTest, AChangeOfTheSetMakesANewSessionAndClosesTheOldOne)
+{
+    FakePortal portal(desktopBus, programBus);
+    add(keyF5, 1);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(1); }));
+    keys->unregisterHotKey(references[1]);
+    add(keyK, 2);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(2); }));
+    EXPECT_EQ(portal.count("Close"), 1u);
+    EXPECT_EQ(portal.triggers.size(), 1u);
+    EXPECT_TRUE(portal.triggers.contains("shortcut-CTRL+k"));
+}
+
+TEST_F(PortalHotKeysTest, TheUsersChangesInTheDesktopsSettingsAreReported)
+{
+    FakePortal portal(desktopBus, programBus);
+    add(keyF5, 1);
+    add(keyK, 2);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.size() == 2; }));
+    portal.userKeeps({"shortcut-CTRL+k"});
+    ASSERT_TRUE(turnLoopUntil([&] { return !messages.at(1).empty(); }));
+    EXPECT_EQ(messages.at(2), "");
+}
+
+TEST_F(PortalHotKeysTest, ARefusalAndAMissingPortalAreExplainedDifferently)
+{
+    add(keyF5, 1);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(1); }));
+    EXPECT_NE(messages.at(1).find("lumenvale apply"), std::string::npos) << messages.at(1);
+
+    FakePortal portal(desktopBus, programBus);
+    portal.bindResponse = 1;
+    add(keyK, 2);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(2); }));
+    EXPECT_NE(messages.at(2).find("did not allow"), std::string::npos) << messages.at(2);
+}
+
+TEST_F(PortalHotKeysTest, APortalThatRestartsIsGivenTheKeysAgain)
+{
+    {
+        FakePortal portal(desktopBus, programBus);
+        add(keyF5, 1);
+        ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(1); }));
+    }
+    messages.clear();
+    FakePortal portal(desktopBus, programBus);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(1) && messages.at(1).empty(); }));
+    EXPECT_EQ(portal.count("BindShortcuts"), 1u);
+}
+
+TEST_F(PortalHotKeysTest, RefusesAtOnceWhatItCannotAskFor)
+{
+    EXPECT_EQ(add(keyF5, 1), 0);
+    EXPECT_EQ(add(keyF5, 2), hotKeyExistsStatus);
+    EXPECT_EQ(add(0x7F, 3), hotKeyInvalidStatus);
+}
+
+TEST(PortalTrigger, NamesModifiersAndKey)
+{
+    EXPECT_EQ(portalTrigger(keyF5, HotKeyModifier::command | HotKeyModifier::shift), "SHIFT+LOGO+F5");
+    EXPECT_EQ(portalTrigger(keyK, HotKeyModifier::control | HotKeyModifier::option), "CTRL+ALT+k");
+    EXPECT_EQ(portalTrigger(0x31, 0), "space");
+    EXPECT_EQ(portalTrigger(0x3F, 0), "");
+}
+
+} // namespace
+} // namespace lumenvale
