@@ -1,27 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The one place where the program touches display hardware. Its public operations are called on the main
-// thread; everything behind them runs on one worker thread, so at most one exchange or native call is in
-// flight at a time.
+// The one place where the program touches display hardware. Its operations are called on the main thread;
+// everything behind them runs on one worker thread, so at most one exchange or native call is in flight at a time.
 #pragma once
 
 #include "base/Worker.h"
 #include "displays/DisplayHardwareControlling.h"
-#include "hardware/DisplaySystem.h"
-#include "hardware/NativeBrightness.h"
-#include "hardware/Pause.h"
-#include "hardware/ServiceRegistry.h"
+#include "hardware/HardwareAccess.h"
 
 #include <memory>
 
 namespace lumenvale {
 
-/// What the hardware thread works with.
-struct HardwareAccess {
-    std::unique_ptr<ServiceRegistry> registry;
-    std::unique_ptr<DisplaySystem> displaySystem;
-    NativeFunctions native;
-    Pause pause = blockingPause();
-};
+class DisplayEndpoints;
 
 class DisplayHardware final : public DisplayHardwareControlling {
 public:
@@ -35,7 +25,9 @@ public:
     Task<tl::expected<double, BrightnessError>> setBrightness(double value, std::string id) override;
 
 private:
-    // to be completed
+    std::unique_ptr<DisplayEndpoints> endpoints; // the worker's
+    MainThread& mainThread;
+    Worker worker; // last: its thread uses the others
 };
 
 } // namespace lumenvale

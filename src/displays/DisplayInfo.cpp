@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "displays/DisplayInfo.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr double nativeStep = 0.001;
+
+template <typename... Values>
+std::string formatted(const char* format, Values... values)
+{
+    const int length = std::snprintf(nullptr, 0, format, values...);
+    std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
+    std::snprintf(text.data(), text.size() + 1, format, values...);
+    return text;
+}
+
+/// Not finite gives 0; the rest is clamped to 0…1.
+double normalised(double value) { return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0.0; }
+
+bool isDdc(const DisplayInfo& display) { return display.method == ControlMethod::ddc; }
+
+int percentageDigits(const DisplayInfo& display)
+{
+    if (!isDdc(display))
+        return 1;
+    if (display.maximum <= 100)
+        return 0;
+    return display.maximum <= 1000 ? 1 : 3;
+}
+
+} // namespace
+
+std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32_t displayID)
+{
+    return uuid ? *uuid : "display-" + std::to_string(displayID);
+}
+
+double quantise(const DisplayInfo& display, double value)
+{
+    const double clamped = normalised(value);
+    if (!isDdc(display) || display.maximum == 0)
+        return clamped;
+    return std::round(clamped * display.maximum) / display.maximum;
+}
+
+double step(int direction, std::optional<std::uint16_t> hardwareUnits, std::optional<double> value)
+{
+    const double current = normalised(value.value_or(0.0));
+    const double sign = direction < 0 ? -1.0 : direction > 0 ? 1.0 : 0.0;
+    if (!hardwareUnits || *hardwareUnits == 0)
+        return std::clamp(current + sign * nativeStep, 0.0, 1.0);
+    const double units = *hardwareUnits;
+    return std::clamp(std::round(current * units) + sign, 0.0, units) / units;
+}
+
+double step(const DisplayInfo& display, int direction)
+{
+    return step(direction, isDdc(display) ? std::optional(display.maximum) : std::nullopt, display.brightness);
+}
+
+std::string percentageText(const DisplayInfo& display) { return percentageText(display, display.brightness); }
+
+std::string percentageText(const DisplayInfo& display, std::optional<double> value)
+{
+    return value ? formatted("%.*f%%", percentageDigits(display), *value * 100.0) : "—";
+}
+
+std::string stepSizeText(const DisplayInfo& display)
+{
+    if (!isDdc(display))
+        return "0.1 percentage points";
+    const int units = std::max<int>(display.maximum, 1);
+    return formatted("1 hardware unit (%.4g percentage points)", 100.0 / units);
+}
+
+std::string rawValueText(const DisplayInfo& display)
+{
+    if (!display.brightness)
+        return "Not available";
+    if (!isDdc(display))
+        return formatted("%.9g / 1.0 (Float32)", *display.brightness);
+    const long units = std::lround(*display.brightness * display.maximum);
+    return std::to_string(units) + " / " + std::to_string(display.maximum);
+}
+
+std::string rangeText(const DisplayInfo& display)
+{
+    if (!isDdc(display))
+        return "The API accepts a value from 0 to 1. The panel’s physical step size is not reported.";
+    return std::to_string(display.maximum + 1) + " command values; integer range 0–" +
+           std::to_string(display.maximum) + ".";
+}
+
+} // namespace lumenvale

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "displays/ScreenSource.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace lumenvale {
+
+namespace {
+
+/// Truncates toward zero. A frame beyond the range of the type is a defect of the screen source.
+std::int64_t wholePoints(double length)
+{
+    constexpr double limit = 9.2e18; // just inside the signed 64-bit range
+    if (!std::isfinite(length) || std::abs(length) > limit)
+        std::abort();
+    return static_cast<std::int64_t>(length);
+}
+
+} // namespace
+
+std::optional<DisplayInfo> makeDisplayInfo(const Screen& screen)
+{
+    if (!screen.displayID)
+        return std::nullopt;
+    DisplayInfo display;
+    display.id = stableIdentifier(screen.uuid, *screen.displayID);
+    display.displayID = *screen.displayID;
+    display.name = screen.name;
+    display.isBuiltIn = screen.isBuiltIn;
+    display.isMain = screen.isMain;
+    display.vendor = screen.vendor;
+    display.model = screen.model;
+    display.serial = screen.serial;
+    if (screen.mode) {
+        display.pixelWidth = screen.mode->pixelWidth;
+        display.pixelHeight = screen.mode->pixelHeight;
+        display.refreshRate = screen.mode->refreshRate;
+    }
+    display.logicalWidth = wholePoints(screen.frameWidth);
+    display.logicalHeight = wholePoints(screen.frameHeight);
+    return display;
+}
+
+} // namespace lumenvale

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "hardware/DdcMessage.h"
+
+namespace lumenvale {
+
+namespace {
+
+constexpr std::uint8_t getSeed = 0x6E;
+constexpr std::uint8_t setSeed = 0x6E ^ 0x51;
+constexpr std::uint8_t replySeed = 0x50;
+
+std::uint8_t checksum(std::uint8_t seed, std::span<const std::uint8_t> bytes)
+{
+    for (const std::uint8_t byte : bytes)
+        seed = static_cast<std::uint8_t>(seed ^ byte);
+    return seed;
+}
+
+std::uint16_t bigEndian(std::uint8_t high, std::uint8_t low)
+{
+    return static_cast<std::uint16_t>(high << 8 | low);
+}
+
+} // namespace
+
+std::array<std::uint8_t, 4> getVcpRequest(std::uint8_t code)
+{
+    std::array<std::uint8_t, 4> message = {0x82, 0x01, code, 0};
+    message.back() = checksum(getSeed, std::span(message).first(message.size() - 1));
+    return message;
+}
+
+std::array<std::uint8_t, 6> setVcpRequest(std::uint8_t code, std::uint16_t value)
+{
+    std::array<std::uint8_t, 6> message = {
+        0x84, 0x03, code, static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value & 0xFF), 0};
+    message.back() = checksum(setSeed, std::span(message).first(message.size() - 1));
+    return message;
+}
+
+bool hasValidChecksum(std::span<const std::uint8_t> reply)
+{
+    return !reply.empty() && checksum(replySeed, reply.first(reply.size() - 1)) == reply.back();
+}
+
+std::optional<VcpReading> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code)
+{
+    if (reply.size() != vcpReplyLength || !hasValidChecksum(reply))
+        return std::nullopt;
+    const std::array<std::uint8_t, 5> header = {0x6E, 0x88, 0x02, 0x00, code};
+    for (std::size_t i = 0; i < header.size(); ++i) {
+        if (reply[i] != header[i])
+            return std::nullopt;
+    }
+    const VcpReading reading{bigEndian(reply[6], reply[7]), bigEndian(reply[8], reply[9])};
+    if (reading.maximum == 0 || reading.current > reading.maximum)
+        return std::nullopt;
+    return reading;
+}
+
+} // namespace lumenvale

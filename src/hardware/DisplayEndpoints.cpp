@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#include "hardware/DisplayEndpoints.h"
+
+#include "hardware/DdcExchange.h"
+#include "hardware/LoggingAVService.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr DdcTiming probeTiming{.retries = 2};
+constexpr DdcTiming writeTiming{.retries = 2};
+/// A display that does not answer at once is left alone until the next round.
+constexpr DdcTiming monitoringTiming{.retries = 0};
+/// Monitors need it to take a value over before they report it.
+constexpr auto settleWait = 80ms;
+/// Panels keep brightness in steps of their own, finer than this.
+constexpr double nativeTolerance = 0.0001;
+
+double fraction(const VcpReading& reading) { return static_cast<double>(reading.current) / reading.maximum; }
+
+void describe(DisplayInfo& display, const IOregService& details)
+{
+    const std::string& upstream = details.transportUpstream;
+    const std::string& downstream = details.transportDownstream;
+    if (!upstream.empty() && !downstream.empty())
+        display.connection = upstream + " → " + downstream;
+    else if (!upstream.empty() || !downstream.empty())
+        display.connection = upstream + downstream;
+    if (!details.alphanumericSerialNumber.empty())
+        display.hardwareSerial = details.alphanumericSerialNumber;
+    if (!details.displayAttributes)
+        return;
+    const auto* width = find<std::int64_t>(*details.displayAttributes, "NativeFormatHorizontalPixels");
+    const auto* height = find<std::int64_t>(*details.displayAttributes, "NativeFormatVerticalPixels");
+    if (width && height)
+        display.nativeResolution = std::to_string(*width) + " × " + std::to_string(*height);
+}
+
+} // namespace
+
+DisplayEndpoints::DisplayEndpoints(HardwareAccess supplied)
+    : access(withLogging(std::move(supplied))), native(std::move(access.native))
+{
+}
+
+std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays,
+                                                   const CancellationToken& token)
+{
+    endpoints.clear();
+    std::vector<DisplayInfo> inspected;
+    if (displays.empty())
+        return inspected;
+    const std::vector<IOregService> candidates = enumerateServices(*access.registry);
+    for (const DisplayInfo& display : displays) {
+        if (token.isCancelled())
+            break;
+        inspected.push_back(probe(display, candidates));
+    }
+    return inspected;
+}
+
+DisplayInfo DisplayEndpoints::probe(DisplayInfo display, const std::vector<IOregService>& candidates)
+{
+    const ServiceChoice choice = chooseService(display, *access.displaySystem, candidates);
+    if (choice.details)
+        describe(display, *choice.details);
+    if (display.isBuiltIn)
+        display.connection = "Internal";
+    if (const std::optional<double> value = native.read(display.displayID)) {
+        display.method = ControlMethod::apple;
+        display.brightness = value;
+        display.status = "Current hardware brightness read successfully.";
+    } else if (choice.service) {
+        readLuminance(display, *choice.service);
+    } else {
+        display.status =
+            "No accessible hardware brightness service. The connection or App Sandbox may restrict access.";
+    }
+    endpoints.insert_or_assign(display.id, Endpoint{display, choice.service});
+    return display;
+}
+
+void DisplayEndpoints::readLuminance(DisplayInfo& display, AVService& service) const
+{
+    const auto reading = readVcp(&service, luminanceVcpCode, probeTiming, access.pause);
+    if (!reading) {
+        display.status = "No valid DDC brightness reply. Enable DDC/CI in the monitor menu and refresh.";
+        return;
+    }
+    display.method = ControlMethod::ddc;
+    display.maximum = reading->maximum;
+    display.brightness = fraction(*reading);
+    display.status = "DDC luminance (VCP 0x10) responded. Range: 0–" + std::to_string(reading->maximum) + ".";
+}
+
+bool DisplayEndpoints::isStillTheSame(const Endpoint& endpoint, const std::string& id) const
+{
+    DisplaySystem& system = *access.displaySystem;
+    const std::uint32_t displayID = endpoint.info.displayID;
+    return system.isOnline(displayID) && stableIdentifier(system.uuid(displayID), displayID) == id;
+}
+
+std::map<std::string, double> DisplayEndpoints::currentBrightness(const std::vector<std::string>& ids,
+                                                                  const CancellationToken& token)
+{
+    std::map<std::string, double> result;
+    for (const std::string& id : ids) {
+        if (token.isCancelled())
+            break;
+        const auto endpoint = endpoints.find(id);
+        if (endpoint == endpoints.end() || !isStillTheSame(endpoint->second, id))
+            continue;
+        if (const std::optional<double> value = read(endpoint->second))
+            result.insert_or_assign(id, *value);
+        else
+            result.erase(id);
+    }
+    return result;
+}
+
+std::optional<double> DisplayEndpoints::read(const Endpoint& endpoint) const
+{
+    switch (endpoint.info.method) {
+    case ControlMethod::apple:
+        return native.read(endpoint.info.displayID);
+    case ControlMethod::ddc:
+        if (const auto reading = readVcp(endpoint.service.get(), luminanceVcpCode, monitoringTiming, access.pause))
+            return fraction(*reading);
+        return std::nullopt;
+    case ControlMethod::unavailable:
+        break;
+    }
+    return std::nullopt;
+}
+
+tl::expected<double, BrightnessError> DisplayEndpoints::setBrightness(double value, const std::string& id)
+{
+    const auto found = endpoints.find(id);
+    if (!std::isfinite(value) || found == endpoints.end())
+        return tl::unexpected(BrightnessError::disconnected);
+    const Endpoint& endpoint = found->second;
+    if (endpoint.info.method == ControlMethod::unavailable || !endpoint.info.brightness ||
+        !isStillTheSame(endpoint, id))
+        return tl::unexpected(BrightnessError::disconnected);
+    const double target = value >= 0.0 ? std::min(value, 1.0) : 0.0;
+    return endpoint.info.method == ControlMethod::apple ? writeNative(endpoint.info, target)
+                                                        : writeDdc(endpoint, target);
+}
+
+tl::expected<double, BrightnessError> DisplayEndpoints::writeNative(const DisplayInfo& display,
+                                                                    double target) const
+{
+    if (!native.setter() || native.setter()(display.displayID, static_cast<float>(target)) != 0)
+        return tl::unexpected(BrightnessError::writeFailed);
+    const std::optional<double> reported = native.read(display.displayID);
+    if (!reported)
+        return tl::unexpected(BrightnessError::readFailed);
+    if (std::abs(*reported - target) > nativeTolerance)
+        return tl::unexpected(BrightnessError::mismatch);
+    return *reported;
+}
+
+tl::expected<double, BrightnessError> DisplayEndpoints::writeDdc(const Endpoint& endpoint, double target) const
+{
+    const auto raw = static_cast<std::uint16_t>(std::lround(target * endpoint.info.maximum));
+    AVService* service = endpoint.service.get();
+    if (!writeVcp(service, luminanceVcpCode, raw, writeTiming, access.pause))
+        return tl::unexpected(BrightnessError::writeFailed);
+    access.pause(settleWait);
+    const auto reading = readVcp(service, luminanceVcpCode, probeTiming, access.pause);
+    if (!reading)
+        return tl::unexpected(BrightnessError::readFailed);
+    if (reading->current != raw)
+        return tl::unexpected(BrightnessError::mismatch);
+    return fraction(*reading);
+}
+
+} // namespace lumenvale

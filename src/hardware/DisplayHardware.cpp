@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "hardware/DisplayHardware.h"
+
+#include "hardware/DisplayEndpoints.h"
+
+#include <utility>
+
+namespace lumenvale {
+
+DisplayHardware::DisplayHardware(HardwareAccess access, MainThread& home)
+    : endpoints(std::make_unique<DisplayEndpoints>(std::move(access))), mainThread(home)
+{
+}
+
+DisplayHardware::~DisplayHardware() = default;
+
+// These are ordinary functions that return a task, so that their lambdas are none of a coroutine's temporaries.
+
+Task<std::vector<DisplayInfo>> DisplayHardware::inspect(std::vector<DisplayInfo> displays)
+{
+    return runOnWorker<std::vector<DisplayInfo>>(
+        worker, mainThread, [this, list = std::move(displays)](const CancellationToken& token) {
+            return endpoints->inspect(list, token);
+        });
+}
+
+Task<std::map<std::string, double>> DisplayHardware::currentBrightness(std::vector<std::string> ids)
+{
+    return runOnWorker<std::map<std::string, double>>(
+        worker, mainThread, [this, list = std::move(ids)](const CancellationToken& token) {
+            return endpoints->currentBrightness(list, token);
+        });
+}
+
+Task<tl::expected<double, BrightnessError>> DisplayHardware::setBrightness(double value, std::string id)
+{
+    return runOnWorker<tl::expected<double, BrightnessError>>(
+        worker, mainThread, [this, value, key = std::move(id)](const CancellationToken&) {
+            return endpoints->setBrightness(value, key);
+        });
+}
+
+} // namespace lumenvale

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "hardware/NativeBrightness.h"
+
+#include <utility>
+
+namespace lumenvale {
+
+NativeBrightness::NativeBrightness(NativeFunctions supplied)
+{
+    if (supplied.handle)
+        functions = std::move(supplied);
+}
+
+std::optional<double> NativeBrightness::read(std::uint32_t displayID) const
+{
+    if (!functions.getter)
+        return std::nullopt;
+    float value = 0.0F;
+    if (functions.getter(displayID, &value) != 0)
+        return std::nullopt;
+    const bool isFraction = value >= 0.0F && value <= 1.0F; // false for NaN
+    return isFraction ? std::optional<double>(value) : std::nullopt;
+}
+
+} // namespace lumenvale
