@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/IniUserDefaults.h"
+
+#include "platform/qt/PropertyText.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSettings>
+#include <QStringList>
+#include <QTemporaryFile>
+#include <filesystem>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+/// A slider dragged in the settings changes a preset many times a second; the disk is asked twice a second.
+constexpr auto writeWait = std::chrono::milliseconds(500);
+/// Longer than any save takes; shorter than people wait.
+constexpr int lockWaitMilliseconds = 2000;
+
+PropertyValue fromVariant(const QVariant& stored)
+{
+    if (stored.userType() != QMetaType::QStringList)
+        return decodeProperty(stored.toString().toStdString());
+    PropertyArray list; // someone wrote "A, B" by hand
+    for (const QString& each : stored.toStringList())
+        list.emplace_back(each.toStdString());
+    return list;
+}
+
+std::map<std::string, PropertyValue> readFile(const std::string& path)
+{
+    std::map<std::string, PropertyValue> values;
+    const QSettings settings(QString::fromStdString(path), QSettings::IniFormat);
+    for (const QString& key : settings.allKeys())
+        values.emplace(key.toStdString(), fromVariant(settings.value(key)));
+    return values;
+}
+
+/// Keeps what a person has damaged before it is replaced; the first such copy stays.
+void copyAside(const QString& path) { QFile::copy(path, path + QStringLiteral(".damaged")); }
+
+/// Why nothing can be written at `path`, in the system's words: found out by trying.
+std::string writeFailure(const QString& path)
+{
+    QTemporaryFile probe(path + QStringLiteral(".XXXXXX"));
+    const QByteArray content(qsizetype(QFileInfo(path).size()) + 4096, ' ');
+    if (!probe.open() || probe.write(content) != content.size() || !probe.flush())
+        return probe.errorString().toStdString();
+    const QFileInfo file(path);
+    if (file.isDir())
+        return path.toStdString() + " is a folder";
+    return path.toStdString() + (file.isWritable() ? " could not be replaced" : " is write-protected");
+}
+
+/// QSettings tells by size and time, in milliseconds, whether another process has written since it read. Called
+/// under the lock, this sees to it that no two versions of the file share a time.
+void keepTimeMoving(const QString& path, const QDateTime& before)
+{
+    QFile file(path);
+    if (before.isValid() && QFileInfo(path).lastModified() <= before &&
+        file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        file.setFileTime(before.addMSecs(1), QFileDevice::FileModificationTime);
+}
+
+} // namespace
+
+IniUserDefaults::IniUserDefaults(std::string file, std::string folder, Clock& source)
+    : path(std::move(file)), domainFolder(std::move(folder)), clock(source), values(readFile(path))
+{
+}
+
+IniUserDefaults::~IniUserDefaults() { flush(); }
+
+std::optional<PropertyValue> IniUserDefaults::value(const std::string& key) const
+{
+    const auto entry = values.find(key);
+    return entry == values.end() ? std::nullopt : std::optional(entry->second);
+}
+
+void IniUserDefaults::set(const std::string& key, std::optional<PropertyValue> next)
+{
+    if (next)
+        values.insert_or_assign(key, std::move(*next));
+    else
+        values.erase(key);
+    changed.insert(key);
+    if (timer == 0) {
+        timer = clock.callAfter(writeWait, [this] {
+            timer = 0;
+            flush();
+        });
+    }
+}
+
+PropertyDictionary IniUserDefaults::domain(const std::string& name) const
+{
+    PropertyDictionary dictionary;
+    const std::string file = domainFolder + '/' + name + ".ini";
+    if (name.find('/') != std::string::npos || !QFileInfo::exists(QString::fromStdString(file)))
+        return dictionary;
+    for (auto& [key, value] : readFile(file))
+        dictionary.emplace_back(key, std::move(value));
+    return dictionary;
+}
+
+Subscription IniUserDefaults::observeFailures(std::function<void(const std::string&)> observer)
+{
+    return failures.subscribe(std::move(observer));
+}
+
+void IniUserDefaults::flush()
+{
+    clock.cancel(std::exchange(timer, 0));
+    if (changed.empty())
+        return;
+    if (const auto saved = save())
+        changed.clear();
+    else
+        failures.emit(saved.error());
+}
+
+tl::expected<void, std::string> IniUserDefaults::save()
+{
+    std::error_code failure;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
+    if (failure)
+        return tl::unexpected(failure.message());
+
+    const QString file = QString::fromStdString(path);
+    QLockFile lock(file + QStringLiteral(".guard"));
+    if (!lock.tryLock(lockWaitMilliseconds))
+        return tl::unexpected(lock.error() == QLockFile::LockFailedError ? "another program is writing to " + path
+                                                                         : writeFailure(file));
+
+    const QDateTime before = QFileInfo(file).lastModified();
+    auto settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
+    const bool damaged = settings->status() == QSettings::FormatError;
+    if (damaged)
+        copyAside(file);
+    for (const std::string& key : changed) {
+        const auto entry = values.find(key);
+        if (entry == values.end())
+            settings->remove(QString::fromStdString(key));
+        else
+            settings->setValue(QString::fromStdString(key), QString::fromStdString(encodeProperty(entry->second)));
+    }
+    settings->sync();
+    if (damaged) // its status stays bad; a new look tells whether the file is whole now
+        settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
+    if (settings->status() != QSettings::NoError)
+        return tl::unexpected(writeFailure(file));
+    keepTimeMoving(file, before);
+    return {};
+}
+
+} // namespace lumenvale
