@@ -28,6 +28,7 @@ struct PlatformOptions {
     std::optional<std::string> simulationFolder; ///< monitors are the files in it; none: the real displays
     bool hasWindowSystem = false;                ///< a QGuiApplication exists
     LogSink log;                                 ///< empty: nothing is logged
+    LogSink report; ///< main thread: what the user must be told, in whole sentences; empty: nobody is told
 };
 
 /// Declared in the order of construction: what stands first outlives what follows.
@@ -46,7 +47,13 @@ struct Platform {
 tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options, Clock& clock,
                                                  MainThread& mainThread);
 
-/// The native part of `makePlatform`, defined once per system.
+// Each is defined once per system. The last two also serve simulated displays.
+
+/// The native part of `makePlatform`, for real displays.
 Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& mainThread);
+/// Registers this program file, and with simulated displays a login item of its own for them.
+std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options);
+/// Null without a window system.
+std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options);
 
 } // namespace lumenvale
