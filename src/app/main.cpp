@@ -1,1 +1,42 @@
-int main() {}
+// SPDX-License-Identifier: MIT
+#include "app/CommandLine.h"
+#include "app/Desktop.h"
+#include "app/RunVerb.h"
+
+#include <iostream>
+
+namespace {
+
+using namespace lumenvale;
+
+int runProgram(const CommandLine& line, int& argc, char** argv)
+{
+    const auto folder = simulationFolder(line);
+    if (!folder) {
+        std::cerr << folder.error() << '\n';
+        return exitMisused;
+    }
+    DesktopOptions options;
+    options.simulationFolder = *folder;
+    if (line.isVerbose)
+        options.log = standardErrorLog();
+    return runDesktop(options, argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto line = parseCommandLine({argv + 1, argv + argc});
+    if (!line) {
+        std::cerr << line.error() << '\n';
+        return exitMisused;
+    }
+    if (const auto* print = std::get_if<PrintVerb>(&line->verb)) {
+        std::cout << print->text;
+        return exitDone;
+    }
+    if (std::holds_alternative<DesktopVerb>(line->verb))
+        return runProgram(*line, argc, argv);
+    return runVerb(*line, argc, argv, std::cout, std::cerr);
+}

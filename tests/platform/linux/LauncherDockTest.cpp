@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LauncherDock.h"
-#include "BusCall.h"
+#include "PrivateBus.h"
 #include "platform/linux/X11.h"
 
 #include <QTemporaryDir>
@@ -13,15 +13,15 @@ namespace {
 
 TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
 {
-    const auto bus = tryStartBus();
-    if (!bus)
+    const PrivateBus bus;
+    if (!bus.isRunning())
         GTEST_SKIP() << "dbus-daemon is not installed";
     const QTemporaryDir directory;
     const ProgramIdentity identity = {"app.example.Test", "/app/example/Test", "Test", {"/usr/bin/test"}};
     std::vector<std::string> log;
     {
-        LauncherDock dock(bus->connect(), identity, LauncherEntry(identity, {directory.path().toStdString(), {}}),
-                          true);
+        LauncherDock dock(bus.connect("dock"), identity,
+                          LauncherEntry(identity, {directory.path().toStdString(), {}}), true);
         dock.setContent({[&log] { log.push_back("reopen"); },
                          [&log] {
                              return Menu{{"settings",
@@ -33,12 +33,13 @@ TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
                          }});
         dock.setActivationPolicy(ActivationPolicy::regular);
         EXPECT_TRUE(QFile::exists(directory.filePath("app.example.Test.desktop")));
-        const QDBusConnection launcher = bus->connect();
+        const QDBusConnection launcher = bus.connect("launcher");
         const auto call = [&launcher](const QString& method, const QVariantList& arguments) {
             auto message = QDBusMessage::createMethodCall("app.example.Test", "/app/example/Test",
                                                           "org.freedesktop.Application", method);
             message.setArguments(arguments);
-            EXPECT_EQ(callOverBus(launcher, message).type(), QDBusMessage::ReplyMessage) << method.toStdString();
+            EXPECT_EQ(PrivateBus::call(launcher, message).type(), QDBusMessage::ReplyMessage)
+                << method.toStdString();
         };
         call("Activate", {QVariantMap()});
         call("Open", {QStringList("file:///x"), QVariantMap()});
@@ -47,6 +48,8 @@ TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
     }
     EXPECT_EQ(log, (std::vector<std::string>{"reopen", "reopen", "settings"}));
     EXPECT_FALSE(QFile::exists(directory.filePath("app.example.Test.desktop"))); // it was a temporary one
+    QDBusConnection::disconnectFromBus("dock");
+    QDBusConnection::disconnectFromBus("launcher");
 }
 
 TEST(X11, RoundedRegionCoversEveryRowOnceAndIsSymmetrical)

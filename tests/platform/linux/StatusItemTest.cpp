@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "BusCall.h"
+#include "PrivateBus.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/StatusNotifierItem.h"
 
@@ -24,9 +24,15 @@ public:
 
     bool hasHost = true;
     QStringList items;
+    QEventLoop* waiting = nullptr;
 
 public Q_SLOTS:
-    void RegisterStatusNotifierItem(const QString& service) { items.append(service); }
+    void RegisterStatusNotifierItem(const QString& service)
+    {
+        items.append(service);
+        if (waiting)
+            waiting->quit();
+    }
 
 private:
     QDBusConnection bus;
@@ -41,13 +47,18 @@ class StatusItemTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!bus)
+        if (!bus.isRunning())
             GTEST_SKIP() << "dbus-daemon is not installed";
-        own.emplace(bus->connect());
-        host.emplace(bus->connect());
+        own.emplace(bus.connect("own"));
+        host.emplace(bus.connect("host"));
         watcher.emplace(*host);
     }
-    void TearDown() override { watcher.reset(); }
+    void TearDown() override
+    {
+        watcher.reset();
+        QDBusConnection::disconnectFromBus("own");
+        QDBusConnection::disconnectFromBus("host");
+    }
 
     StatusItemContent content()
     {
@@ -68,7 +79,12 @@ protected:
 
     QString waitForItem()
     {
-        turnLoopUntil([this] { return !watcher->items.isEmpty(); });
+        if (watcher->items.isEmpty()) {
+            QEventLoop loop;
+            watcher->waiting = &loop;
+            loop.exec();
+            watcher->waiting = nullptr;
+        }
         return watcher->items.takeFirst();
     }
 
@@ -77,7 +93,7 @@ protected:
     {
         auto message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setArguments(arguments);
-        return callOverBus(*host, message);
+        return PrivateBus::call(*host, message);
     }
     QVariant property(const QString& service, const QString& name)
     {
@@ -86,7 +102,7 @@ protected:
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
-    const std::unique_ptr<PrivateBus> bus = tryStartBus();
+    PrivateBus bus;
     std::optional<QDBusConnection> own;
     std::optional<QDBusConnection> host;
     std::optional<WatcherStandIn> watcher;
