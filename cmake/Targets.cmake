@@ -4,7 +4,7 @@
 add_library(lumenvale_options INTERFACE)
 target_compile_features(lumenvale_options INTERFACE cxx_std_20)
 target_compile_options(lumenvale_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Wcast-align
+  -Wall -Wextra -Wno-missing-field-initializers -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Wcast-align
   $<$<BOOL:${LUMENVALE_WERROR}>:-Werror>)
 if(LUMENVALE_SANITIZE)
   target_compile_options(lumenvale_options INTERFACE
