@@ -66,18 +66,22 @@ void PresetEditor::activate(Uuid id)
     startApplying(id, Trigger::activation);
 }
 
-/// Ends the operation. A preset that it has not begun to apply stays active only if the displays match it.
+/// Ends the operation. What the displays did while it was prepared went unnoticed, so the active preset is
+/// compared now; one that was not applied yet stays active only if the displays match it already.
 void PresetEditor::cancelOperation()
 {
     operation.cancel();
     ++generation;
     restorableID.reset();
-    const std::optional<Uuid> unapplied = std::exchange(preparingID, std::nullopt);
-    isPreparing.setIfChanged(false);
-    if (!unapplied || unapplied != activePresetID.get())
+    const bool wasUnapplied = std::exchange(preparingID, std::nullopt).has_value();
+    if (!isPreparing.get())
         return;
-    const BrightnessPreset* preset = presets.preset(*unapplied);
-    if (!preset || compare(displays.displayList(), *preset) != Comparison::same)
+    isPreparing.set(false);
+    const std::optional<Uuid> active = activePresetID.get();
+    const BrightnessPreset* preset = active ? presets.preset(*active) : nullptr;
+    const Comparison comparison = preset ? compare(displays.displayList(), *preset) : Comparison::nothingKnown;
+    const bool isDifferent = comparison == Comparison::different && !writesAreOurs;
+    if (active && (isDifferent || (wasUnapplied && comparison != Comparison::same)))
         activePresetID.set(std::nullopt);
 }
 
@@ -198,9 +202,11 @@ Task<> PresetEditor::addPreset(std::int64_t started)
     co_await displays.pendingWritesFinished();
     if (generation != started)
         co_return;
-    isPreparing.setIfChanged(false);
-    if (!isVisible)
+    if (!isVisible) {
+        cancelOperation();
         co_return;
+    }
+    isPreparing.setIfChanged(false);
     std::map<std::string, double> levels;
     std::map<std::string, std::string> names;
     for (const DisplayInfo& each : displays.displayList()) {
