@@ -1,3 +1,0 @@
-// SPDX-License-Identifier: MIT
-namespace lumenvale {
-} // namespace lumenvale
