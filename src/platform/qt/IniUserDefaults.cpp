@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/IniUserDefaults.h"
 
+#include "platform/qt/FolderLock.h"
 #include "platform/qt/PropertyText.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryFile>
@@ -20,7 +20,7 @@ namespace {
 /// A slider dragged in the settings changes a preset many times a second; the disk is asked twice a second.
 constexpr auto writeWait = std::chrono::milliseconds(500);
 /// Longer than any save takes; shorter than people wait.
-constexpr int lockWaitMilliseconds = 2000;
+constexpr auto lockWait = std::chrono::seconds(2);
 
 PropertyValue fromVariant(const QVariant& stored)
 {
@@ -32,13 +32,19 @@ PropertyValue fromVariant(const QVariant& stored)
     return list;
 }
 
-std::map<std::string, PropertyValue> readFile(const std::string& path)
-{
+struct Contents {
     std::map<std::string, PropertyValue> values;
+    bool isDamaged = false; // a line of it is none
+};
+
+Contents readFile(const std::string& path)
+{
+    Contents contents;
     const QSettings settings(QString::fromStdString(path), QSettings::IniFormat);
     for (const QString& key : settings.allKeys())
-        values.emplace(key.toStdString(), fromVariant(settings.value(key)));
-    return values;
+        contents.values.emplace(key.toStdString(), fromVariant(settings.value(key)));
+    contents.isDamaged = settings.status() == QSettings::FormatError;
+    return contents;
 }
 
 /// Keeps what a person has damaged before it is replaced; the first such copy stays.
@@ -70,8 +76,11 @@ void keepTimeMoving(const QString& path, const QDateTime& before)
 } // namespace
 
 IniUserDefaults::IniUserDefaults(std::string file, std::string folder, Clock& source)
-    : path(std::move(file)), domainFolder(std::move(folder)), clock(source), values(readFile(path))
+    : path(std::move(file)), domainFolder(std::move(folder)), clock(source)
 {
+    Contents contents = readFile(path);
+    values = std::move(contents.values);
+    isDamaged = contents.isDamaged;
 }
 
 IniUserDefaults::~IniUserDefaults() { flush(); }
@@ -103,7 +112,8 @@ PropertyDictionary IniUserDefaults::domain(const std::string& name) const
     const std::string file = domainFolder + '/' + name + ".ini";
     if (name.find('/') != std::string::npos || !QFileInfo::exists(QString::fromStdString(file)))
         return dictionary;
-    for (auto& [key, value] : readFile(file))
+    Contents contents = readFile(file);
+    for (auto& [key, value] : contents.values)
         dictionary.emplace_back(key, std::move(value));
     return dictionary;
 }
@@ -126,36 +136,41 @@ void IniUserDefaults::flush()
 
 tl::expected<void, std::string> IniUserDefaults::save()
 {
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::error_code failure;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
+    std::filesystem::create_directories(folder, failure);
     if (failure)
         return tl::unexpected(failure.message());
+    const FolderLock lock(folder.string(), lockWait);
+    if (lock.state() == FolderLock::State::taken)
+        return tl::unexpected("another program is writing to " + folder.string());
 
     const QString file = QString::fromStdString(path);
-    QLockFile lock(file + QStringLiteral(".guard"));
-    if (!lock.tryLock(lockWaitMilliseconds))
-        return tl::unexpected(lock.error() == QLockFile::LockFailedError ? "another program is writing to " + path
-                                                                         : writeFailure(file));
-
+    if (lock.state() == FolderLock::State::held)
+        QFile::remove(file + QStringLiteral(".lock")); // QSettings would wait half a minute for a killed process
     const QDateTime before = QFileInfo(file).lastModified();
-    auto settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
-    const bool damaged = settings->status() == QSettings::FormatError;
-    if (damaged)
+    if (isDamaged)
         copyAside(file);
+    writeChanges(file);
+    const QSettings written(file, QSettings::IniFormat); // the writer's own status may tell of the damage
+    if (written.status() == QSettings::AccessError)
+        return tl::unexpected(writeFailure(file));
+    isDamaged = false;
+    keepTimeMoving(file, before);
+    return {};
+}
+
+void IniUserDefaults::writeChanges(const QString& file) const
+{
+    QSettings settings(file, QSettings::IniFormat);
     for (const std::string& key : changed) {
         const auto entry = values.find(key);
         if (entry == values.end())
-            settings->remove(QString::fromStdString(key));
+            settings.remove(QString::fromStdString(key));
         else
-            settings->setValue(QString::fromStdString(key), QString::fromStdString(encodeProperty(entry->second)));
+            settings.setValue(QString::fromStdString(key), QString::fromStdString(encodeProperty(entry->second)));
     }
-    settings->sync();
-    if (damaged) // its status stays bad; a new look tells whether the file is whole now
-        settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
-    if (settings->status() != QSettings::NoError)
-        return tl::unexpected(writeFailure(file));
-    keepTimeMoving(file, before);
-    return {};
+    settings.sync();
 }
 
 } // namespace lumenvale

@@ -6,6 +6,7 @@
 #include "base/Clock.h"
 #include "base/UserDefaults.h"
 
+#include <QString>
 #include <map>
 #include <set>
 #include <string>
@@ -32,12 +33,14 @@ public:
 
 private:
     tl::expected<void, std::string> save();
+    void writeChanges(const QString& file) const;
 
     std::string path;
     std::string domainFolder;
     Clock& clock;
     std::map<std::string, PropertyValue> values; // as read at the start, and as set since
     std::set<std::string> changed;               // set since the last successful write
+    bool isDamaged = false;                      // the file, as found at the start
     Clock::TimerId timer = 0;
     Signal<const std::string&> failures;
 };

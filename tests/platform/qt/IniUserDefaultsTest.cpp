@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/IniUserDefaults.h"
+
+#include "SavingProcess.h"
+#include "support/ManualClock.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace lumenvale {
+namespace {
+
+using namespace std::chrono_literals;
+
+class IniUserDefaultsTest : public testing::Test {
+protected:
+    std::string pathOf(const char* name) const { return folder.filePath(name).toStdString(); }
+
+    IniUserDefaults open() { return IniUserDefaults(path, folder.path().toStdString(), clock); }
+
+    void write(const std::string& target, const QByteArray& text)
+    {
+        QFile file(QString::fromStdString(target));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    QTemporaryDir folder;
+    std::string path = pathOf("preferences.ini");
+    ManualClock clock;
+};
+
+std::vector<PropertyValue> awkwardValues()
+{
+    const PropertyData everyByte = [] {
+        PropertyData bytes(256);
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<std::uint8_t>(i);
+        return bytes;
+    }();
+    return {true,
+            false,
+            0,
+            1,
+            std::numeric_limits<std::int64_t>::min(),
+            std::numeric_limits<std::int64_t>::max(),
+            0.0,
+            1.0,
+            0.1,
+            -0.0,
+            1e300,
+            std::numeric_limits<double>::denorm_min(),
+            std::numeric_limits<double>::infinity(),
+            -std::numeric_limits<double>::infinity(),
+            "",
+            "dock",
+            "true",
+            "5",
+            "null",
+            "\"quoted\"",
+            "[\"not an array\"]",
+            "{\"data\":\"AAAA\"}",
+            "@ByteArray(x)",
+            "@Variant(\\0\\0)",
+            "@@",
+            " spaces ",
+            "a, b;c=d\\n\n\t\r#%20",
+            "Größe 日本語 🖥",
+            std::string("nul\0inside\0001", 12),
+            std::string("\xFF\xFE not UTF-8"),
+            "\xEF\xBB\xBFmark",
+            PropertyData(),
+            PropertyData{0},
+            everyByte,
+            PropertyArray(),
+            PropertyArray{"A", "B, C", "", "\"", "5"},
+            PropertyArray{"only one"},
+            PropertyArray{1, true, 0.5, PropertyData{1, 2}, PropertyArray{"nested"}},
+            PropertyDictionary{{"b", 1}, {"a", "text"}, {"", PropertyDictionary()}}};
+}
+
+TEST_F(IniUserDefaultsTest, GivesEveryValueBackWithItsTypeFromMemoryAndFromTheDisk)
+{
+    const std::vector<PropertyValue> values = awkwardValues();
+    {
+        IniUserDefaults defaults = open();
+        for (std::size_t i = 0; i < values.size(); ++i)
+            defaults.set("key" + std::to_string(i), values[i]);
+        defaults.set("nan", std::nan(""));
+        EXPECT_EQ(defaults.value("key5"), values[5]);
+    }
+    const IniUserDefaults defaults = open();
+    for (std::size_t i = 0; i < values.size(); ++i)
+        EXPECT_EQ(defaults.value("key" + std::to_string(i)), values[i]) << "value " << i;
+    EXPECT_TRUE(std::signbit(readDefault<double>(defaults, "key9").value_or(1.0)));
+    EXPECT_TRUE(std::isnan(readDefault<double>(defaults, "nan").value_or(0.0)));
+}
+
+TEST_F(IniUserDefaultsTest, GivesRandomTextsAndBytesBack)
+{
+    std::minstd_rand random(1);
+    std::vector<PropertyValue> values;
+    for (int i = 0; i < 300; ++i) {
+        std::string text(random() % 12, '\0');
+        for (char& each : text)
+            each = static_cast<char>(i % 2 == 0 ? random() % 128 : random() % 256);
+        values.emplace_back(i % 3 == 0 ? PropertyValue(PropertyData(text.begin(), text.end()))
+                                       : PropertyValue(text));
+    }
+    {
+        IniUserDefaults defaults = open();
+        for (std::size_t i = 0; i < values.size(); ++i)
+            defaults.set(std::to_string(i), values[i]);
+    }
+    const IniUserDefaults defaults = open();
+    for (std::size_t i = 0; i < values.size(); ++i)
+        EXPECT_EQ(defaults.value(std::to_string(i)), values[i]) << "value " << i;
+}
+
+TEST_F(IniUserDefaultsTest, ReadsWhatPeopleWriteByHand)
+{
+    write(path, "[General]\nappPresentation=dock\nhasOpenedSettings=true\ndisplayOrder=A, B\nlevel=0.5\n");
+    const IniUserDefaults defaults = open();
+    EXPECT_EQ(defaults.value("appPresentation"), PropertyValue("dock"));
+    EXPECT_EQ(defaults.value("hasOpenedSettings"), PropertyValue(true));
+    EXPECT_EQ(defaults.value("displayOrder"), PropertyValue(PropertyArray{"A", "B"}));
+    EXPECT_EQ(defaults.value("level"), PropertyValue(0.5));
+    EXPECT_EQ(defaults.value("absent"), std::nullopt);
+}
+
+TEST_F(IniUserDefaultsTest, AnswersForOtherDomainsFromTheirFiles)
+{
+    write(pathOf("com.example.Old.ini"), "[General]\nappPresentation=both\n");
+    const IniUserDefaults defaults = open();
+    EXPECT_EQ(defaults.domain("com.example.Old"), (PropertyDictionary{{"appPresentation", "both"}}));
+    EXPECT_EQ(defaults.domain("com.example.Missing"), PropertyDictionary());
+    EXPECT_EQ(defaults.domain("../com.example.Old"), PropertyDictionary());
+    EXPECT_FALSE(QFileInfo::exists(folder.filePath("com.example.Missing.ini")));
+}
+
+TEST_F(IniUserDefaultsTest, RemovesAKeyAndWritesNothingWithoutAChange)
+{
+    {
+        IniUserDefaults defaults = open();
+        defaults.set("kept", 1);
+        defaults.set("removed", 2);
+        defaults.flush();
+        defaults.set("removed", std::nullopt);
+        EXPECT_EQ(defaults.value("removed"), std::nullopt);
+    }
+    const QDateTime written = QFileInfo(QString::fromStdString(path)).lastModified();
+    {
+        IniUserDefaults defaults = open();
+        EXPECT_EQ(defaults.value("kept"), PropertyValue(1));
+        EXPECT_EQ(defaults.value("removed"), std::nullopt);
+        defaults.flush();
+    }
+    EXPECT_EQ(QFileInfo(QString::fromStdString(path)).lastModified(), written);
+}
+
+TEST_F(IniUserDefaultsTest, WritesAtMostTwiceASecondWhileValuesKeepComing)
+{
+    IniUserDefaults defaults = open();
+    QDateTime last;
+    int writes = 0;
+    for (int i = 1; i <= 1000; ++i) { // ten seconds of a dragged slider
+        defaults.set("level", i);
+        clock.advance(10ms);
+        const QDateTime now = QFileInfo(QString::fromStdString(path)).lastModified();
+        writes += now != last ? 1 : 0;
+        last = now;
+    }
+    EXPECT_GE(writes, 18);
+    EXPECT_LE(writes, 20);
+    clock.advance(500ms);
+    EXPECT_EQ(open().value("level"), PropertyValue(1000));
+    EXPECT_EQ(clock.pendingCount(), 0U);
+}
+
+TEST_F(IniUserDefaultsTest, ReportsAFailureInTheSystemsWordsAndTriesAgain)
+{
+    write(pathOf("obstacle"), "a file where a folder should be");
+    path = pathOf("obstacle/preferences.ini");
+    IniUserDefaults defaults = open();
+    std::vector<std::string> words;
+    const auto subscription = defaults.observeFailures([&](const std::string& text) { words.push_back(text); });
+    defaults.set("level", 1);
+    clock.advance(500ms);
+    EXPECT_EQ(words, std::vector<std::string>{"Not a directory"});
+    EXPECT_EQ(defaults.value("level"), PropertyValue(1));
+
+    QFile::remove(folder.filePath("obstacle"));
+    defaults.set("other", 2);
+    clock.advance(500ms);
+    EXPECT_EQ(words.size(), 1U);
+    EXPECT_EQ(open().value("level"), PropertyValue(1));
+    EXPECT_EQ(open().value("other"), PropertyValue(2));
+}
+
+TEST_F(IniUserDefaultsTest, SaysSoWhenAFolderStandsInTheFilesPlace)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkdir("preferences.ini"));
+    std::vector<std::string> words;
+    {
+        IniUserDefaults defaults = open();
+        const auto subscription =
+            defaults.observeFailures([&](const std::string& text) { words.push_back(text); });
+        defaults.set("level", 1);
+        defaults.flush();
+    }
+    ASSERT_EQ(words.size(), 1U);
+    EXPECT_NE(words[0].find("is a folder"), std::string::npos) << words[0];
+}
+
+TEST_F(IniUserDefaultsTest, KeepsADamagedFileBesideTheNewOne)
+{
+    const QByteArray damaged = "[General]\nappPresentation=dock\nthis is no line of preferences\n";
+    write(path, damaged);
+    {
+        IniUserDefaults defaults = open();
+        std::vector<std::string> words;
+        const auto subscription =
+            defaults.observeFailures([&](const std::string& text) { words.push_back(text); });
+        EXPECT_EQ(defaults.value("appPresentation"), PropertyValue("dock"));
+        defaults.set("level", 1);
+        defaults.flush();
+        EXPECT_EQ(words, std::vector<std::string>());
+    }
+    QFile copy(QString::fromStdString(path + ".damaged"));
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), damaged);
+    EXPECT_EQ(open().value("appPresentation"), PropertyValue("dock"));
+    EXPECT_EQ(open().value("level"), PropertyValue(1));
+}
+
+TEST_F(IniUserDefaultsTest, LosesNoKeyWhenTwoProcessesWriteAtOnce)
+{
+    constexpr int count = 60;
+    QProcess one, other;
+    startKeySaver(one, path, "one", count);
+    startKeySaver(other, path, "two", count);
+    ASSERT_TRUE(one.waitForFinished() && other.waitForFinished());
+    EXPECT_EQ(one.exitCode(), 0);
+    EXPECT_EQ(other.exitCode(), 0);
+    const IniUserDefaults defaults = open();
+    for (int i = 1; i <= count; ++i) {
+        EXPECT_EQ(defaults.value("one" + std::to_string(i)), PropertyValue(i));
+        EXPECT_EQ(defaults.value("two" + std::to_string(i)), PropertyValue(i));
+    }
+}
+
+TEST_F(IniUserDefaultsTest, HoldsTheOldOrTheNewValuesWheneverTheProcessIsKilled)
+{
+    std::minstd_rand random(2);
+    std::int64_t before = 0;
+    for (int round = 0; round < 200; ++round) {
+        QProcess saver;
+        startEndlessSaver(saver, path);
+        for (auto lines = random() % 4; saver.bytesAvailable() < qint64(6 * lines);)
+            ASSERT_TRUE(saver.waitForReadyRead());
+        for (volatile unsigned spin = random() % 2'000'000; spin != 0;) // any moment of the next save
+            spin = spin - 1;
+        saver.kill();
+        ASSERT_TRUE(saver.waitForFinished());
+        const std::int64_t confirmed = before + saver.readAllStandardOutput().count('\n');
+
+        const IniUserDefaults defaults = open();
+        const std::int64_t count = readDefault<std::int64_t>(defaults, "count").value_or(0);
+        ASSERT_GE(count, confirmed) << "a saved value is lost in round " << round;
+        ASSERT_LE(count, confirmed + 1);
+        if (count > 0) {
+            ASSERT_EQ(readDefault<std::string>(defaults, "text"), textFor(count));
+        }
+        before = count;
+    }
+    EXPECT_GT(before, 0);
+}
+
+} // namespace
+} // namespace lumenvale
