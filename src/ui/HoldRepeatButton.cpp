@@ -12,10 +12,7 @@ HoldRepeatButton::HoldRepeatButton(Clock& source, QWidget* parent) : SmallButton
     connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
 }
 
-HoldRepeatButton::~HoldRepeatButton()
-{
-    clock.cancel(repeatTimer);
-}
+HoldRepeatButton::~HoldRepeatButton() { clock.cancel(repeatTimer); }
 
 void HoldRepeatButton::activate()
 {

@@ -38,10 +38,7 @@ void LevelSlider::setValue(double fraction)
         show(fraction);
 }
 
-void LevelSlider::setStep(double fraction)
-{
-    stepSize = fraction;
-}
+void LevelSlider::setStep(double fraction) { stepSize = fraction; }
 
 void LevelSlider::setValueText(const QString& next)
 {

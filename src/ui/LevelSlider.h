@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A slider for a fraction from 0.0 to 1.0, in the program's own look. While the user drags it, values from outside wait, so
-// that the knob never leaves the pointer.
+// A slider for a fraction from 0.0 to 1.0, in the program's own look. While the user drags it, values from outside
+// wait, so that the knob never leaves the pointer.
 #pragma once
 
 #include <QWidget>
@@ -54,9 +54,9 @@ private:
     double stepSize = 0.01;
     QString text;
     bool dragging = false;
-    double grabOffset = 0.0;           // from the knob's centre to where it was taken
+    double grabOffset = 0.0;            // from the knob's centre to where it was taken
     std::optional<double> valueWaiting; // arrived during a drag
-    double wheelRest = 0.0;            // of a notch
+    double wheelRest = 0.0;             // of a notch
 };
 
 } // namespace lumenvale

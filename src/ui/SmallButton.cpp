@@ -12,7 +12,7 @@
 namespace lumenvale {
 
 namespace {
-constexpr int height = 22;
+constexpr int lowestHeight = 22;
 constexpr int symbolSize = 13;
 constexpr int padding = 8;
 constexpr int gap = 6;
@@ -49,7 +49,7 @@ QSize SmallButton::sizeHint() const
         width += symbolSize;
     if (!text().isEmpty())
         width += fontMetrics().horizontalAdvance(text()) + (symbol.isEmpty() ? 4 : gap);
-    return {std::max(width, 29), std::max(height, fontMetrics().height() + 4)};
+    return {std::max(width, 29), std::max(lowestHeight, fontMetrics().height() + 4)};
 }
 
 void SmallButton::paintEvent(QPaintEvent*)
@@ -59,8 +59,7 @@ void SmallButton::paintEvent(QPaintEvent*)
     drawControlFace(painter, rect(), theme, {isEnabled(), underMouse(), isDown()});
     if (showsFocus(this))
         drawFocusRing(painter, rect(), controlCornerRadius, theme);
-    const QColor colour =
-        isEnabled() && textColour.isValid() ? textColour : contentColour(theme, isEnabled());
+    const QColor colour = isEnabled() && textColour.isValid() ? textColour : contentColour(theme, isEnabled());
     const int textWidth = text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text());
     const int symbolWidth = symbol.isEmpty() ? 0 : symbolSize;
     const int both = symbolWidth > 0 && textWidth > 0 ? gap : 0;
@@ -69,7 +68,8 @@ void SmallButton::paintEvent(QPaintEvent*)
     const double symbolX = mirrored ? start + textWidth + both : start;
     const double textX = mirrored ? start : start + symbolWidth + both;
     if (symbolWidth > 0)
-        drawSymbol(painter, symbol, QRectF(symbolX, (QWidget::height() - symbolSize) / 2.0, symbolSize, symbolSize), colour);
+        drawSymbol(painter, symbol,
+                   QRectF(symbolX, (QWidget::height() - symbolSize) / 2.0, symbolSize, symbolSize), colour);
     painter.setPen(colour);
     painter.drawText(QRectF(textX, 0, textWidth + 1, QWidget::height()), Qt::AlignVCenter | Qt::AlignLeft, text());
 }

@@ -60,10 +60,7 @@ QPointF onCircle(double radius, double degrees)
     return {8.0 + radius * std::cos(angle), 8.0 - radius * std::sin(angle)};
 }
 
-Drawing laptop()
-{
-    return Drawing().box(3.25, 3, 9.5, 7.25, 1.25).line(1.25, 12.75, 14.75, 12.75);
-}
+Drawing laptop() { return Drawing().box(3.25, 3, 9.5, 7.25, 1.25).line(1.25, 12.75, 14.75, 12.75); }
 
 Drawing display()
 {
@@ -74,7 +71,14 @@ Drawing twoDisplays()
 {
     Drawing drawing;
     drawing.box(6.75, 5.75, 7.75, 6.5, 1.25).line(9.25, 14.25, 12, 14.25);
-    drawing.polygon({{4.75, 9.25}, {2.5, 9.25}, {1.5, 8.25}, {1.5, 3.25}, {2.5, 2.25}, {9.5, 2.25}, {10.5, 3.25}, {10.5, 3.75}},
+    drawing.polygon({{4.75, 9.25},
+                     {2.5, 9.25},
+                     {1.5, 8.25},
+                     {1.5, 3.25},
+                     {2.5, 2.25},
+                     {9.5, 2.25},
+                     {10.5, 3.25},
+                     {10.5, 3.75}},
                     false);
     return drawing;
 }
@@ -153,20 +157,11 @@ Drawing copySheets()
     return drawing.polygon({{3.25, 10.5}, {2.5, 9.75}, {2.5, 3.5}, {3.5, 2.5}, {9, 2.5}, {10, 3.25}}, false);
 }
 
-Drawing minus()
-{
-    return Drawing().line(4, 8, 12, 8);
-}
+Drawing minus() { return Drawing().line(4, 8, 12, 8); }
 
-Drawing plus()
-{
-    return Drawing().line(4, 8, 12, 8).line(8, 4, 8, 12);
-}
+Drawing plus() { return Drawing().line(4, 8, 12, 8).line(8, 4, 8, 12); }
 
-Drawing checkmark()
-{
-    return Drawing().polygon({{3.25, 8.5}, {6.5, 11.75}, {12.75, 4.5}}, false);
-}
+Drawing checkmark() { return Drawing().polygon({{3.25, 8.5}, {6.5, 11.75}, {12.75, 4.5}}, false); }
 
 struct Entry {
     std::string_view name;
@@ -174,13 +169,20 @@ struct Entry {
 };
 
 constexpr std::array entries = {
-    Entry{"laptopcomputer", laptop}, Entry{"display", display},
-    Entry{"display.2", twoDisplays}, Entry{"exclamationmark.triangle", warningTriangle},
-    Entry{"sun.max.fill", sun},      Entry{"minus", minus},
-    Entry{"plus", plus},             Entry{"checkmark", checkmark},
-    Entry{"gearshape", gear},        Entry{"arrow.clockwise", refresh},
-    Entry{"power", power},           Entry{"slider.horizontal.3", threeSliders},
-    Entry{"trash", trash},           Entry{"doc.on.doc", copySheets},
+    Entry{"laptopcomputer", laptop},
+    Entry{"display", display},
+    Entry{"display.2", twoDisplays},
+    Entry{"exclamationmark.triangle", warningTriangle},
+    Entry{"sun.max.fill", sun},
+    Entry{"minus", minus},
+    Entry{"plus", plus},
+    Entry{"checkmark", checkmark},
+    Entry{"gearshape", gear},
+    Entry{"arrow.clockwise", refresh},
+    Entry{"power", power},
+    Entry{"slider.horizontal.3", threeSliders},
+    Entry{"trash", trash},
+    Entry{"doc.on.doc", copySheets},
 };
 
 /// Two display corners with a half sun above, in a system whose y points up.
@@ -203,7 +205,8 @@ Drawing statusDrawing()
                                                             {4.9, 9.5, 3.4, 9.5}}};
     for (const auto& ray : rays)
         drawing.line(ray[0], ray[1], ray[2], ray[3]);
-    // Qt's angles run against the sense of a y that points up: 189.594068° clockwise to −9.594068° through the top.
+    // Qt's angles run against the sense of a y that points up: 189.594068° clockwise to −9.594068° through the
+    // top.
     constexpr double below = 9.594068;
     const QRectF disc(11 - 4.5, 9.5 - 4.5, 9, 9);
     drawing.filled.arcMoveTo(disc, below);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program's own symbols: strokes of 1.25 on a grid of 16, drawn as paths, so that they are sharp at every scale and take
-// any colour.
+// The program's own symbols: strokes of 1.25 on a grid of 16, drawn as paths, so that they are sharp at every
+// scale and take any colour.
 #pragma once
 
 #include <QColor>
@@ -22,8 +22,8 @@ QImage symbolImage(const QString& name, const QColor& colour, double devicePixel
 constexpr int statusImageWidth = 22;
 constexpr int statusImageHeight = 18;
 
-/// The image of the status item, 22 × 18 points: two display corners below a half sun. It is a template: one colour on
-/// nothing, tinted to suit the bar.
+/// The image of the status item, 22 × 18 points: two display corners below a half sun. It is a template: one
+/// colour on nothing, tinted to suit the bar.
 QImage statusImage(const QColor& colour, double devicePixelRatio);
 
 } // namespace lumenvale

@@ -25,7 +25,8 @@ QColor withOpacity(QRgb colour, double opacity)
 
 bool isReadable(const QColor& accent)
 {
-    return accent.isValid() && accent.hslSaturationF() > 0.15F && accent.lightnessF() > 0.2F && accent.lightnessF() < 0.8F;
+    return accent.isValid() && accent.hslSaturationF() > 0.15F && accent.lightnessF() > 0.2F &&
+           accent.lightnessF() < 0.8F;
 }
 
 QColor accentOf(const QPalette& palette, bool dark)
@@ -33,7 +34,7 @@ QColor accentOf(const QPalette& palette, bool dark)
     const QRgb own = dark ? ownDarkAccent : ownLightAccent;
     const QColor chosen = palette.color(QPalette::Active, QPalette::Highlight);
     return isReadable(chosen) && chosen.rgb() != unchosenHighlight && chosen != QColor(Qt::darkBlue) ? chosen
-                                                                                                      : QColor(own);
+                                                                                                     : QColor(own);
 }
 
 double relativeLuminance(const QColor& colour)
@@ -68,10 +69,7 @@ Theme Theme::of(const QPalette& palette)
     return theme;
 }
 
-Theme Theme::of(const QWidget* widget)
-{
-    return of(widget->palette());
-}
+Theme Theme::of(const QWidget* widget) { return of(widget->palette()); }
 
 QPalette makePalette(bool dark)
 {
@@ -91,7 +89,8 @@ QPalette makePalette(bool dark)
 
 QFont fontFor(TextRole role)
 {
-    QFont font = role == TextRole::monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QGuiApplication::font();
+    QFont font = role == TextRole::monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                              : QGuiApplication::font();
     font.setPixelSize(13);
     switch (role) {
     case TextRole::body:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program's colours and fonts, as functions of a widget's palette: a change of the system's appearance arrives as a
-// palette change, repaints everything, and is thereby followed live.
+// The program's colours and fonts, as functions of a widget's palette: a change of the system's appearance arrives
+// as a palette change, repaints everything, and is thereby followed live.
 #pragma once
 
 #include <QColor>
@@ -27,8 +27,8 @@ struct Theme {
     QColor failure;
     QColor track; ///< the empty part of a slider
 
-    /// Dark where the palette's windows are darker than their text. The accent is the palette's highlight colour where
-    /// the system has chosen one, else our own.
+    /// Dark where the palette's windows are darker than their text. The accent is the palette's highlight colour
+    /// where the system has chosen one, else our own.
     static Theme of(const QPalette& palette);
     static Theme of(const QWidget* widget);
 };
