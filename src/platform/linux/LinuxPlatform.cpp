@@ -1,64 +1,51 @@
 // SPDX-License-Identifier: MIT
-#include "base/MemoryUserDefaults.h"
+#include "base/Identity.h"
 #include "platform/Platform.h"
+#include "platform/linux/I2cDriver.h"
+#include "platform/linux/LinuxBrightness.h"
+#include "platform/linux/LinuxDiagnostics.h"
+#include "platform/linux/LinuxDisplaySystem.h"
+#include "platform/linux/LinuxScreenSource.h"
+#include "platform/linux/LinuxServiceRegistry.h"
+#include "platform/linux/LinuxSystemEvents.h"
+#include "platform/linux/Logind.h"
+#include "platform/qt/IniUserDefaults.h"
+
+#include <QStandardPaths>
+#include <utility>
 
 namespace lumenvale {
 
 namespace {
 
-// The parts for real displays are still to be written: until then this system has none.
-
-class NoRegistry final : public ServiceRegistry {
-public:
-    void forEachEntry(const std::function<void(const RegistryEntry&)>& /*visit*/) override {}
-};
-
-class NoDisplaySystem final : public DisplaySystem {
-public:
-    std::optional<PropertyDictionary> informationDictionary(std::uint32_t /*id*/) override { return std::nullopt; }
-    bool isOnline(std::uint32_t /*id*/) override { return false; }
-    std::optional<std::string> uuid(std::uint32_t /*id*/) override { return std::nullopt; }
-};
-
-class NoScreens final : public ScreenSource {
-public:
-    std::vector<Screen> screens() override { return {}; }
-    bool isAsleep(std::uint32_t /*id*/) override { return false; }
-};
-
-class NoEvents final : public SystemEvents {
-public:
-    Subscription subscribe(std::function<void(SystemEvent)> observer) override
-    {
-        return events.subscribe(std::move(observer));
-    }
-
-private:
-    Signal<SystemEvent> events;
-};
-
-class NoDiagnostics final : public Diagnostics {
-public:
-    std::vector<Finding> examine(const std::vector<DisplayInfo>& /*displays*/) override
-    {
-        return {{Finding::Kind::problem, "", "Real displays are not supported yet.",
-                 "Use simulated ones: lumenvale --simulate list"}};
-    }
-};
+std::unique_ptr<UserDefaults> makeDefaults(Clock& clock)
+{
+    const std::string folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
+    return std::make_unique<IniUserDefaults>(folder + "/" + applicationIdentifier + "/preferences.ini", folder,
+                                             clock);
+}
 
 } // namespace
 
-Platform makeNativePlatform(const PlatformOptions& options, Clock& /*clock*/, MainThread& /*mainThread*/)
+Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& /*mainThread*/)
 {
+    const SystemPaths paths;
+    auto screens = std::make_unique<LinuxScreenSource>(
+        paths, options.hasWindowSystem ? LinuxScreenSource::WindowScreens(qtWindowScreens) : nullptr);
+
     Platform platform;
-    platform.defaults = std::make_unique<MemoryUserDefaults>();
-    platform.screens = std::make_unique<NoScreens>();
-    platform.events = std::make_unique<NoEvents>();
-    platform.diagnostics = std::make_unique<NoDiagnostics>();
+    platform.defaults = makeDefaults(clock);
+    platform.events = std::make_unique<LinuxSystemEvents>(paths, options.hasWindowSystem, *screens, clock);
+    platform.screens = std::move(screens);
+    platform.diagnostics = std::make_unique<LinuxDiagnostics>(paths);
     platform.startup = makeNativeStartupService(options);
     platform.hotKeys = makeNativeHotKeyService(options);
-    platform.hardware.registry = std::make_unique<NoRegistry>();
-    platform.hardware.displaySystem = std::make_unique<NoDisplaySystem>();
+    HardwareAccess& hardware = platform.hardware;
+    hardware.registry =
+        std::make_unique<LinuxServiceRegistry>(paths, makeI2cDriver(paths.devices), hardware.pause, options.log);
+    hardware.displaySystem = std::make_unique<LinuxDisplaySystem>(paths);
+    hardware.native = makeLinuxBrightness(paths, {writeNumber, setBrightnessThroughLogind}, options.log);
     return platform;
 }
 

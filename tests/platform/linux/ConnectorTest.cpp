@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "FakeSysfs.h"
+
+#include "platform/linux/LinuxDisplaySystem.h"
+
+#include <gtest/gtest.h>
+#include <set>
+
+namespace lumenvale {
+namespace {
+
+std::vector<std::string> displayNames(const FakeSysfs& system)
+{
+    std::vector<std::string> names;
+    const std::vector<Connector> all = readConnectors(system.paths());
+    for (const Connector& each : all) {
+        if (each.isDisplay())
+            names.push_back(displayName(each, all));
+    }
+    return names;
+}
+
+std::string uuidOf(const FakeSysfs& system, const std::string& connector)
+{
+    return displayUuid(system.connector(connector), readConnectors(system.paths()));
+}
+
+TEST(Connectors, OnlyDisplaysThatShowAPictureAreListedPanelFirst)
+{
+    FakeSysfs system;
+    const auto device = system.addCard();
+    system.addConnector(device, "HDMI-A-10", EdidBuilder{.name = "Ten"}.build());
+    system.addConnector(device, "HDMI-A-2", EdidBuilder{.name = "Two"}.build());
+    system.addConnector(device, "DP-1");
+    const auto off =
+        system.addConnector(device, "DP-2", EdidBuilder{.name = "Switched off in the settings"}.build());
+    system.write(off / "enabled", "disabled");
+    system.addConnector(device, "eDP-1", EdidBuilder{.name = "B140"}.build());
+    system.addConnector(device, "Writeback-1", EdidBuilder{}.build());
+    system.write(system.root() / "class/drm/version", "drm 1.1.0");
+    EXPECT_EQ(displayNames(system), (std::vector<std::string>{"Built-in Display", "Two", "Ten"}));
+}
+
+TEST(Connectors, DriversThatLeaveTheRecordsAsideCountAsDrivenAndAwake)
+{
+    FakeSysfs system;
+    const auto device = system.addCard("card0", "nvidia");
+    const auto connector = system.addConnector(device, "DP-1", EdidBuilder{}.build());
+    system.write(connector / "enabled", "disabled");
+    system.write(connector / "dpms", "Off");
+    EXPECT_TRUE(system.connector("DP-1").isDisplay());
+    EXPECT_FALSE(system.connector("DP-1").isAsleep);
+}
+
+TEST(Connectors, NamesThatWouldBeTheSameCarryTheirConnector)
+{
+    FakeSysfs system;
+    const auto device = system.addCard();
+    system.addConnector(device, "DP-1", EdidBuilder{}.build());
+    system.addConnector(device, "DP-2", EdidBuilder{}.build());
+    system.addConnector(device, "HDMI-A-1", EdidBuilder{.name = ""}.build());
+    EXPECT_EQ(displayNames(system),
+              (std::vector<std::string>{"Studio 27 (DP-1)", "Studio 27 (DP-2)", "Display (HDMI-A-1)"}));
+}
+
+TEST(Connectors, DisplayNumbersDifferAndDependOnNothingButTheName)
+{
+    std::set<std::uint32_t> numbers;
+    int count = 0;
+    for (const char* card : {"card0", "card1", "card12", "card999"}) {
+        for (const char* name :
+             {"DP-1", "DP-2", "HDMI-A-1", "HDMI-B-1", "eDP-1", "DP-300", "Odd", "Odd-1", "DVI-I-1"}) {
+            numbers.insert(displayNumber(card, name));
+            ++count;
+        }
+    }
+    EXPECT_EQ(numbers.size(), static_cast<std::size_t>(count));
+    EXPECT_FALSE(numbers.contains(0));
+    EXPECT_EQ(displayNumber("card1", "DP-2"), 0x010A02U);
+}
+
+TEST(Identity, AMonitorWithASerialKeepsItsUuidOnEverySocket)
+{
+    const EdidBlock edid = EdidBuilder{.serial = 7}.build();
+    EdidBlock overHdmi = EdidBuilder{.serial = 7, .revision = 3, .videoInput = 0x80, .width = 1920}.build();
+    FakeSysfs before;
+    before.addConnector(before.addCard(), "DP-1", edid);
+    FakeSysfs after;
+    after.addConnector(after.addCard("card1", "amdgpu", "0000:03:00.0"), "HDMI-A-2", overHdmi, "card1");
+    EXPECT_EQ(uuidOf(before, "DP-1"), uuidOf(after, "HDMI-A-2"));
+    EXPECT_EQ(uuidOf(before, "DP-1").size(), 36U);
+    EXPECT_EQ(uuidOf(before, "DP-1")[14], '5');
+}
+
+TEST(Identity, AMonitorWithoutASerialIsKnownByItsPlaceWhateverTheCardIsCalled)
+{
+    const EdidBlock edid = EdidBuilder{}.build();
+    FakeSysfs before;
+    before.addConnector(before.addCard("card0"), "DP-1", edid);
+    FakeSysfs renumbered;
+    renumbered.addConnector(renumbered.addCard("card1"), "DP-1", edid, "card1");
+    FakeSysfs moved;
+    moved.addConnector(moved.addCard("card0"), "DP-2", edid);
+    EXPECT_EQ(uuidOf(before, "DP-1"), uuidOf(renumbered, "DP-1"));
+    EXPECT_NE(uuidOf(before, "DP-1"), uuidOf(moved, "DP-2"));
+}
+
+TEST(Identity, MonitorsThatClaimTheSameIdentityAreToldApartByTheirPlace)
+{
+    FakeSysfs system;
+    const auto device = system.addCard();
+    const EdidBlock edid = EdidBuilder{.serial = 7}.build();
+    system.addConnector(device, "DP-1", edid);
+    const std::string alone = uuidOf(system, "DP-1");
+    const auto second = system.addConnector(device, "DP-2", edid);
+    EXPECT_NE(uuidOf(system, "DP-1"), uuidOf(system, "DP-2"));
+    EXPECT_NE(uuidOf(system, "DP-1"), alone);
+    system.write(second / "enabled", "disabled"); // the same monitor's second cable
+    EXPECT_EQ(uuidOf(system, "DP-1"), alone);
+}
+
+TEST(DisplaySystem, AnswersHoldForTheMomentOfTheCall)
+{
+    FakeSysfs system;
+    const auto device = system.addCard();
+    const auto connector = system.addConnector(device, "DP-1", EdidBuilder{.serial = 7}.build());
+    LinuxDisplaySystem displays(system.paths());
+    const std::uint32_t number = displayNumber("card0", "DP-1");
+    const auto uuid = displays.uuid(number);
+    EXPECT_TRUE(displays.isOnline(number));
+    ASSERT_TRUE(uuid);
+
+    const EdidBlock other = EdidBuilder{.serial = 8}.build();
+    system.write(connector / "edid", std::string(other.begin(), other.end()), false);
+    EXPECT_NE(displays.uuid(number), uuid);
+    system.write(connector / "status", "disconnected");
+    EXPECT_FALSE(displays.isOnline(number));
+    EXPECT_FALSE(displays.uuid(number));
+    EXPECT_FALSE(displays.informationDictionary(number));
+    EXPECT_FALSE(displays.isOnline(4711));
+}
+
+TEST(DisplaySystem, TheDictionaryTellsWhatMatchingNeeds)
+{
+    FakeSysfs system;
+    system.addConnector(system.addCard(), "DP-1", EdidBuilder{.serial = 7}.build());
+    LinuxDisplaySystem displays(system.paths());
+    const auto dictionary = displays.informationDictionary(displayNumber("card0", "DP-1"));
+    ASSERT_TRUE(dictionary);
+    EXPECT_EQ(*find(*dictionary, "IODisplayLocation"), (system.root() / "class/drm/card0-DP-1").string());
+    EXPECT_EQ(*find(*dictionary, "DisplayYearManufacture"), 2021);
+    EXPECT_EQ(*find(*dictionary, "DisplayWeekManufacture"), 12);
+    EXPECT_EQ(*find(*dictionary, "DisplayVendorID"), 0x31B6);
+    EXPECT_EQ(*find(*dictionary, "DisplayProductID"), 0x2701);
+    EXPECT_EQ(*find(*dictionary, "DisplayHorizontalImageSize"), 600);
+    EXPECT_EQ(*find(*dictionary, "DisplayVerticalImageSize"), 340);
+    EXPECT_EQ(*find(*dictionary, "DisplaySerialNumber"), 7);
+    EXPECT_EQ(*find(*dictionary, "DisplayProductName"), (PropertyDictionary{{"en_US", "Studio 27"}}));
+}
+
+} // namespace
+} // namespace lumenvale
