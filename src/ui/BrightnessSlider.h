@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// One display's row: symbol, name, problem and percentage above, step buttons and slider below. Kept as long as
+// its display is shown, and updated in place, so that a slider under the pointer is never replaced.
+#pragma once
+
+#include "base/Clock.h"
+#include "displays/DisplayInfo.h"
+
+#include <QWidget>
+#include <functional>
+#include <string>
+
+namespace lumenvale {
+
+class ElidedLabel;
+class HoldRepeatButton;
+class LevelSlider;
+class SymbolLabel;
+
+/// What a row shows.
+struct BrightnessRow {
+    DisplayInfo display;
+    std::string title; ///< instead of the display's name; empty: that
+    bool disabled = false;
+};
+
+class BrightnessSlider final : public QWidget {
+public:
+    /// `clock` must outlive the row.
+    explicit BrightnessSlider(Clock& clock, QWidget* parent = nullptr);
+
+    /// The user asks for a brightness (0.0 to 1.0).
+    std::function<void(double)> onChange;
+
+    void show(const BrightnessRow& row);
+
+private:
+    void updateStepButton(HoldRepeatButton& button, int direction);
+
+    BrightnessRow shown;
+    SymbolLabel* symbol;
+    ElidedLabel* title;
+    SymbolLabel* problem;
+    SymbolLabel* sun;
+    ElidedLabel* percentage;
+    HoldRepeatButton* minus;
+    LevelSlider* slider;
+    HoldRepeatButton* plus;
+};
+
+} // namespace lumenvale

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Labels in the program's look: text that is cut with an ellipsis and then has itself as a tooltip, and symbols.
+#pragma once
+
+#include "ui/Theme.h"
+
+#include <QString>
+#include <QWidget>
+
+namespace lumenvale {
+
+enum class TextColour { primary, secondary, warning, failure };
+
+class ElidedLabel final : public QWidget {
+public:
+    explicit ElidedLabel(TextRole role, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    QString text() const { return content; }
+    /// The label takes no more room than its text needs, and less where there is less.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return {24, sizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void updateToolTip();
+
+    QString content;
+    TextColour colour;
+};
+
+class SymbolLabel final : public QWidget {
+public:
+    SymbolLabel(const QString& name, int size, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
+
+    void setSymbol(const QString& name);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString symbol;
+    TextColour colour;
+};
+
+/// A line of one point.
+class Divider final : public QWidget {
+public:
+    explicit Divider(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+QColor colourOf(const Theme& theme, TextColour colour);
+
+} // namespace lumenvale
