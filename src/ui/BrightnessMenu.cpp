@@ -5,13 +5,12 @@
 #include "ui/Labels.h"
 #include "ui/PreferredHeight.h"
 #include "ui/PresetRow.h"
+#include "ui/ScrollPage.h"
 #include "ui/SmallButton.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QMetaObject>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -35,14 +34,7 @@ BrightnessMenu::BrightnessMenu(DisplayStore& displayStore, PresetStore& presetSt
       openSettings(std::move(settings)), applyPreset(std::move(apply))
 {
     QVBoxLayout* column = makeColumn(this, 0, 0, 0);
-    auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->viewport()->setAutoFillBackground(false);
-    scroll->setWidget(makeContent());
-    scroll->widget()->setAutoFillBackground(false);
+    auto* scroll = new ScrollPage(makeContent());
     column->addWidget(scroll, 1);
     column->addWidget(new Divider);
     column->addWidget(makeFooter());

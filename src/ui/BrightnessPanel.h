@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The floating window of the brightness menu. Its flags, level and place are its creator's, and so is Escape; Tab and
-// Shift-Tab walk through its controls, and every other key is passed on.
+// The floating window of the brightness menu. Its flags, level and place are its creator's, and so is Escape; Tab
+// and Shift-Tab walk through its controls, and every other key is passed on.
 #pragma once
 
 #include <QWidget>

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#include "ui/DisplayDetail.h"
+
+#include "ui/Card.h"
+#include "ui/ScrollPage.h"
+#include "ui/SmallButton.h"
+#include "ui/TextLabel.h"
+
+#include <QClipboard>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <cmath>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr int nameColumnWidth = 140;
+
+QString qString(const std::string& text) { return QString::fromStdString(text); }
+
+QString currentMode(const DisplayInfo& display)
+{
+    if (display.pixelWidth <= 0 || display.pixelHeight <= 0)
+        return "Not reported";
+    QString text = QString("%1 × %2").arg(display.pixelWidth).arg(display.pixelHeight);
+    if (display.logicalWidth > 0 && display.logicalWidth != display.pixelWidth)
+        text += QString(" (looks like %1 × %2)").arg(display.logicalWidth).arg(display.logicalHeight);
+    if (display.refreshRate > 0)
+        text += QString(", %1 Hz").arg(std::round(display.refreshRate * 100) / 100);
+    return text;
+}
+
+QString brightnessText(const DisplayInfo& display)
+{
+    const QString raw = qString(rawValueText(display));
+    return display.brightness ? raw + " (" + qString(percentageText(display)) + ")" : raw;
+}
+
+QString findingText(const Finding& finding)
+{
+    QString text = qString(finding.text);
+    if (!finding.remedy.empty())
+        text += "\n" + qString(finding.remedy);
+    return text;
+}
+
+} // namespace
+
+/// A card of rows whose texts change and whose number does not.
+class DisplayDetail::Rows final : public QWidget {
+public:
+    Rows()
+    {
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        auto* card = new Card;
+        column->addWidget(card);
+        grid = new QGridLayout;
+        grid->setHorizontalSpacing(10);
+        grid->setVerticalSpacing(8);
+        grid->setColumnMinimumWidth(0, nameColumnWidth);
+        grid->setColumnStretch(1, 1);
+        card->rows()->addLayout(grid);
+    }
+
+    void show(const std::vector<DetailRow>& rows)
+    {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (i == values.size())
+                addRow(rows[i].first);
+            values[i]->setText(rows[i].second);
+            values[i]->setAccessibleName(rows[i].first + ": " + rows[i].second);
+        }
+    }
+
+private:
+    void addRow(const QString& name)
+    {
+        const int row = static_cast<int>(values.size());
+        auto* label = new TextLabel(TextRole::body, TextColour::secondary);
+        label->setText(name);
+        auto* value = new TextLabel(name == "Identifier" ? TextRole::monospaced : TextRole::body);
+        grid->addWidget(label, row, 0, Qt::AlignTop);
+        grid->addWidget(value, row, 1, Qt::AlignTop);
+        values.push_back(value);
+    }
+
+    QGridLayout* grid;
+    std::vector<TextLabel*> values;
+};
+
+std::vector<DetailRow> controlRows(const DisplayInfo& display)
+{
+    return {{"Control", QString::fromUtf8(rawValue(display.method).data())},
+            {"Brightness", brightnessText(display)},
+            {"Step", qString(stepSizeText(display))},
+            {"Range", qString(rangeText(display))}};
+}
+
+std::vector<DetailRow> identityRows(const DisplayInfo& display)
+{
+    return {{"Native resolution", qString(display.nativeResolution)},
+            {"Current mode", currentMode(display)},
+            {"Connection", qString(display.connection)},
+            {"Serial", qString(display.hardwareSerial)},
+            {"Identifier", qString(display.id)}};
+}
+
+QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings)
+{
+    QString text = qString(display.name) + "\n";
+    for (const auto& rows : {controlRows(display), identityRows(display)}) {
+        for (const auto& [name, value] : rows)
+            text += name + ": " + value + "\n";
+    }
+    text += QString("Vendor, model, serial number: %1, %2, %3\n")
+                .arg(display.vendor)
+                .arg(display.model)
+                .arg(display.serial);
+    text += "Status: " + qString(display.status) + "\n";
+    if (display.error)
+        text += "Error: " + qString(*display.error) + "\n";
+    for (const Finding& finding : findings)
+        text += findingText(finding) + "\n";
+    return text;
+}
+
+DisplayDetail::DisplayDetail(QWidget* parent)
+    : QWidget(parent), title(new TextLabel(TextRole::title)), control(new Rows), identity(new Rows),
+      status(new TextLabel(TextRole::digits, TextColour::secondary)),
+      problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
+      copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
+{
+    copy->setToolTip("Copy everything on this page, for a bug report");
+    connect(copy, &QAbstractButton::clicked, this,
+            [this] { QGuiApplication::clipboard()->setText(detailText(shown, shownFindings)); });
+    auto* findings = new QVBoxLayout(findingList);
+    findings->setContentsMargins(0, 0, 0, 0);
+    findings->setSpacing(8);
+
+    auto* content = new QWidget;
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(22, 18, 22, 18);
+    column->setSpacing(12);
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(title, 1);
+    heading->addWidget(copy, 0, Qt::AlignTop);
+    column->addLayout(heading);
+    column->addWidget(control);
+    column->addWidget(identity);
+    column->addWidget(status);
+    column->addWidget(problem);
+    column->addWidget(findingList);
+    column->addStretch(1);
+    auto* scroll = new ScrollPage(content);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+}
+
+void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>& findings)
+{
+    shown = display;
+    title->setText(qString(display.name));
+    control->show(controlRows(display));
+    identity->show(identityRows(display));
+    status->setText(qString(display.status));
+    status->setVisible(display.status != display.error);
+    problem->setText(qString(display.error.value_or("")));
+    problem->setVisible(display.error.has_value());
+    if (findings == shownFindings)
+        return;
+    shownFindings = findings;
+    qDeleteAll(findingList->findChildren<TextLabel*>());
+    for (const Finding& finding : findings) {
+        auto* label =
+            new TextLabel(TextRole::digits,
+                          finding.kind == Finding::Kind::problem ? TextColour::primary : TextColour::secondary);
+        label->setText(findingText(finding));
+        findingList->layout()->addWidget(label);
+    }
+}
+
+} // namespace lumenvale

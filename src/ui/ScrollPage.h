@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// A page that scrolls up and down when it is taller than its place, and lets its ground show through.
+#pragma once
+
+#include <QScrollArea>
+
+namespace lumenvale {
+
+class ScrollPage final : public QScrollArea {
+public:
+    explicit ScrollPage(QWidget* content)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setWidgetResizable(true);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(content);
+        content->setAutoFillBackground(false);
+        viewport()->setAutoFillBackground(false);
+    }
+};
+
+} // namespace lumenvale

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// The list at the left of a settings page: two lines and a symbol for each item, found again by key. Can let the
+// user move items, by dragging or with Alt and an arrow key.
+#pragma once
+
+#include <QListWidget>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace lumenvale {
+
+struct SidebarItem {
+    QString key;
+    QString title;
+    QString detail;
+    QString symbol; ///< may be empty
+
+    bool operator==(const SidebarItem& other) const = default;
+};
+
+class Sidebar final : public QListWidget {
+public:
+    Sidebar(const QString& label, bool canMove, QWidget* parent = nullptr);
+
+    /// Shows the items; `selected` is the key of the selected one, if any. Calls nothing.
+    void show(const std::vector<SidebarItem>& items, const std::optional<QString>& selected);
+
+    std::function<void(const QString& key)> onSelect;
+    /// The user wants the item at `source` before the item at `destination` of the present list.
+    std::function<void(int source, int destination)> onMove;
+
+    static constexpr int width = 216;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    std::vector<SidebarItem> shown;
+    bool isShowing = false;
+};
+
+} // namespace lumenvale
