@@ -5,6 +5,7 @@
 
 #include "displays/DisplayHardwareControlling.h"
 
+#include <algorithm>
 #include <cmath>
 #include <coroutine>
 #include <cstdio>
@@ -20,8 +21,7 @@ struct FakeMonitor {
     ControlMethod method = ControlMethod::ddc;
     double brightness = 0.5;
     std::uint16_t maximum = 100;
-    std::optional<BrightnessError> writeError =
-        std::nullopt; ///< how every write ends; only `readFailed` takes the value over
+    std::optional<BrightnessError> writeError; ///< how every write ends; only `readFailed` takes the value over
     bool isReadable = true;
 };
 
@@ -61,6 +61,15 @@ public:
             texts.push_back(each->text);
         return texts;
     }
+    /// Where the waiting call at this position stands in `log`.
+    std::size_t numberOf(std::size_t position) const { return calls.at(position)->number; }
+    /// How many calls with this text's beginning are waited for by somebody.
+    std::size_t liveCalls(const std::string& beginning) const
+    {
+        return static_cast<std::size_t>(std::count_if(calls.begin(), calls.end(), [&](const auto& each) {
+            return each->waiter && each->text.starts_with(beginning);
+        }));
+    }
     /// Does what the call at this position asks, and answers it.
     void answer(std::size_t position = 0)
     {
@@ -85,6 +94,7 @@ public:
 private:
     struct Call {
         std::string text;
+        std::size_t number = 0;
         std::function<void()> perform;
         std::coroutine_handle<> waiter;
     };
@@ -109,6 +119,7 @@ private:
 
         bool await_ready()
         {
+            call->number = hardware.log.size();
             hardware.log.push_back(call->text);
             if (!hardware.holdsAnswers)
                 call->perform();
