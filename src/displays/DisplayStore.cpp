@@ -73,13 +73,12 @@ void DisplayStore::receive(SystemEvent event)
 void DisplayStore::requestRefresh(Clock::Duration delay)
 {
     ++writeRevision;
-    refreshTask.cancel();
     writes.clear();
     pendingValues.clear();
     batchWrite.reset();
     const std::int64_t generation = ++refreshGeneration;
     isRefreshing.setIfChanged(true);
-    refreshTask.run(refresh(delay, generation));
+    refreshTask.run(refresh(delay, generation)); // cancels the one before
     announceIfIdle();
 }
 

@@ -123,6 +123,26 @@ TEST_F(DisplayStoreBatch, GoesOnThroughARefreshWhichShowsTheLevelsStillToCome)
     EXPECT_EQ(hardware.writes, (Writes{{"A", 0.1}, {"B", 0.2}})) << "C is gone";
 }
 
+TEST_F(DisplayStoreBatch, WritesInTheUnitsThatARefreshFinds)
+{
+    store->apply({{"A", 0.1}, {"B", 0.26}});
+    hardware.monitors["B"].maximum = 10;
+    store->requestRefresh();
+    hardware.answer(1);
+    EXPECT_EQ(shown("B").brightness, 0.3);
+    hardware.answer(0);
+    EXPECT_EQ(hardware.waiting(), (Ids{"set B 0.3"}));
+}
+
+TEST_F(DisplayStoreBatch, AnOutcomeIsNotHiddenByARequestThatARefreshHasDropped)
+{
+    store->setBrightness("A", 0.9);
+    store->requestRefresh(10s);
+    store->apply({{"A", 0.1}});
+    hardware.answer();
+    EXPECT_EQ(shown("A").status, "Hardware brightness verified at 10%.");
+}
+
 TEST_F(DisplayStoreBatch, AnAnswerFromBeforeARefreshIsNotShownAfterIt)
 {
     store->apply({{"A", 0.1}});
@@ -162,6 +182,10 @@ TEST_F(DisplayStoreBatch, PendingWritesFinishWhenTheLastWriteOfAnyKindHas)
     hardware.answer();
     clock.advance(0ms);
     EXPECT_EQ(finished, 4);
+
+    const Subscription subscription = store->displays.subscribe([&](const auto&) { waitForWrites(finished); });
+    store->apply({{"A", 0.5}});
+    EXPECT_EQ(finished, 4) << "writing has begun when it is announced";
 }
 
 TEST_F(DisplayStoreBatch, PendingWritesFinishWhenARefreshHasDroppedThem)

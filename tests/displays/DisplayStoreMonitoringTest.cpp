@@ -190,6 +190,28 @@ TEST_F(DisplayStoreMonitoring, AfterAFailedWriteADdcDisplayIsReadNextWithTheErro
     EXPECT_EQ(shown("ddc").error, std::nullopt);
 }
 
+TEST_F(DisplayStoreMonitoring, AFailureThatIsOvercomeMakesNoReadingOutOfTurn)
+{
+    const std::vector<std::function<void()>> overcoming{
+        [this] { store->setBrightness("ddc", 0.8); },
+        [this] { store->requestRefresh(); },
+    };
+    for (const auto& overcome : overcoming) {
+        hardware.monitors["ddc"].writeError = BrightnessError::writeFailed;
+        store->setBrightness("ddc", 0.9);
+        clock.advance(90ms);
+        hardware.answerAll();
+        hardware.monitors["ddc"].writeError.reset();
+        overcome();
+        clock.advance(90ms);
+        hardware.answerAll();
+        EXPECT_EQ(shown("ddc").error, std::nullopt);
+        round();
+    }
+    EXPECT_EQ(reads("ddc"), 0u);
+    EXPECT_EQ(reads("apple"), 2u);
+}
+
 TEST_F(DisplayStoreMonitoring, EndsForGoodAlsoFromWithinItsOwnReport)
 {
     store->brightnessObserved = [this](const auto&) { store->stopMonitoring(); };
