@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "platform/simulated/SimulatedService.h"
+
+#include "support/MonitorFolder.h"
+
+#include <gtest/gtest.h>
+#include <set>
+
+namespace lumenvale {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+const Bytes getLuminance{0x82, 0x01, 0x10, 0xFD};
+const Bytes setTo50{0x84, 0x03, 0x10, 0x00, 0x32, 0x9A};
+const Bytes nullReply{0x6E, 0x80, 0xBE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+class SimulatedServiceTest : public testing::Test {
+protected:
+    SimulatedServiceTest() { describe(R"("maximum": 100, "current": 42)"); }
+
+    void describe(const std::string& ddc) { folder.write("x.json", R"({"name": "X", "ddc": {)" + ddc + "}}"); }
+    int write(const Bytes& bytes) { return service.writeI2C(0x37, 0x51, bytes); }
+    std::pair<int, Bytes> read(std::size_t size = 11)
+    {
+        Bytes bytes(size, 0);
+        const int status = service.readI2C(0x37, 0x51, bytes);
+        return {status, bytes};
+    }
+    int current() const { return folder.monitor("x.json").at("ddc").at("current"); }
+
+    MonitorFolder folder;
+    std::vector<std::chrono::microseconds> waits;
+    SimulatedService service{SimulatedMonitor(folder.path() + "/x.json"),
+                             [this](std::chrono::microseconds time) { waits.push_back(time); }};
+};
+
+TEST_F(SimulatedServiceTest, AnswersALuminanceRequestOfEitherChecksumOnce)
+{
+    const Bytes reply{0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, 0x00, 0x64, 0x00, 0x2A, 0xEA};
+    for (const Bytes& request : {getLuminance, Bytes{0x82, 0x01, 0x10, 0xAC}}) {
+        EXPECT_EQ(write(request), 0);
+        EXPECT_EQ(read(), std::pair(0, reply));
+        EXPECT_EQ(read(), std::pair(0, nullReply));
+    }
+    EXPECT_EQ(write({0x82, 0x01, 0x12, 0xFF}), 0); // contrast
+    EXPECT_EQ(read().second, (Bytes{0x6E, 0x88, 0x02, 0x01, 0x12, 0, 0, 0, 0, 0, 0xA7}));
+}
+
+TEST_F(SimulatedServiceTest, TakesASetOnlyWithItsOwnChecksum)
+{
+    EXPECT_EQ(write({0x84, 0x03, 0x10, 0x00, 0x32, 0x9A ^ 0x51}), 0);
+    EXPECT_EQ(current(), 42);
+    EXPECT_EQ(write(setTo50), 0);
+    EXPECT_EQ(current(), 50);
+    EXPECT_EQ(write({0x84, 0x03, 0x10, 0x03, 0xE8, 0x3F ^ 0x84 ^ 0x03 ^ 0x10 ^ 0x03 ^ 0xE8}), 0);
+    EXPECT_EQ(current(), 100) << "1000 is beyond the scale";
+}
+
+TEST_F(SimulatedServiceTest, IgnoresEveryDamagedOrShortenedMessage)
+{
+    for (std::size_t bit = 0; bit < setTo50.size() * 8; ++bit) {
+        Bytes damaged = setTo50;
+        damaged[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
+        EXPECT_EQ(write(damaged), 0);
+        EXPECT_EQ(current(), 42) << "bit " << bit;
+    }
+    for (std::size_t size = 0; size < getLuminance.size(); ++size) {
+        EXPECT_EQ(write(Bytes(getLuminance.begin(), getLuminance.begin() + static_cast<std::ptrdiff_t>(size))), 0);
+        EXPECT_EQ(read().second, nullReply);
+    }
+}
+
+TEST_F(SimulatedServiceTest, AcknowledgesNoOtherAddress)
+{
+    EXPECT_NE(service.writeI2C(0x50, 0x51, getLuminance), 0);
+    EXPECT_NE(service.writeI2C(0x37, 0x50, getLuminance), 0);
+    EXPECT_EQ(read().second, nullReply);
+}
+
+TEST_F(SimulatedServiceTest, ShowsEachFault)
+{
+    describe(R"("current": 42, "silent": true)");
+    EXPECT_NE(write(setTo50), 0);
+    EXPECT_NE(read().first, 0);
+    EXPECT_EQ(current(), 42);
+
+    describe(R"("current": 42, "ignoresWrites": true)");
+    EXPECT_EQ(write(setTo50), 0);
+    EXPECT_EQ(current(), 42);
+
+    describe(R"("current": 42, "overridesTo": 70)");
+    EXPECT_EQ(write(setTo50), 0);
+    EXPECT_EQ(current(), 70);
+
+    EXPECT_TRUE(waits.empty());
+    describe(R"("current": 42, "delayMs": 30)");
+    EXPECT_EQ(write(getLuminance), 0);
+    EXPECT_EQ(read().second[9], 42);
+    EXPECT_EQ(waits, std::vector(2, std::chrono::microseconds(30'000)));
+}
+
+TEST_F(SimulatedServiceTest, CountsFailingTransfersDownInTheFile)
+{
+    describe(R"("current": 42, "failNextTransfers": 2)");
+    EXPECT_NE(write(setTo50), 0);
+    EXPECT_EQ(folder.monitor("x.json").at("ddc").at("failNextTransfers"), 1);
+    EXPECT_NE(read().first, 0);
+    EXPECT_EQ(write(setTo50), 0);
+    EXPECT_EQ(current(), 50);
+}
+
+TEST_F(SimulatedServiceTest, DamagesOneBitInEachSoManiethReply)
+{
+    describe(R"("current": 42, "corruptEvery": 3)");
+    const Bytes whole{0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, 0x00, 0x64, 0x00, 0x2A, 0xEA};
+    std::set<std::size_t> damagedBits;
+    for (int reply = 1; reply <= 30; ++reply) {
+        write(getLuminance);
+        const Bytes bytes = read().second;
+        std::set<std::size_t> bits;
+        for (std::size_t bit = 0; bit < bytes.size() * 8; ++bit) {
+            if (((bytes[bit / 8] ^ whole[bit / 8]) >> bit % 8 & 1) != 0)
+                bits.insert(bit);
+        }
+        EXPECT_EQ(bits.size(), reply % 3 == 0 ? 1U : 0U) << "reply " << reply;
+        damagedBits.merge(bits);
+    }
+    EXPECT_EQ(damagedBits.size(), 10U) << "another bit each time";
+}
+
+TEST_F(SimulatedServiceTest, FailsWhileItsFileIsBrokenOrGone)
+{
+    folder.write("x.json", R"({"name": "X", "ddc": {"current": 42)");
+    EXPECT_NE(write(setTo50), 0);
+    folder.remove("x.json");
+    EXPECT_NE(read().first, 0);
+    describe(R"("current": 42)");
+    EXPECT_EQ(write(setTo50), 0);
+    EXPECT_EQ(current(), 50);
+}
+
+} // namespace
+} // namespace lumenvale
