@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "app/CommandLine.h"
+#include "app/DisplayChoice.h"
+
+#include <gtest/gtest.h>
+
+namespace lumenvale {
+namespace {
+
+TEST(LevelArgument, ReadsTheFourForms)
+{
+    const std::vector<std::pair<const char*, LevelArgument>> levels{
+        {"42%", {false, 0.42}},  {"0%", {false, 0.0}},   {"100%", {false, 1.0}},   {"12.5%", {false, 0.125}},
+        {"0.42", {false, 0.42}}, {"0", {false, 0.0}},    {"1", {false, 1.0}},      {"1.0", {false, 1.0}},
+        {"+5%", {true, 0.05}},   {"-5%", {true, -0.05}}, {"+0.5%", {true, 0.005}}, {"-100%", {true, -1.0}}};
+    for (const auto& [text, level] : levels)
+        EXPECT_EQ(parseLevel(text), level) << text;
+}
+
+TEST(LevelArgument, RefusesEverythingElse)
+{
+    for (const char* text :
+         {"",     "%",    "+",    "-",    "+%",   "42",  "1.01", "101%",   "+101%", "-0.05",    "+0.05",
+          ".5",   "5.",   "5.%",  "0,42", "1e-1", "0x1", "nan",  "NaN%",   "inf",   "infinity", " 42%",
+          "42% ", "4 2%", "42%%", "--5%", "+-5%", "٤٢%", "42٪",  "1.2.3%", "42%0"})
+        EXPECT_EQ(parseLevel(text), std::nullopt) << text;
+}
+
+template <typename T>
+const T& verbOf(const tl::expected<CommandLine, std::string>& line)
+{
+    if (!line)
+        throw std::runtime_error(line.error());
+    return std::get<T>(line->verb);
+}
+
+TEST(CommandLine, ReadsEveryVerb)
+{
+    EXPECT_TRUE(verbOf<ListVerb>(parseCommandLine({"list", "--json"})).asJson);
+    EXPECT_FALSE(verbOf<ListVerb>(parseCommandLine({"list"})).asJson);
+    EXPECT_EQ(verbOf<GetVerb>(parseCommandLine({"get", "Studio 27"})).display, "Studio 27");
+    const auto set = verbOf<SetVerb>(parseCommandLine({"set", "all", "+5%"}));
+    EXPECT_EQ(set.display, "all");
+    EXPECT_EQ(set.level, (LevelArgument{true, 0.05}));
+    EXPECT_EQ(verbOf<SetVerb>(parseCommandLine({"set", "all", "-5%"})).level, (LevelArgument{true, -0.05}));
+    EXPECT_TRUE(verbOf<PresetsVerb>(parseCommandLine({"presets", "--json"})).asJson);
+    EXPECT_EQ(verbOf<ApplyVerb>(parseCommandLine({"apply", "Evening"})).preset, "Evening");
+    verbOf<DoctorVerb>(parseCommandLine({"doctor"}));
+    verbOf<DesktopVerb>(parseCommandLine({}));
+    EXPECT_EQ(verbOf<PrintVerb>(parseCommandLine({"--version"})).text, versionText() + '\n');
+    EXPECT_NE(verbOf<PrintVerb>(parseCommandLine({"--help"})).text.find("doctor"), std::string::npos);
+    EXPECT_NE(verbOf<PrintVerb>(parseCommandLine({"set", "--help"})).text.find("LEVEL"), std::string::npos);
+}
+
+TEST(CommandLine, TakesTheGlobalOptionsBeforeTheVerb)
+{
+    const auto named = parseCommandLine({"--verbose", "--simulate", "monitors", "get", "all"});
+    EXPECT_EQ(verbOf<GetVerb>(named).display, "all");
+    EXPECT_EQ(named->simulationFolder, "monitors");
+    EXPECT_TRUE(named->isVerbose);
+
+    const auto readyMade = parseCommandLine({"--simulate", "list"});
+    verbOf<ListVerb>(readyMade);
+    EXPECT_EQ(readyMade->simulationFolder, "");
+    EXPECT_EQ(parseCommandLine({"--simulate"})->simulationFolder, "");
+    EXPECT_EQ(parseCommandLine({"--simulate=list"})->simulationFolder, "list")
+        << "a folder that is named like a verb";
+    EXPECT_EQ(parseCommandLine({"list"})->simulationFolder, std::nullopt);
+}
+
+TEST(CommandLine, RefusesWrongUse)
+{
+    const std::vector<std::vector<std::string>> mistakes{{"dance"},
+                                                         {"list", "extra"},
+                                                         {"list", "--simulate", "x"},
+                                                         {"get"},
+                                                         {"get", "a", "b"},
+                                                         {"set", "all"},
+                                                         {"set", "all", "42"},
+                                                         {"set", "all", "-5"},
+                                                         {"set", "all", "5%", "6%"},
+                                                         {"apply"},
+                                                         {"--bright"},
+                                                         {"list", "get", "x"}};
+    for (const auto& arguments : mistakes) {
+        const auto line = parseCommandLine(arguments);
+        ASSERT_FALSE(line) << arguments.back();
+        EXPECT_FALSE(line.error().empty());
+    }
+    EXPECT_EQ(parseCommandLine({"set", "all", "42"}).error(),
+              "\"42\" is not a brightness. LEVEL is 42%, 0.42, +5% or -5%.");
+}
+
+class DisplayChoiceTest : public testing::Test {
+protected:
+    std::vector<std::string> choose(const std::string& text)
+    {
+        std::vector<DisplayInfo> displays;
+        for (const auto& [id, name] : displayNames) {
+            DisplayInfo display;
+            display.id = id;
+            display.name = name;
+            displays.push_back(display);
+        }
+        const auto chosen = chooseDisplays(displays, text);
+        if (!chosen)
+            return {"error", chosen.error()};
+        std::vector<std::string> ids;
+        for (const DisplayInfo& each : *chosen)
+            ids.push_back(each.id);
+        return ids;
+    }
+
+    std::vector<std::pair<std::string, std::string>> displayNames{{"37D8-A", "Studio 27"}, {"37D8-B", "Studio"},
+                                                                  {"display-2", "Écran"},  {"display-3", "studio"},
+                                                                  {"display-4", "Twin"},   {"display-5", "Twin"}};
+    using Ids = std::vector<std::string>;
+};
+
+TEST_F(DisplayChoiceTest, PrefersTheCloserFit)
+{
+    EXPECT_EQ(choose("37D8-A"), Ids{"37D8-A"});
+    EXPECT_EQ(choose("37d8-a"), Ids{"37D8-A"});
+    EXPECT_EQ(choose("Studio"), Ids{"37D8-B"});
+    EXPECT_EQ(choose("studio"), Ids{"display-3"});
+    EXPECT_EQ(choose("STUDIO 2"), Ids{"37D8-A"});
+    EXPECT_EQ(choose("éc"), Ids{"display-2"});
+    EXPECT_EQ(choose("display-2"), Ids{"display-2"});
+    EXPECT_EQ(choose("all").size(), displayNames.size());
+}
+
+TEST_F(DisplayChoiceTest, NamesTheCandidatesOfAnAmbiguousText)
+{
+    EXPECT_EQ(choose("Twin")[1], "\"Twin\" could be Twin (display-4) or Twin (display-5).");
+    EXPECT_EQ(choose("STUDIO")[1], "\"STUDIO\" could be Studio (37D8-B) or studio (display-3).");
+    EXPECT_EQ(choose("37")[1], "\"37\" could be Studio 27 (37D8-A) or Studio (37D8-B).");
+}
+
+TEST_F(DisplayChoiceTest, FindsNothingWhereThereIsNothing)
+{
+    EXPECT_EQ(choose("Office")[1], "There is no display \"Office\".");
+    EXPECT_EQ(choose("")[1], "There is no display \"\".");
+    displayNames.clear();
+    EXPECT_EQ(choose("all")[1], "There is no display.");
+}
+
+} // namespace
+} // namespace lumenvale
