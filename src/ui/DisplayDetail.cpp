@@ -83,8 +83,8 @@ private:
         auto* label = new TextLabel(TextRole::body, TextColour::secondary);
         label->setText(name);
         auto* value = new TextLabel(name == "Identifier" ? TextRole::monospaced : TextRole::body);
-        grid->addWidget(label, row, 0, Qt::AlignTop);
-        grid->addWidget(value, row, 1, Qt::AlignTop);
+        grid->addWidget(label, row, 0, Qt::AlignBaseline);
+        grid->addWidget(value, row, 1, Qt::AlignBaseline);
         values.push_back(value);
     }
 

@@ -2,8 +2,8 @@
 #include "ui/GeneralSettings.h"
 
 #include "ui/Card.h"
-#include "ui/SegmentedControl.h"
 #include "ui/ScrollPage.h"
+#include "ui/SegmentedControl.h"
 #include "ui/SmallButton.h"
 #include "ui/TextLabel.h"
 #include "ui/ToggleSwitch.h"

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 
 namespace lumenvale {
 
@@ -45,6 +46,12 @@ void ElidedLabel::setText(const QString& text)
 QSize ElidedLabel::sizeHint() const
 {
     return {fontMetrics().horizontalAdvance(content) + 1, fontMetrics().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    constexpr int ellipsisWidth = 24;
+    return {std::min(ellipsisWidth, sizeHint().width()), sizeHint().height()};
 }
 
 void ElidedLabel::paintEvent(QPaintEvent*)

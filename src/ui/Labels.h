@@ -19,7 +19,7 @@ public:
     QString text() const { return content; }
     /// The label takes no more room than its text needs, and less where there is less.
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return {24, sizeHint().height()}; }
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

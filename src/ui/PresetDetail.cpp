@@ -6,6 +6,7 @@
 #include "ui/Labels.h"
 #include "ui/ScrollPage.h"
 #include "ui/SmallButton.h"
+#include "ui/TextField.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -114,12 +115,10 @@ QWidget* PresetDetail::makeIdentityCard()
 
 QWidget* PresetDetail::makeNameRow()
 {
-    name = new QLineEdit;
+    name = new TextField;
     name->setObjectName("presetName");
     name->setAccessibleName("Name");
     name->setPlaceholderText("Preset name");
-    name->setFont(fontFor(TextRole::body));
-    name->setMinimumHeight(26);
     connect(name, &QLineEdit::textEdited, this,
             [this](const QString& text) { presets.rename(id, text.toStdString()); });
     auto* trash = new SmallButton("trash", {}, "Delete preset");

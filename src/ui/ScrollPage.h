@@ -2,6 +2,8 @@
 // A page that scrolls up and down when it is taller than its place, and lets its ground show through.
 #pragma once
 
+#include "ui/ScrollBar.h"
+
 #include <QScrollArea>
 
 namespace lumenvale {
@@ -14,6 +16,7 @@ public:
         setWidgetResizable(true);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setFocusPolicy(Qt::NoFocus);
+        setVerticalScrollBar(new ScrollBar);
         setWidget(content);
         content->setAutoFillBackground(false);
         viewport()->setAutoFillBackground(false);

@@ -3,6 +3,7 @@
 
 #include "ui/FocusMark.h"
 #include "ui/Painting.h"
+#include "ui/ScrollBar.h"
 #include "ui/Symbols.h"
 
 #include <QDropEvent>
@@ -92,6 +93,7 @@ Sidebar::Sidebar(const QString& label, bool canMove, QWidget* parent) : QListWid
     setMinimumWidth(120);
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBar(new ScrollBar);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setViewportMargins(0, 7, 0, 7);
     viewport()->setAutoFillBackground(false);
