@@ -77,8 +77,9 @@ public:
     void cancelRecording();
     /// Offers an event to a recording in progress; true when it was consumed.
     bool handleKeyEvent(const KeyEvent& event);
-    /// The display list or a level changed; `changed` holds the whole list or the displays that changed. May be
-    /// called from within a notification of the display list.
+    /// The display list or a level changed; `changed` holds the whole list or only the displays that changed. May
+    /// be called from within a notification of the display list; but a display that came or went is noticed only
+    /// once it stands in the list, so call it again on a later turn of the main loop.
     void displaysChanged(const std::vector<DisplayInfo>& changed);
     /// The settings window lost the focus: ends a recording, and closes the editing session by starting it anew
     /// from the preset as it is stored now. The page can be edited on, but what was changed before stays.
