@@ -129,6 +129,9 @@ tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string>
     return line;
 }
 
-std::string versionText() { return std::string(applicationName) + ' ' + LUMENVALE_VERSION; }
+std::string versionText()
+{
+    return std::string(applicationName) + " " + LUMENVALE_VERSION + " (" + LUMENVALE_BUILD_NUMBER + ")";
+}
 
 } // namespace lumenvale

@@ -46,7 +46,7 @@ struct CommandLine {
 /// Reads the arguments that follow the program's name. The error is the text for standard error.
 tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments);
 
-/// "Lumenvale 1.0.0".
+/// "Lumenvale 1.0.0 (1)": version and build number.
 std::string versionText();
 
 } // namespace lumenvale
