@@ -30,7 +30,7 @@ void measure(benchmark::State& state, std::chrono::microseconds waits, Work work
     state.counters["ratio"] = total / (prescribed * static_cast<double>(state.iterations()));
 }
 
-HardwareAccess oneMonitor(const std::shared_ptr<FakeMonitor>& monitor)
+HardwareAccess oneMonitor(const std::shared_ptr<FakeDdcMonitor>& monitor)
 {
     const auto displays = std::make_shared<FakeDisplaySystem::Displays>();
     (*displays)[1] = {.uuid = "MONITOR", .information = PropertyDictionary{{"IODisplayLocation", "/one"}}};
@@ -50,7 +50,7 @@ DisplayInfo record()
 
 void exchangeOverWaits(benchmark::State& state)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     const Pause pause = blockingPause();
     measure(state, readWaits, [&] { readVcp(&monitor, luminanceVcpCode, {}, pause); });
 }
@@ -58,14 +58,14 @@ BENCHMARK(exchangeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void probeOverWaits(benchmark::State& state)
 {
-    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeMonitor>()));
+    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeDdcMonitor>()));
     measure(state, readWaits, [&] { endpoints.inspect({record()}, {}); });
 }
 BENCHMARK(probeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void setAndVerifyOverWaits(benchmark::State& state)
 {
-    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeMonitor>()));
+    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeDdcMonitor>()));
     endpoints.inspect({record()}, {});
     measure(state, writeWaits + settleWait + readWaits,
             [&] { benchmark::DoNotOptimize(endpoints.setBrightness(0.4, "MONITOR")); });

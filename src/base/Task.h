@@ -18,6 +18,7 @@
 #include <coroutine>
 #include <exception>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace lumenvale {
@@ -76,6 +77,7 @@ struct PromiseBase {
             if constexpr (TransfersControl<Awaiter, Promise>) {
                 return awaiter.await_suspend(waiter);
             } else {
+                static_assert(std::is_void_v<decltype(awaiter.await_suspend(waiter))>);
                 awaiter.await_suspend(waiter);
                 return std::noop_coroutine();
             }

@@ -7,8 +7,8 @@ Worker::Worker() : thread([this] { run(); }) {}
 
 Worker::~Worker()
 {
-    std::deque<std::function<void()>> dropped;
     {
+        std::deque<std::function<void()>> dropped; // destroyed without the lock: their contents may be anyone's
         const std::lock_guard lock(mutex);
         stopping = true;
         dropped.swap(jobs);

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+#include <ios>
+#include <locale>
+#include <sstream>
 
 namespace lumenvale {
 
@@ -11,13 +13,15 @@ namespace {
 
 constexpr double nativeStep = 0.001;
 
-template <typename... Values>
-std::string formatted(const char* format, Values... values)
+/// The number with a decimal point, whatever the user's locale. Negative zero is written as zero.
+std::string decimal(double value, int precision, std::ios_base::fmtflags format = {})
 {
-    const int length = std::snprintf(nullptr, 0, format, values...);
-    std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
-    std::snprintf(text.data(), text.size() + 1, format, values...);
-    return text;
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.setf(format, std::ios_base::floatfield);
+    text.precision(precision);
+    text << value + 0.0;
+    return text.str();
 }
 
 /// Not finite gives 0; the rest is clamped to 0…1.
@@ -68,7 +72,9 @@ std::string percentageText(const DisplayInfo& display) { return percentageText(d
 
 std::string percentageText(const DisplayInfo& display, std::optional<double> value)
 {
-    return value ? formatted("%.*f%%", percentageDigits(display), *value * 100.0) : "—";
+    if (!value)
+        return "—";
+    return decimal(*value * 100.0, percentageDigits(display), std::ios_base::fixed) + "%";
 }
 
 std::string stepSizeText(const DisplayInfo& display)
@@ -76,7 +82,7 @@ std::string stepSizeText(const DisplayInfo& display)
     if (!isDdc(display))
         return "0.1 percentage points";
     const int units = std::max<int>(display.maximum, 1);
-    return formatted("1 hardware unit (%.4g percentage points)", 100.0 / units);
+    return "1 hardware unit (" + decimal(100.0 / units, 4) + " percentage points)";
 }
 
 std::string rawValueText(const DisplayInfo& display)
@@ -84,7 +90,7 @@ std::string rawValueText(const DisplayInfo& display)
     if (!display.brightness)
         return "Not available";
     if (!isDdc(display))
-        return formatted("%.9g / 1.0 (Float32)", *display.brightness);
+        return decimal(*display.brightness, 9) + " / 1.0 (Float32)";
     const long units = std::lround(*display.brightness * display.maximum);
     return std::to_string(units) + " / " + std::to_string(display.maximum);
 }

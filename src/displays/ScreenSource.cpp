@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "displays/ScreenSource.h"
 
-#include <cmath>
 #include <cstdlib>
 
 namespace lumenvale {
@@ -11,8 +10,9 @@ namespace {
 /// Truncates toward zero. A frame beyond the range of the type is a defect of the screen source.
 std::int64_t wholePoints(double length)
 {
-    constexpr double limit = 9.2e18; // just inside the signed 64-bit range
-    if (!std::isfinite(length) || std::abs(length) > limit)
+    constexpr double limit = 0x1p63;
+    const bool fits = length >= -limit && length < limit; // false for NaN
+    if (!fits)
         std::abort();
     return static_cast<std::int64_t>(length);
 }

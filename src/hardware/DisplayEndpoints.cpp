@@ -51,15 +51,15 @@ DisplayEndpoints::DisplayEndpoints(HardwareAccess supplied)
 }
 
 std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays,
-                                                   const CancellationToken& token)
+                                                   const CancellationToken& stopping)
 {
     endpoints.clear();
-    std::vector<DisplayInfo> inspected;
     if (displays.empty())
-        return inspected;
+        return {};
+    std::vector<DisplayInfo> inspected;
     const std::vector<IOregService> candidates = enumerateServices(*access.registry);
     for (const DisplayInfo& display : displays) {
-        if (token.isCancelled())
+        if (stopping.isCancelled())
             break;
         inspected.push_back(probe(display, candidates));
     }
@@ -68,22 +68,23 @@ std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo
 
 DisplayInfo DisplayEndpoints::probe(DisplayInfo display, const std::vector<IOregService>& candidates)
 {
-    const ServiceChoice choice = chooseService(display, *access.displaySystem, candidates);
-    if (choice.details)
-        describe(display, *choice.details);
+    const std::optional<Arm64Service> match = chooseService(display, *access.displaySystem, candidates);
+    const std::shared_ptr<AVService> service = match ? match->service : nullptr;
+    if (match)
+        describe(display, match->serviceDetails);
     if (display.isBuiltIn)
         display.connection = "Internal";
     if (const std::optional<double> value = native.read(display.displayID)) {
         display.method = ControlMethod::apple;
         display.brightness = value;
         display.status = "Current hardware brightness read successfully.";
-    } else if (choice.service) {
-        readLuminance(display, *choice.service);
+    } else if (service) {
+        readLuminance(display, *service);
     } else {
         display.status =
             "No accessible hardware brightness service. The connection or App Sandbox may restrict access.";
     }
-    endpoints.insert_or_assign(display.id, Endpoint{display, choice.service});
+    endpoints.insert_or_assign(display.id, Endpoint{display, service});
     return display;
 }
 

@@ -6,7 +6,6 @@
 #include "base/Worker.h"
 #include "displays/BrightnessError.h"
 #include "displays/DisplayInfo.h"
-#include "hardware/DdcMessage.h"
 #include "hardware/HardwareAccess.h"
 #include "hardware/ServiceDiscovery.h"
 
@@ -23,9 +22,9 @@ class DisplayEndpoints {
 public:
     explicit DisplayEndpoints(HardwareAccess access);
 
-    /// Forgets all endpoints, then probes the displays in order. Stops between two displays once `token` is
-    /// cancelled; the rest is then missing from the result, which nobody waits for.
-    std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays, const CancellationToken& token);
+    /// Forgets all endpoints, then probes the displays in order. Stops between two displays once `stopping` is
+    /// cancelled; the rest then has no endpoints and is missing from the result.
+    std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays, const CancellationToken& stopping);
 
     /// See DisplayHardwareControlling. Stops between two displays once `token` is cancelled.
     std::map<std::string, double> currentBrightness(const std::vector<std::string>& ids,

@@ -12,16 +12,17 @@ DisplayHardware::DisplayHardware(HardwareAccess access, MainThread& home)
 {
 }
 
-DisplayHardware::~DisplayHardware() = default;
+DisplayHardware::~DisplayHardware() { stopping.cancel(); }
 
 // These are ordinary functions that return a task, so that their lambdas are none of a coroutine's temporaries.
 
 Task<std::vector<DisplayInfo>> DisplayHardware::inspect(std::vector<DisplayInfo> displays)
 {
-    return runOnWorker<std::vector<DisplayInfo>>(
-        worker, mainThread, [this, list = std::move(displays)](const CancellationToken& token) {
-            return endpoints->inspect(list, token);
-        });
+    // Goes on when its caller goes away: displays that it leaves out could not be written until the next one.
+    return runOnWorker<std::vector<DisplayInfo>>(worker, mainThread,
+                                                 [this, list = std::move(displays)](const CancellationToken&) {
+                                                     return endpoints->inspect(list, stopping);
+                                                 });
 }
 
 Task<std::map<std::string, double>> DisplayHardware::currentBrightness(std::vector<std::string> ids)

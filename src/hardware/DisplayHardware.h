@@ -17,7 +17,7 @@ class DisplayHardware final : public DisplayHardwareControlling {
 public:
     /// Takes over what it needs; `mainThread` must outlive it.
     DisplayHardware(HardwareAccess access, MainThread& mainThread);
-    /// Waits for the exchange in flight, if any.
+    /// Waits for the display that is being probed, read or written, if any.
     ~DisplayHardware() override;
 
     Task<std::vector<DisplayInfo>> inspect(std::vector<DisplayInfo> displays) override;
@@ -27,6 +27,7 @@ public:
 private:
     std::unique_ptr<DisplayEndpoints> endpoints; // the worker's
     MainThread& mainThread;
+    CancellationToken stopping;
     Worker worker; // last: its thread uses the others
 };
 

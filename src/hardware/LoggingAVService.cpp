@@ -22,12 +22,17 @@ std::string hexadecimal(std::span<const std::uint8_t> bytes)
     return text;
 }
 
+std::string outcome(std::int32_t status)
+{
+    return status == 0 ? " -> 0" : " -> failed (" + std::to_string(status) + ")";
+}
+
 std::string transferLine(const char* verb, std::uint32_t chip, std::uint32_t data,
                          std::span<const std::uint8_t> bytes, int status)
 {
     std::array<char, 48> head{};
     std::snprintf(head.data(), head.size(), "i2c %s chip 0x%02X data 0x%02X:", verb, chip, data);
-    return head.data() + hexadecimal(bytes) + (status == 0 ? "" : " failed (" + std::to_string(status) + ")");
+    return head.data() + hexadecimal(bytes) + outcome(status);
 }
 
 class LoggingAVService final : public AVService {
@@ -96,8 +101,8 @@ NativeFunctions logged(NativeFunctions functions, const Log& log)
     if (functions.getter) {
         functions.getter = [call = std::move(functions.getter), log](std::uint32_t displayID, float* value) {
             const std::int32_t status = call(displayID, value);
-            log("native read display " + std::to_string(displayID) + ": " +
-                (status == 0 ? std::to_string(*value) : "failed (" + std::to_string(status) + ")"));
+            log("native read display " + std::to_string(displayID) + ":" +
+                (status == 0 ? " " + std::to_string(*value) : "") + outcome(status));
             return status;
         };
     }
@@ -105,7 +110,7 @@ NativeFunctions logged(NativeFunctions functions, const Log& log)
         functions.setter = [call = std::move(functions.setter), log](std::uint32_t displayID, float value) {
             const std::int32_t status = call(displayID, value);
             log("native write display " + std::to_string(displayID) + ": " + std::to_string(value) +
-                (status == 0 ? "" : " failed (" + std::to_string(status) + ")"));
+                outcome(status));
             return status;
         };
     }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hardware/ServiceDiscovery.h"
 
+#include "hardware/MatchScore.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -12,12 +13,11 @@ namespace lumenvale {
 namespace {
 
 constexpr std::int64_t qualifyingScore = 4;
-constexpr std::int64_t locationScore = 10;
 
-/// A fragment that an EDID UUID must hold for a display.
-struct KeyLoc {
-    std::string key;  ///< four upper-case hexadecimal digits
-    std::int64_t loc; ///< where it must stand
+/// A candidate seen from one display.
+struct Ranked {
+    const IOregService* candidate;
+    std::int64_t score;
 };
 
 std::string textOf(const PropertyDictionary& dictionary, std::string_view key)
@@ -69,91 +69,47 @@ void readProxy(const RegistryEntry& entry, IOregService& pending)
         pending.service = entry.createAVService();
 }
 
-std::string hexadecimal(const char* format, std::int64_t value, std::int64_t limit)
+/// Best first; equal scores stay in the order of the walk.
+std::vector<Ranked> rank(const std::vector<IOregService>& candidates,
+                         const std::optional<PropertyDictionary>& information)
 {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), format,
-                  static_cast<unsigned>(std::clamp<std::int64_t>(value, 0, limit)));
-    return text.data();
-}
-
-std::string byteText(std::int64_t value) { return hexadecimal("%02X", value, 0xFF); }
-
-/// Whole centimetres, as EDID has them.
-std::string sizeText(std::int64_t millimetres) { return byteText(millimetres / 10); }
-
-/// Empty unless the dictionary has all six facts.
-std::vector<KeyLoc> edidFragments(const PropertyDictionary& display)
-{
-    const auto* year = find<std::int64_t>(display, "DisplayYearManufacture");
-    const auto* week = find<std::int64_t>(display, "DisplayWeekManufacture");
-    const auto* vendor = find<std::int64_t>(display, "DisplayVendorID");
-    const auto* product = find<std::int64_t>(display, "DisplayProductID");
-    const auto* height = find<std::int64_t>(display, "DisplayVerticalImageSize");
-    const auto* width = find<std::int64_t>(display, "DisplayHorizontalImageSize");
-    if (!year || !week || !vendor || !product || !height || !width)
-        return {};
-    const std::int64_t productNumber = std::clamp<std::int64_t>(*product, 0, 0xFFFF);
-    // No year reaches so far back that the subtraction could overflow once it is clamped from below.
-    const std::int64_t yearsSince1990 = std::max<std::int64_t>(*year, 1990) - 1990;
-    return {
-        {hexadecimal("%04X", *vendor, 0xFFFF), 0},
-        {byteText(productNumber & 0xFF) + byteText(productNumber >> 8), 4},
-        {byteText(*week) + byteText(yearsSince1990), 19},
-        {sizeText(*width) + sizeText(*height), 30},
-    };
-}
-
-/// The four characters that end where the fragment ends, or at the end of a text that is shorter.
-bool holdsFragment(const std::string& uuid, const KeyLoc& fragment)
-{
-    const std::size_t end = std::min(uuid.size(), static_cast<std::size_t>(fragment.loc) + fragment.key.size());
-    const std::size_t begin = end < fragment.key.size() ? 0 : end - fragment.key.size();
-    return uuid.compare(begin, end - begin, fragment.key) == 0;
-}
-
-/// Lower case for the ASCII letters; the bytes of other characters compare as they are.
-std::string lowercased(std::string text)
-{
-    for (char& letter : text) {
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return text;
-}
-
-std::string productName(const PropertyDictionary& display)
-{
-    const auto* names = find<PropertyDictionary>(display, "DisplayProductName");
-    if (!names || names->empty())
-        return {};
-    const auto* english = find<std::string>(*names, "en_US");
-    const auto* first = names->front().second.as<std::string>();
-    return english ? *english : first ? *first : std::string();
-}
-
-std::vector<Arm64Service> rank(const DisplayInfo& display, DisplaySystem& system,
-                               const std::vector<IOregService>& candidates)
-{
-    const std::optional<PropertyDictionary> information = system.informationDictionary(display.displayID);
-    std::vector<Arm64Service> ranked;
+    const MatchFacts facts = information ? matchFacts(*information) : MatchFacts();
+    std::vector<Ranked> ranked;
     ranked.reserve(candidates.size());
-    for (const IOregService& candidate : candidates) {
-        ranked.push_back({.displayID = display.displayID,
-                          .service = candidate.service,
-                          .serviceLocation = candidate.serviceLocation,
-                          .serviceDetails = candidate,
-                          .matchScore = information ? matchScore(*information, candidate) : 0});
-    }
-    std::ranges::stable_sort(ranked, std::ranges::greater(), &Arm64Service::matchScore);
+    for (const IOregService& candidate : candidates)
+        ranked.push_back({&candidate, matchScore(facts, candidate)});
+    std::ranges::stable_sort(ranked, std::ranges::greater(), &Ranked::score);
     return ranked;
 }
 
-bool qualifies(const Arm64Service& best, const DisplayInfo& display)
+bool qualifies(const Ranked& best, const DisplayInfo& display)
 {
-    const IOregService& details = best.serviceDetails;
+    const IOregService& details = *best.candidate;
     const bool isSameUnit = details.serialNumber != 0 && details.serialNumber == display.serial;
-    return best.matchScore >= qualifyingScore || (isSameUnit && details.productName == display.name);
+    return best.score >= qualifyingScore || (isSameUnit && details.productName == display.name);
+}
+
+bool hasRival(const std::vector<Ranked>& ranked)
+{
+    const Ranked& best = ranked.front();
+    const auto rival = std::ranges::find_if(ranked, [&best](const Ranked& each) {
+        return each.candidate->serviceLocation != best.candidate->serviceLocation;
+    });
+    return rival != ranked.end() && rival->score >= best.score;
+}
+
+/// The only open channel at `location`. Where several claim to be a display's own, none is trusted.
+std::shared_ptr<AVService> onlyServiceAt(std::int64_t location, const std::vector<IOregService>& candidates)
+{
+    std::shared_ptr<AVService> only;
+    for (const IOregService& each : candidates) {
+        if (each.serviceLocation != location || !each.service)
+            continue;
+        if (only)
+            return nullptr;
+        only = each.service;
+    }
+    return only;
 }
 
 } // namespace
@@ -175,46 +131,18 @@ std::vector<IOregService> enumerateServices(ServiceRegistry& registry)
     return candidates;
 }
 
-std::int64_t matchScore(const PropertyDictionary& display, const IOregService& candidate)
+std::optional<Arm64Service> chooseService(const DisplayInfo& display, DisplaySystem& system,
+                                          const std::vector<IOregService>& candidates)
 {
-    std::int64_t score = 0;
-    for (const KeyLoc& fragment : edidFragments(display)) {
-        if (fragment.key != "0000" && holdsFragment(candidate.edidUUID, fragment))
-            ++score;
-    }
-    const auto* location = find<std::string>(display, "IODisplayLocation");
-    if (location && !candidate.ioDisplayLocation.empty() && candidate.ioDisplayLocation == *location)
-        score += locationScore;
-    if (!candidate.productName.empty() && lowercased(candidate.productName) == lowercased(productName(display)))
-        ++score;
-    const auto* serial = find<std::int64_t>(display, "DisplaySerialNumber");
-    if (serial && candidate.serialNumber != 0 && candidate.serialNumber == *serial)
-        ++score;
-    return score;
-}
-
-ServiceChoice chooseService(const DisplayInfo& display, DisplaySystem& system,
-                            const std::vector<IOregService>& candidates)
-{
-    const std::vector<Arm64Service> ranked = rank(display, system, candidates);
-    if (ranked.empty() || !qualifies(ranked.front(), display))
-        return {};
-    const Arm64Service& best = ranked.front();
-    const auto isElsewhere = [&best](const Arm64Service& each) {
-        return each.serviceLocation != best.serviceLocation;
-    };
-    const auto rival = std::ranges::find_if(ranked, isElsewhere);
-    if (rival != ranked.end() && rival->matchScore >= best.matchScore)
-        return {};
-    ServiceChoice choice{best.serviceDetails, nullptr};
-    for (const Arm64Service& each : ranked) {
-        if (isElsewhere(each) || !each.service)
-            continue;
-        if (choice.service) // several claim to be the display's: none is trusted
-            return {best.serviceDetails, nullptr};
-        choice.service = each.service;
-    }
-    return choice;
+    const std::vector<Ranked> ranked = rank(candidates, system.informationDictionary(display.displayID));
+    if (ranked.empty() || !qualifies(ranked.front(), display) || hasRival(ranked))
+        return std::nullopt;
+    const IOregService& best = *ranked.front().candidate;
+    return Arm64Service{.displayID = display.displayID,
+                        .service = onlyServiceAt(best.serviceLocation, candidates),
+                        .serviceLocation = best.serviceLocation,
+                        .serviceDetails = best,
+                        .matchScore = ranked.front().score};
 }
 
 } // namespace lumenvale

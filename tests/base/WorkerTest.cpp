@@ -114,20 +114,27 @@ TEST(Worker, ARunningJobHearsThatItsCallerIsGone)
 
 TEST(Worker, DestroyingItDropsWhatHasNotBegunAndWaitsForWhatRuns)
 {
-    std::atomic<int> finished = 0;
-    Gate started;
+    struct Opener {
+        Gate& gate;
+        ~Opener() { gate.open(); }
+    };
+    std::atomic<bool> hasFinished = false;
+    std::atomic<bool> hasRunLate = false;
+    Gate dropped;
     {
         Worker worker;
+        Gate started;
         worker.post([&] {
             started.open();
-            std::this_thread::yield();
-            ++finished;
+            dropped.wait();
+            worker.post([&] { hasRunLate = true; });
+            hasFinished = true;
         });
         started.wait();
-        Gate never;
-        worker.post([&finished] { ++finished; });
+        worker.post([&hasRunLate, opener = std::make_shared<Opener>(dropped)] { hasRunLate = true; });
     }
-    EXPECT_GE(finished.load(), 1);
+    EXPECT_TRUE(hasFinished);
+    EXPECT_FALSE(hasRunLate);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <locale>
+#include <string>
 
 namespace lumenvale {
 namespace {
@@ -100,6 +102,29 @@ TEST(DisplayTexts, SuitTheDisplaysScale)
     EXPECT_EQ(rangeText(ddc(65535)), "65536 command values; integer range 0–65535.");
     EXPECT_EQ(rangeText(native()),
               "The API accepts a value from 0 to 1. The panel’s physical step size is not reported.");
+}
+
+/// A locale that writes 1.5 as "1,5" and 65536 as "65.536".
+struct CommaLocale final : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(DisplayTexts, AreTheSameInEveryLocale)
+{
+    const std::locale former = std::locale::global(std::locale(std::locale::classic(), new CommaLocale));
+    EXPECT_EQ(percentageText(native(0.423)), "42.3%");
+    EXPECT_EQ(stepSizeText(ddc(255)), "1 hardware unit (0.3922 percentage points)");
+    EXPECT_EQ(rawValueText(ddc(4096, 0.5)), "2048 / 4096");
+    EXPECT_EQ(rangeText(ddc(65535)), "65536 command values; integer range 0–65535.");
+    std::locale::global(former);
+}
+
+TEST(DisplayTexts, NegativeZeroShowsAsZero)
+{
+    EXPECT_EQ(percentageText(native(-0.0)), "0.0%");
+    EXPECT_EQ(rawValueText(native(-0.0)), "0 / 1.0 (Float32)");
 }
 
 TEST(MakeDisplayInfo, TakesOverWhatTheScreenReports)

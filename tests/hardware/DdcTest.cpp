@@ -73,7 +73,7 @@ TEST(DdcMessage, AReplyThatIsWholeButMeansSomethingElseIsRefused)
 
 TEST(DdcExchange, AReadWritesTwiceWaitsAndReads)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     EXPECT_EQ(readVcp(&monitor, 0x10, {}, monitor.recordingPause()), (VcpReading{100, 50}));
     EXPECT_EQ(monitor.log,
               (Log{"wait 10000", "write 82 01 10 FD", "wait 10000", "write 82 01 10 FD", "wait 50000", "read"}));
@@ -82,7 +82,7 @@ TEST(DdcExchange, AReadWritesTwiceWaitsAndReads)
 
 TEST(DdcExchange, AWriteIsJudgedByTheLastWriteOfTheAttempt)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     monitor.writeStatuses = {-1, 0};
     EXPECT_TRUE(writeVcp(&monitor, 0x10, 50, {}, monitor.recordingPause()));
     EXPECT_EQ(monitor.log,
@@ -97,7 +97,7 @@ TEST(DdcExchange, AWriteIsJudgedByTheLastWriteOfTheAttempt)
 
 TEST(DdcExchange, ADamagedReplyIsAskedForAgainFromTheBeginning)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     Bytes damaged = validReply;
     damaged.back() ^= 0x01;
     monitor.replies = {damaged};
@@ -109,7 +109,7 @@ TEST(DdcExchange, ADamagedReplyIsAskedForAgainFromTheBeginning)
 
 TEST(DdcExchange, AWholeReplyThatMeansSomethingElseIsNotAskedForAgain)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     monitor.replies = {luminanceReply(100, 101)};
     EXPECT_FALSE(readVcp(&monitor, 0x10, {}, monitor.recordingPause()));
     EXPECT_EQ(monitor.log.size(), 6U);
@@ -117,7 +117,7 @@ TEST(DdcExchange, AWholeReplyThatMeansSomethingElseIsNotAskedForAgain)
 
 TEST(DdcExchange, GivesUpAfterTheLastRetryAndItsWait)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     monitor.silent = true;
     EXPECT_FALSE(readVcp(&monitor, 0x10, {.retries = 2}, monitor.recordingPause()));
     EXPECT_EQ(monitor.log.size(), 3U * 7U);
@@ -131,7 +131,7 @@ TEST(DdcExchange, GivesUpAfterTheLastRetryAndItsWait)
 TEST(DdcExchange, TimingIsTheCallers)
 {
     using namespace std::chrono_literals;
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     const DdcTiming timing{.writeWait = 1us, .writeCycles = 0, .readWait = 2us, .retries = 1, .retryWait = 3us};
     monitor.readStatuses = {-1};
     EXPECT_TRUE(readVcp(&monitor, 0x10, timing, monitor.recordingPause()));
@@ -141,7 +141,7 @@ TEST(DdcExchange, TimingIsTheCallers)
 
 TEST(DdcExchange, WithoutAServiceNothingIsWaitedFor)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     EXPECT_FALSE(readVcp(nullptr, 0x10, {}, monitor.recordingPause()));
     EXPECT_FALSE(writeVcp(nullptr, 0x10, 1, {}, monitor.recordingPause()));
     EXPECT_TRUE(monitor.log.empty());
@@ -149,7 +149,7 @@ TEST(DdcExchange, WithoutAServiceNothingIsWaitedFor)
 
 TEST(DdcExchangeDeathTest, TooManyAttemptsAreTheCallersDefect)
 {
-    FakeMonitor monitor;
+    FakeDdcMonitor monitor;
     EXPECT_DEATH(readVcp(&monitor, 0x10, {.retries = 254}, monitor.recordingPause()), "");
 }
 

@@ -5,6 +5,8 @@
 #include "support/AwaitResult.h"
 #include "support/FakeHardwareAccess.h"
 
+#include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -78,7 +80,7 @@ struct DisplayEndpointsTest : testing::Test {
     tl::expected<double, BrightnessError> failure(BrightnessError error) { return tl::unexpected(error); }
 
     std::shared_ptr<FakeDisplaySystem::Displays> displays = std::make_shared<FakeDisplaySystem::Displays>();
-    std::shared_ptr<FakeMonitor> monitor = std::make_shared<FakeMonitor>();
+    std::shared_ptr<FakeDdcMonitor> monitor = std::make_shared<FakeDdcMonitor>();
     std::function<void(const std::string&)> log;
     std::string downstream = "HDMI";
     double nativeError = 0.0;
@@ -184,6 +186,8 @@ TEST_F(DisplayEndpointsTest, ANativeWriteIsReadBackWithinItsTolerance)
     EXPECT_NEAR(*set(0.3, "PANEL"), 0.3, 1e-7);
     nativeError = 0.00009;
     EXPECT_TRUE(set(0.3, "PANEL"));
+    nativeError = 0.0001;
+    EXPECT_TRUE(set(0.0, "PANEL")) << "the tolerance itself is within it";
     nativeError = -0.00011;
     EXPECT_EQ(set(0.3, "PANEL"), failure(BrightnessError::mismatch));
     nativeError = 2.0;
@@ -191,6 +195,40 @@ TEST_F(DisplayEndpointsTest, ANativeWriteIsReadBackWithinItsTolerance)
     setterStatus = 5;
     EXPECT_EQ(set(0.3, "PANEL"), failure(BrightnessError::writeFailed));
     EXPECT_TRUE(monitor->log.empty()) << "nothing is waited for";
+}
+
+TEST_F(DisplayEndpointsTest, APanelThatCanOnlyBeReadRefusesTheCommand)
+{
+    HardwareAccess access = makeAccess();
+    access.native.setter = nullptr;
+    endpoints.emplace(std::move(access));
+    EXPECT_EQ(endpoints->inspect({panel}, {}).front().method, ControlMethod::apple);
+    EXPECT_EQ(set(0.3, "PANEL"), failure(BrightnessError::writeFailed));
+}
+
+TEST_F(DisplayEndpointsTest, AWriteCountsInTheUnitsOfTheLastInspection)
+{
+    inspected();
+    monitor->maximum = 200;
+    EXPECT_EQ(set(0.5, "MONITOR"), 0.25) << "50 units of 100 were asked for, and 50 of 200 are there";
+    EXPECT_EQ(set(0.5, "MONITOR"), 0.25) << "until the next inspection";
+    endpoints->inspect({other}, {});
+    EXPECT_EQ(set(0.5, "MONITOR"), 0.5);
+}
+
+TEST_F(DisplayEndpointsTest, ARecordThatBringsAMethodKeepsItWithoutAService)
+{
+    (*displays)[monitorID].information.reset();
+    other.method = ControlMethod::ddc;
+    other.brightness = 0.5;
+    inspected();
+    EXPECT_EQ(records[1].method, ControlMethod::ddc);
+    EXPECT_EQ(set(0.3, "MONITOR"), failure(BrightnessError::writeFailed));
+    EXPECT_TRUE(endpoints->currentBrightness({"MONITOR"}, {}).empty());
+    EXPECT_TRUE(monitor->log.empty());
+    other.brightness.reset();
+    inspected();
+    EXPECT_EQ(set(0.3, "MONITOR"), failure(BrightnessError::disconnected)) << "its brightness is not known";
 }
 
 TEST_F(DisplayEndpointsTest, WhatIsNotThatDisplayAnyMoreIsNeitherReadNorWritten)
@@ -234,12 +272,13 @@ TEST_F(DisplayEndpointsTest, TheLogHoldsEveryTransferAndWait)
     std::vector<std::string> lines;
     log = [&](const std::string& line) { lines.push_back(line); };
     endpoints.emplace(makeAccess());
+    monitor->writeStatuses = {0, 121};
     endpoints->inspect({other}, {});
     const std::vector<std::string> expected = {
-        "open DCPAVServiceProxy ", "native read display 2: failed (1)",
-        "wait 10000 us",           "i2c write chip 0x37 data 0x51: 82 01 10 FD",
-        "wait 10000 us",           "i2c write chip 0x37 data 0x51: 82 01 10 FD",
-        "wait 50000 us",           "i2c read  chip 0x37 data 0x51: 6E 88 02 00 10 00 00 64 00 32 F2",
+        "open DCPAVServiceProxy ", "native read display 2: -> failed (1)",
+        "wait 10000 us",           "i2c write chip 0x37 data 0x51: 82 01 10 FD -> 0",
+        "wait 10000 us",           "i2c write chip 0x37 data 0x51: 82 01 10 FD -> failed (121)",
+        "wait 50000 us",           "i2c read  chip 0x37 data 0x51: 6E 88 02 00 10 00 00 64 00 32 F2 -> 0",
     };
     EXPECT_EQ(lines, expected);
 }
@@ -251,6 +290,28 @@ TEST_F(DisplayEndpointsTest, TheControllerAnswersOnTheMainThread)
     EXPECT_EQ(awaitResult(mainThread, hardware.inspect({panel, other})).size(), 2U);
     EXPECT_EQ(awaitResult(mainThread, hardware.setBrightness(0.2, "MONITOR")), 0.2);
     EXPECT_EQ(awaitResult(mainThread, hardware.currentBrightness({"MONITOR"})).at("MONITOR"), 0.2);
+}
+
+TEST_F(DisplayEndpointsTest, AnInspectionThatNobodyWaitsForStillFindsEveryDisplay)
+{
+    ManualMainThread mainThread;
+    std::atomic<bool> isProbing = false;
+    std::atomic<bool> isAbandoned = false;
+    HardwareAccess access = makeAccess();
+    access.pause = [&](std::chrono::microseconds) {
+        isProbing = true;
+        isProbing.notify_one();
+        isAbandoned.wait(false);
+    };
+    DisplayHardware hardware(std::move(access), mainThread);
+    {
+        const auto inspection = hardware.inspect({other, panel});
+        inspection.start();
+        isProbing.wait(false);
+    }
+    isAbandoned = true;
+    isAbandoned.notify_one();
+    EXPECT_TRUE(awaitResult(mainThread, hardware.setBrightness(0.2, "PANEL")));
 }
 
 TEST(NativeBrightness, CountsOnlyFractions)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hardware/ServiceDiscovery.h"
 
+#include "hardware/MatchScore.h"
 #include "support/FakeHardwareAccess.h"
 
 #include <gtest/gtest.h>
@@ -55,13 +56,24 @@ std::vector<IOregService> enumerate(std::vector<FakeEntry> entries)
     return enumerateServices(registry);
 }
 
+std::int64_t score(const PropertyDictionary& display, const IOregService& candidate)
+{
+    return matchScore(matchFacts(display), candidate);
+}
+
 struct Chosen : testing::Test {
-    ServiceChoice choose(const std::vector<FakeEntry>& entries,
-                         const PropertyDictionary& dictionary = information("/a"))
+    std::optional<Arm64Service> match(const std::vector<FakeEntry>& entries,
+                                      const PropertyDictionary& dictionary = information("/a"))
     {
         (*displays)[1].information = dictionary;
         FakeDisplaySystem system(displays);
         return chooseService(display, system, enumerate(entries));
+    }
+    std::shared_ptr<AVService> choose(const std::vector<FakeEntry>& entries,
+                                      const PropertyDictionary& dictionary = information("/a"))
+    {
+        const std::optional<Arm64Service> found = match(entries, dictionary);
+        return found ? found->service : nullptr;
     }
 
     std::shared_ptr<FakeDisplaySystem::Displays> displays = std::make_shared<FakeDisplaySystem::Displays>();
@@ -71,13 +83,13 @@ struct Chosen : testing::Test {
         info.name = "Studio 27";
         return info;
     }();
-    std::shared_ptr<FakeMonitor> left = std::make_shared<FakeMonitor>();
-    std::shared_ptr<FakeMonitor> right = std::make_shared<FakeMonitor>();
+    std::shared_ptr<FakeDdcMonitor> left = std::make_shared<FakeDdcMonitor>();
+    std::shared_ptr<FakeDdcMonitor> right = std::make_shared<FakeDdcMonitor>();
 };
 
 TEST(EnumerateServices, EachProxyBecomesACandidateWithTheFactsOfTheFramebufferBeforeIt)
 {
-    const auto service = std::make_shared<FakeMonitor>();
+    const auto service = std::make_shared<FakeDdcMonitor>();
     const auto candidates = enumerate({
         proxy(nullptr, "Embedded"),
         {"IOService", {}, "", nullptr},
@@ -109,7 +121,7 @@ TEST(EnumerateServices, PropertiesOfAnotherTypeLeaveTheDefaults)
          {{"EDID UUID", 7}, {"DisplayAttributes", "text"}, {"Transport", true}},
          "/x",
          nullptr},
-        {"DCPAVServiceProxy", {{"Location", 1}}, "", std::make_shared<FakeMonitor>()},
+        {"DCPAVServiceProxy", {{"Location", 1}}, "", std::make_shared<FakeDdcMonitor>()},
     });
     ASSERT_EQ(candidates.size(), 1U);
     EXPECT_EQ(candidates[0].edidUUID, "");
@@ -121,23 +133,22 @@ TEST(EnumerateServices, PropertiesOfAnotherTypeLeaveTheDefaults)
 TEST(MatchScore, CountsFragmentsLocationNameAndSerialNumber)
 {
     const auto candidate = enumerate({framebuffer("/a", 77), proxy(nullptr)}).front();
-    EXPECT_EQ(matchScore(information("/a"), candidate), 16);
-    EXPECT_EQ(matchScore(information("/b"), candidate), 6);
+    EXPECT_EQ(score(information("/a"), candidate), 16);
+    EXPECT_EQ(score(information("/b"), candidate), 6);
     PropertyDictionary other = information("/a");
     std::erase_if(other, [](const auto& each) { return each.first == "DisplayYearManufacture"; });
-    EXPECT_EQ(matchScore(other, candidate), 12) << "without one fact no fragment is compared";
-    EXPECT_EQ(matchScore({}, candidate), 0);
+    EXPECT_EQ(score(other, candidate), 12) << "without one fact no fragment is compared";
+    EXPECT_EQ(score({}, candidate), 0);
 }
 
 TEST(MatchScore, NamesCompareWithoutCaseAndFallBackToTheFirstLanguage)
 {
     IOregService candidate;
     candidate.productName = "STUDIO 27";
-    EXPECT_EQ(matchScore({{"DisplayProductName", PropertyDictionary{{"fr_FR", "Studio 27"}, {"de_DE", "x"}}}},
-                         candidate),
-              1);
-    EXPECT_EQ(matchScore({{"DisplayProductName", PropertyDictionary{{"fr_FR", 1}}}}, candidate), 0);
-    EXPECT_EQ(matchScore({{"DisplayProductName", PropertyDictionary{}}}, candidate), 0);
+    EXPECT_EQ(
+        score({{"DisplayProductName", PropertyDictionary{{"fr_FR", "Studio 27"}, {"de_DE", "x"}}}}, candidate), 1);
+    EXPECT_EQ(score({{"DisplayProductName", PropertyDictionary{{"fr_FR", 1}}}}, candidate), 0);
+    EXPECT_EQ(score({{"DisplayProductName", PropertyDictionary{}}}, candidate), 0);
 }
 
 TEST(MatchScore, FactsBeyondTheirRangeAreClampedAndZeroKeysNeverCompared)
@@ -151,10 +162,10 @@ TEST(MatchScore, FactsBeyondTheirRangeAreClampedAndZeroKeysNeverCompared)
                                   {"DisplayVendorID", value},          {"DisplayProductID", value},
                                   {"DisplayVerticalImageSize", value}, {"DisplayHorizontalImageSize", value}};
     };
-    EXPECT_EQ(matchScore(facts(huge), candidate), 4);
+    EXPECT_EQ(score(facts(huge), candidate), 4);
     candidate.edidUUID = "00000000-0000-0000-0000-000000000000";
-    EXPECT_EQ(matchScore(facts(low), candidate), 0);
-    EXPECT_EQ(matchScore(facts(1990 - 1990), candidate), 0);
+    EXPECT_EQ(score(facts(low), candidate), 0);
+    EXPECT_EQ(score(facts(1990 - 1990), candidate), 0);
 }
 
 TEST(MatchScore, AShortUUIDIsComparedAtItsEnd)
@@ -162,32 +173,40 @@ TEST(MatchScore, AShortUUIDIsComparedAtItsEnd)
     PropertyDictionary display = information();
     IOregService candidate;
     candidate.edidUUID = "10AC";
-    EXPECT_EQ(matchScore(display, candidate), 1);
+    EXPECT_EQ(score(display, candidate), 1);
     candidate.edidUUID = "xx1E41";
-    EXPECT_EQ(matchScore(display, candidate), 1) << "the last four characters stand for what lies beyond";
+    EXPECT_EQ(score(display, candidate), 1) << "the last four characters stand for what lies beyond";
     for (const char* shorter : {"", "1", "AC"}) {
         candidate.edidUUID = shorter;
-        EXPECT_EQ(matchScore(display, candidate), 0);
+        EXPECT_EQ(score(display, candidate), 0);
     }
 }
 
 TEST_F(Chosen, TheLocationTellsTwoIdenticalMonitorsApart)
 {
-    EXPECT_EQ(choose({framebuffer("/b"), proxy(left), framebuffer("/a"), proxy(right)}).service, right);
+    const auto found = match({framebuffer("/b"), proxy(left), framebuffer("/a"), proxy(right)});
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->service, right);
+    EXPECT_EQ(found->displayID, 1U);
+    EXPECT_EQ(found->serviceLocation, 2);
+    EXPECT_EQ(found->matchScore, 15);
+    EXPECT_EQ(found->serviceDetails.ioDisplayLocation, "/a");
 }
 
 TEST_F(Chosen, TwoIdenticalMonitorsThatNothingTellsApartAreBothRefused)
 {
-    const auto choice = choose({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(right)});
-    EXPECT_EQ(choice.service, nullptr);
-    EXPECT_FALSE(choice.details);
+    EXPECT_FALSE(match({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(right)}));
+}
+
+TEST_F(Chosen, ARivalWithoutAChannelOfItsOwnIsARivalAllTheSame)
+{
+    EXPECT_FALSE(match({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(nullptr, "Embedded")}));
 }
 
 TEST_F(Chosen, TheSerialNumberTellsIdenticalMonitorsApart)
 {
-    const auto choice =
-        choose({framebuffer("/b", 76), proxy(left), framebuffer("/c", 77), proxy(right)}, information());
-    EXPECT_EQ(choice.service, right);
+    EXPECT_EQ(choose({framebuffer("/b", 76), proxy(left), framebuffer("/c", 77), proxy(right)}, information()),
+              right);
 }
 
 TEST_F(Chosen, AWeakMatchNeedsTheSameSerialNumberAndName)
@@ -196,37 +215,39 @@ TEST_F(Chosen, AWeakMatchNeedsTheSameSerialNumberAndName)
     weak[4].second = 0; // the sizes and the year do not fit
     weak[0].second = 1999;
     const std::vector<FakeEntry> entries = {framebuffer("/c", 12), proxy(left)};
-    EXPECT_EQ(matchScore(weak, enumerate(entries).front()), 3);
-    EXPECT_EQ(choose(entries, weak).service, nullptr);
+    EXPECT_EQ(score(weak, enumerate(entries).front()), 3);
+    EXPECT_EQ(choose(entries, weak), nullptr);
     display.serial = 12;
-    EXPECT_EQ(choose(entries, weak).service, left);
+    EXPECT_EQ(choose(entries, weak), left);
     display.name = "studio 27";
-    EXPECT_EQ(choose(entries, weak).service, nullptr) << "the name must be the same to the letter";
+    EXPECT_EQ(choose(entries, weak), nullptr) << "the name must be the same to the letter";
     display.name = "Studio 27";
     display.serial = 0;
-    EXPECT_EQ(choose({framebuffer("/c", 0), proxy(left)}, weak).service, nullptr);
+    EXPECT_EQ(choose({framebuffer("/c", 0), proxy(left)}, weak), nullptr);
 }
 
 TEST_F(Chosen, AChannelThatIsNotExternalLeavesADisplayIdentifiedButWithoutService)
 {
-    const auto choice = choose({framebuffer("/a"), proxy(left, "Embedded")});
-    EXPECT_EQ(choice.service, nullptr);
-    ASSERT_TRUE(choice.details);
-    EXPECT_EQ(choice.details->ioDisplayLocation, "/a");
+    const auto found = match({framebuffer("/a"), proxy(left, "Embedded")});
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->service, nullptr);
+    EXPECT_EQ(found->serviceDetails.ioDisplayLocation, "/a");
 }
 
 TEST_F(Chosen, SeveralChannelsAtOneFramebufferAreRefused)
 {
-    const auto choice = choose({framebuffer("/a"), proxy(left), proxy(nullptr, "Embedded")});
-    EXPECT_EQ(choice.service, nullptr);
-    EXPECT_TRUE(choice.details);
-    EXPECT_EQ(choose({framebuffer("/a"), proxy(nullptr, "Embedded"), proxy(left)}).service, left);
+    const auto found = match({framebuffer("/a"), proxy(left), proxy(nullptr, "Embedded")});
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->service, nullptr);
+    EXPECT_EQ(choose({framebuffer("/a"), proxy(left), proxy(right)}), nullptr);
+    EXPECT_EQ(choose({framebuffer("/a"), proxy(nullptr, "Embedded"), proxy(left)}), left);
+    EXPECT_EQ(choose({framebuffer("/a"), proxy(left), proxy(nullptr)}), left) << "one that could not be opened";
 }
 
 TEST_F(Chosen, WithoutCandidatesOrFactsThereIsNone)
 {
-    EXPECT_EQ(choose({}).service, nullptr);
-    EXPECT_EQ(choose({framebuffer("/a"), proxy(left)}, {}).service, nullptr);
+    EXPECT_FALSE(match({}));
+    EXPECT_FALSE(match({framebuffer("/a"), proxy(left)}, {}));
 }
 
 } // namespace

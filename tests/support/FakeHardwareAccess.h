@@ -35,7 +35,7 @@ inline Bytes luminanceReply(std::uint16_t maximum, std::uint16_t current)
 
 /// A monitor that answers as told, and the log of what crossed the wire: "write 82 01 10 FD", "read", "wait
 /// 10000".
-class FakeMonitor final : public AVService {
+class FakeDdcMonitor final : public AVService {
 public:
     int writeI2C(std::uint32_t chip, std::uint32_t data, std::span<const std::uint8_t> bytes) override
     {
