@@ -59,6 +59,8 @@ Task<int> runPresets(VerbContext& context, PresetsVerb verb)
     if (verb.asJson)
         co_return printJson(context, store.presets.get());
     printLines(context.out, store.presets.get());
+    if (store.presets->empty())
+        context.err << "There is no preset.\n";
     co_return exitDone;
 }
 
