@@ -69,19 +69,22 @@ std::vector<Screen> SimulatedScreenSource::screens()
     return screens;
 }
 
-SimulatedEvents::SimulatedEvents(std::string path, Clock& source)
-    : folder(std::move(path)), clock(source), lastContents(folder.read())
+SimulatedEvents::SimulatedEvents(std::string path, Clock& source) : folder(std::move(path)), clock(source)
 {
-    watcher.addPath(QString::fromStdString(folder.path()));
     QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &watcher, [this] { somethingChanged(); });
     QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher, [this] { somethingChanged(); });
-    examine();
 }
 
 SimulatedEvents::~SimulatedEvents() { clock.cancel(timer); }
 
 Subscription SimulatedEvents::subscribe(std::function<void(SystemEvent)> observer)
 {
+    const bool isFirst = watcher.directories().isEmpty();
+    if (isFirst) {
+        watcher.addPath(QString::fromStdString(folder.path()));
+        watchFiles();
+        lastContents = folder.read();
+    }
     return events.subscribe(std::move(observer));
 }
 
@@ -95,14 +98,20 @@ void SimulatedEvents::somethingChanged()
     });
 }
 
-void SimulatedEvents::examine()
+void SimulatedEvents::watchFiles()
 {
     // A file edited in place does not change its folder, and a file that was replaced is watched no longer.
     const QDir directory(QString::fromStdString(folder.path()));
     for (const QString& file : directory.entryList({QStringLiteral("*.json")}, QDir::Files))
         watcher.addPath(directory.filePath(file));
+}
+
+void SimulatedEvents::examine()
+{
+    watchFiles();
     FolderContents contents = folder.read();
-    const bool isNews = !isSame(std::exchange(lastContents, contents), contents);
+    const bool isNews = !isSame(lastContents, contents);
+    lastContents = std::move(contents);
     if (isNews)
         events.emit(SystemEvent::screenParametersChanged);
 }

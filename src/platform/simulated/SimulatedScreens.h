@@ -33,7 +33,7 @@ private:
     std::vector<std::string> reported;
 };
 
-/// Watches the folder. A monitor that only changed its brightness, or how it fails, is no news.
+/// Watches the folder once someone listens. A monitor that only changed its brightness, or how it fails, is no news.
 class SimulatedEvents final : public SystemEvents {
 public:
     SimulatedEvents(std::string folder, Clock& clock);
@@ -42,6 +42,7 @@ public:
     Subscription subscribe(std::function<void(SystemEvent)> observer) override;
 
 private:
+    void watchFiles();
     void somethingChanged();
     void examine();
 
