@@ -101,18 +101,29 @@ std::optional<Connector> readConnector(const std::filesystem::path& directory, c
     return connector;
 }
 
-std::filesystem::path connectorDirectory(const SystemPaths& paths) { return paths.sysfs / "class/drm"; }
+/// Some desktops take every connector out of use to save power. When nothing shows a picture at all, the
+/// connected displays are therefore still there, and dark.
+void countDarkDisplays(std::vector<Connector>& connectors)
+{
+    if (std::any_of(connectors.begin(), connectors.end(), [](const Connector& each) { return each.isDisplay(); }))
+        return;
+    for (Connector& each : connectors) {
+        if (each.isConnected)
+            each.isDriven = each.isAsleep = true;
+    }
+}
 
 } // namespace
 
 std::vector<Connector> readConnectors(const SystemPaths& paths)
 {
-    const std::filesystem::path directory = connectorDirectory(paths);
+    const std::filesystem::path directory = paths.sysfs / "class/drm";
     std::vector<Connector> connectors;
     for (const std::string& entry : entryNames(directory)) {
         if (std::optional<Connector> connector = readConnector(directory, entry))
             connectors.push_back(std::move(*connector));
     }
+    countDarkDisplays(connectors);
     std::stable_partition(connectors.begin(), connectors.end(),
                           [](const Connector& each) { return each.kind == ConnectorKind::panel; });
     return connectors;
@@ -120,11 +131,9 @@ std::vector<Connector> readConnectors(const SystemPaths& paths)
 
 std::optional<Connector> findConnector(const SystemPaths& paths, std::uint32_t displayID)
 {
-    const std::filesystem::path directory = connectorDirectory(paths);
-    for (const std::string& entry : entryNames(directory)) {
-        const auto parts = splitEntryName(entry);
-        if (parts && displayNumber(parts->first, parts->second) == displayID)
-            return readConnector(directory, entry);
+    for (Connector& each : readConnectors(paths)) {
+        if (each.displayID == displayID)
+            return std::move(each);
     }
     return std::nullopt;
 }

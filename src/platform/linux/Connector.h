@@ -42,7 +42,8 @@ struct Connector {
     bool isDisplay() const { return isConnected && isDriven && kind != ConnectorKind::unusable; }
 };
 
-/// All connectors: panels first, then in the order of their names.
+/// All connectors: panels first, then in the order of their names. When none shows a picture, all connected ones
+/// count as driven and asleep.
 std::vector<Connector> readConnectors(const SystemPaths& paths);
 
 /// The connector with this display number; none when it is gone.
@@ -55,7 +56,7 @@ std::uint32_t displayNumber(const std::string& card, const std::string& connecto
 
 /// The display's UUID. It comes from the monitor's identity, so that it stays when the monitor moves to another
 /// socket. Where that identity says nothing, is shared by its whole series, or is also claimed by another
-/// display, the connector's place in the machine goes into it. Any thread.
+/// connected monitor, the connector's place in the machine goes into it. Any thread.
 std::string displayUuid(const Connector& connector, const std::vector<Connector>& all);
 
 /// The EDID's product name; "Built-in Display" for panels; where several would be called the same, or a monitor

@@ -48,7 +48,7 @@ std::string displayUuid(const Connector& connector, const std::vector<Connector>
 {
     std::string name = connector.edid ? identityText(*connector.edid) : std::string();
     const bool isShared = std::any_of(all.begin(), all.end(), [&](const Connector& other) {
-        return !isSame(connector, other) && other.isDisplay() && other.edid && identityText(*other.edid) == name;
+        return !isSame(connector, other) && other.isConnected && other.edid && identityText(*other.edid) == name;
     });
     if (!connector.edid || !hasSerial(*connector.edid) || isShared)
         name += '@' + placeText(connector);

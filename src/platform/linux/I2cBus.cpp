@@ -44,18 +44,18 @@ tl::expected<EdidBlock, int> I2cBus::readEdid()
     std::array<std::uint8_t, 1> offset = {0};
     EdidBlock block{};
     const std::array<I2cMessage, 2> messages = {{{edidAddress, false, offset}, {edidAddress, true, block}}};
-    const int error = transact(messages);
+    const int error = transact(messages, edidLockAttempts);
     return error == 0 ? tl::expected<EdidBlock, int>(block) : tl::unexpected(error);
 }
 
-int I2cBus::transact(std::span<const I2cMessage> messages)
+int I2cBus::transact(std::span<const I2cMessage> messages, int attempts)
 {
     const tl::expected<FileDescriptor, int> file = driver->open(adapter.number);
     if (!file)
         return file.error();
     if (currentIncarnation(adapter.device) != adapter.incarnation)
         return ENODEV; // the number has passed to another adapter
-    if (const int error = acquire(*file); error != 0)
+    if (const int error = acquire(*file, attempts); error != 0)
         return error;
     int error = driver->transfer(*file, messages);
     if (error != EINVAL && error != EOPNOTSUPP)
@@ -69,10 +69,10 @@ int I2cBus::transact(std::span<const I2cMessage> messages)
     return error;
 }
 
-int I2cBus::acquire(const FileDescriptor& file)
+int I2cBus::acquire(const FileDescriptor& file, int attempts)
 {
     int error = driver->lock(file);
-    for (int attempt = 1; error == EAGAIN && attempt < lockAttempts; ++attempt) {
+    for (int attempt = 1; error == EAGAIN && attempt < attempts; ++attempt) {
         pause(lockInterval);
         error = driver->lock(file);
     }

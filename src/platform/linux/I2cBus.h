@@ -20,10 +20,11 @@ namespace lumenvale {
 
 class I2cBus final : public AVService {
 public:
-    /// How long a transaction waits for another program's, and how often it looks. The others hold the lock for
-    /// one exchange, which takes a monitor some 50 ms.
+    /// How long a transaction waits for other programs, and how often it looks. They hold the lock for one
+    /// exchange, some 50 ms, or for several; the EDID is read once per inspection and is worth the longer wait.
     static constexpr auto lockInterval = std::chrono::milliseconds(5);
     static constexpr int lockAttempts = 20;
+    static constexpr int edidLockAttempts = 100;
 
     I2cBus(I2cAdapter adapter, std::shared_ptr<I2cDriver> driver, Pause pause);
 
@@ -37,8 +38,8 @@ public:
     tl::expected<EdidBlock, int> readEdid();
 
 private:
-    int transact(std::span<const I2cMessage> messages);
-    int acquire(const FileDescriptor& file);
+    int transact(std::span<const I2cMessage> messages, int attempts = lockAttempts);
+    int acquire(const FileDescriptor& file, int attempts);
 
     I2cAdapter adapter;
     std::shared_ptr<I2cDriver> driver;

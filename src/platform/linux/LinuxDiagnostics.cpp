@@ -2,8 +2,10 @@
 #include "platform/linux/LinuxDiagnostics.h"
 
 #include "platform/linux/Backlight.h"
+#include "platform/linux/LockHolder.h"
 
 #include <algorithm>
+#include <set>
 #include <unistd.h>
 #include <utility>
 
@@ -16,14 +18,13 @@ constexpr char loadModule[] = "sudo modprobe i2c-dev\n"
 
 /// The rule is that of packaging/linux/60-lumenvale-i2c.rules.
 constexpr char grantAccess[] =
+    "For whoever sits at the machine:\n"
     "echo 'ACTION!=\"remove\", SUBSYSTEM==\"i2c-dev\", KERNEL==\"i2c-[0-9]*\", ATTRS{class}==\"0x03*\", "
     "ATTR{name}!=\"AMDGPU SMU*\", TAG+=\"uaccess\"' | sudo tee /etc/udev/rules.d/60-lumenvale-i2c.rules\n"
     "sudo udevadm control --reload\n"
-    "sudo udevadm trigger --subsystem-match=i2c-dev";
-
-constexpr char joinGroup[] =
-    "Where that is not wanted, or over a network login, join the group that owns the files "
-    "and log in again:\nsudo usermod -aG i2c \"$USER\"";
+    "sudo udevadm trigger --subsystem-match=i2c-dev\n"
+    "Or, for this user everywhere, where the files belong to the group i2c (then log in again):\n"
+    "sudo usermod -aG i2c \"$USER\"";
 
 constexpr char wakeMonitor[] = "Wake the screen and refresh.";
 constexpr char connectDirectly[] = "Connect the monitor straight to the graphics card: some docks, adapters and "
@@ -43,6 +44,11 @@ std::vector<I2cAdapter> candidatesOf(const Survey& survey, const Connector& conn
     std::vector<I2cAdapter> adapters = found.linked;
     adapters.insert(adapters.end(), found.unlinked.begin(), found.unlinked.end());
     return adapters;
+}
+
+std::filesystem::path deviceFile(const SystemPaths& paths, const I2cAdapter& adapter)
+{
+    return paths.devices / ("i2c-" + std::to_string(adapter.number));
 }
 
 Finding problem(const DisplayInfo& display, std::string text, std::string remedy = {})
@@ -85,17 +91,29 @@ Finding examinePanel(const DisplayInfo& display, const Connector& connector, con
                        "A newer kernel or graphics driver may bring one.");
     if (display.method != ControlMethod::apple)
         return problem(display, "The panel's backlight device " + backlight->name + " could not be read.");
-    const bool isWritable = mayUse(backlight->path / "brightness");
-    return good(display, "The panel's brightness is set through the backlight device " + backlight->name +
-                             (isWritable ? "." : ", by way of the login service."));
+    if (mayUse(backlight->path / "brightness"))
+        return good(display,
+                    "The panel's brightness is set through the backlight device " + backlight->name + ".");
+    return {Finding::Kind::note,
+            display.id,
+            "The panel's backlight device " + backlight->name +
+                " is not writable for this user, so the login service sets it; it does so only for the session at "
+                "the screen.",
+            {}};
 }
 
 /// True when the probe had a channel; its status text says so.
 bool wasAsked(const DisplayInfo& display) { return display.status.starts_with("No valid DDC"); }
 
 /// Why a display without an answer gave none, when its candidates can be opened.
-Finding withoutAnswer(const DisplayInfo& display, const Connector& connector)
+Finding withoutAnswer(const DisplayInfo& display, const Connector& connector,
+                      const std::vector<I2cAdapter>& candidates, const SystemPaths& paths)
 {
+    for (const I2cAdapter& adapter : candidates) {
+        if (const std::optional<std::string> holder = lockHolder(paths, deviceFile(paths, adapter)))
+            return problem(display, "The monitor's channel is in use by " + *holder + ".",
+                           "Wait until it has finished, or end it, and refresh.");
+    }
     if (connector.isAsleep)
         return problem(display, "The monitor is switched off to save power and may not answer.", wakeMonitor);
     if (wasAsked(display))
@@ -120,12 +138,11 @@ Finding examineExternal(const DisplayInfo& display, const Connector& connector, 
         return withoutCandidates(display, connector, busCandidates(connector, survey.connectors, survey.adapters));
     if (!survey.hasDeviceFiles)
         return problem(display, "The monitor's channel is closed while the kernel module i2c-dev is not loaded.");
-    const bool mayUseOne = std::any_of(candidates.begin(), candidates.end(), [&](const I2cAdapter& each) {
-        return mayUse(paths.devices / ("i2c-" + std::to_string(each.number)));
-    });
+    const bool mayUseOne = std::any_of(candidates.begin(), candidates.end(),
+                                       [&](const I2cAdapter& each) { return mayUse(deviceFile(paths, each)); });
     if (!mayUseOne)
         return problem(display, "This user may not open the monitor's channel.");
-    return withoutAnswer(display, connector);
+    return withoutAnswer(display, connector, candidates, paths);
 }
 
 /// A driver of the kernel that has taken the address which DDC/CI speaks to.
@@ -158,20 +175,20 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
                                      : "This is normal in containers and some virtual machines."});
         return;
     }
-    std::string closed;
-    bool hasCandidates = false;
+    std::set<std::filesystem::path> files;
     for (const Connector& connector : survey.connectors) {
         if (!connector.isDisplay())
             continue;
-        for (const I2cAdapter& adapter : candidatesOf(survey, connector)) {
-            const std::string file = "i2c-" + std::to_string(adapter.number);
-            hasCandidates = true;
-            if (!mayUse(paths.devices / file))
-                closed += (closed.empty() ? "" : ", ") + (paths.devices / file).string();
-        }
+        for (const I2cAdapter& adapter : candidatesOf(survey, connector))
+            files.insert(deviceFile(paths, adapter));
     }
-    if (!hasCandidates)
+    if (files.empty())
         return;
+    std::string closed;
+    for (const std::filesystem::path& file : files) {
+        if (!mayUse(file))
+            closed += (closed.empty() ? "" : ", ") + file.string();
+    }
     if (!survey.hasDeviceFiles)
         findings.push_back({Kind::problem,
                             {},
@@ -179,10 +196,8 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
                             "reach the monitors' channels.",
                             loadModule});
     else if (!closed.empty())
-        findings.push_back({Kind::problem,
-                            {},
-                            "This user may not open the monitors' channels (" + closed + ").",
-                            std::string(grantAccess) + '\n' + joinGroup});
+        findings.push_back(
+            {Kind::problem, {}, "This user may not open the monitors' channels (" + closed + ").", grantAccess});
     else
         findings.push_back({Kind::good, {}, "The monitors' channels can be opened.", {}});
 }

@@ -11,12 +11,19 @@
 #include "platform/linux/Logind.h"
 #include "platform/qt/IniUserDefaults.h"
 
+#include <QDBusConnection>
 #include <QStandardPaths>
 #include <utility>
 
 namespace lumenvale {
 
 namespace {
+
+/// The bus is looked for only when it is needed.
+int setThroughLogind(const std::string& backlight, std::int64_t raw)
+{
+    return setBrightnessThroughLogind(QDBusConnection::systemBus(), backlight, raw);
+}
 
 std::unique_ptr<UserDefaults> makeDefaults(Clock& clock)
 {
@@ -45,7 +52,7 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
     hardware.registry =
         std::make_unique<LinuxServiceRegistry>(paths, makeI2cDriver(paths.devices), hardware.pause, options.log);
     hardware.displaySystem = std::make_unique<LinuxDisplaySystem>(paths);
-    hardware.native = makeLinuxBrightness(paths, {writeNumber, setBrightnessThroughLogind}, options.log);
+    hardware.native = makeLinuxBrightness(paths, {writeNumber, setThroughLogind}, options.log);
     return platform;
 }
 

@@ -74,7 +74,7 @@ void LinuxSystemEvents::startListening()
         if (clock.now() - lastPowerCheck >= std::chrono::milliseconds(500)) // once for all displays of a round
             checkPower();
     });
-    sources->sleepWatch = std::make_unique<SleepWatch>([this](bool isGoingToSleep) {
+    sources->sleepWatch = std::make_unique<SleepWatch>(QDBusConnection::systemBus(), [this](bool isGoingToSleep) {
         events.emit(isGoingToSleep ? SystemEvent::systemWillSleep : SystemEvent::systemDidWake);
     });
     if (sources->uevents.isOpen()) {
@@ -136,6 +136,8 @@ void LinuxSystemEvents::checkPower()
 {
     lastPowerCheck = clock.now();
     const bool isAsleep = areAllAsleep(readConnectors(paths));
+    if (topologyText(paths) != lastTopology)
+        announced(); // some changes are not announced: a picture switched on by the desktop
     clock.cancel(std::exchange(wakeTimer, 0));
     if (isAsleep)
         wakeTimer = clock.callAfter(wakeCheckInterval, [this] {

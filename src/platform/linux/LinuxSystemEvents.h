@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] Subscription subscribe(std::function<void(SystemEvent)> observer) override;
 
-    /// What the announcements lead to; public for tests.
+    /// What announcements and looking at the connectors lead to; public for tests.
     void announced();
     void checkPower();
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/Logind.h"
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <cerrno>
@@ -35,7 +34,7 @@ int errorNumber(const QDBusError& error)
     case QDBusError::UnknownObject:
     case QDBusError::UnknownInterface:
         return ENOSYS;
-    case QDBusError::AccessDenied:
+    case QDBusError::AccessDenied: // or the session is not the one at the screen
         return EACCES;
     default:
         return EIO;
@@ -44,9 +43,8 @@ int errorNumber(const QDBusError& error)
 
 } // namespace
 
-int setBrightnessThroughLogind(const std::string& backlight, std::int64_t raw)
+int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& backlight, std::int64_t raw)
 {
-    const QDBusConnection bus = QDBusConnection::systemBus();
     if (!bus.isConnected())
         return ENOTCONN;
     QDBusMessage call =
@@ -57,9 +55,8 @@ int setBrightnessThroughLogind(const std::string& backlight, std::int64_t raw)
     return answer.type() == QDBusMessage::ErrorMessage ? errorNumber(QDBusError(answer)) : 0;
 }
 
-SleepWatch::SleepWatch(std::function<void(bool)> notify) : callback(std::move(notify))
+SleepWatch::SleepWatch(QDBusConnection bus, std::function<void(bool)> notify) : callback(std::move(notify))
 {
-    QDBusConnection bus = QDBusConnection::systemBus();
     if (bus.isConnected())
         bus.connect(QLatin1String(service), QLatin1String(managerPath), QLatin1String(managerInterface),
                     QStringLiteral("PrepareForSleep"), this, SLOT(prepareForSleep(bool)));

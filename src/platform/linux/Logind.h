@@ -3,6 +3,7 @@
 // panels, and announces that the machine goes to sleep and wakes.
 #pragma once
 
+#include <QDBusConnection>
 #include <QObject>
 #include <cstdint>
 #include <functional>
@@ -11,9 +12,9 @@
 namespace lumenvale {
 
 /// Sets a backlight device's raw value (Session.SetBrightness; systemd 243 or newer). Waits for the answer, at
-/// most a second. Returns 0 or an error number: ENOTCONN without a system bus, ETIMEDOUT, EACCES when the user's
-/// session is not the active one. Hardware thread.
-int setBrightnessThroughLogind(const std::string& backlight, std::int64_t raw);
+/// most a second. Returns 0 or an error number: ENOTCONN without the bus or the service, ETIMEDOUT, EACCES when
+/// it is refused. Hardware thread.
+int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& backlight, std::int64_t raw);
 
 /// Calls back on the main thread with true before the machine sleeps and with false when it has woken
 /// (Manager.PrepareForSleep). Silent without a system bus.
@@ -21,7 +22,7 @@ class SleepWatch final : public QObject {
     Q_OBJECT
 
 public:
-    explicit SleepWatch(std::function<void(bool isGoingToSleep)> callback);
+    SleepWatch(QDBusConnection bus, std::function<void(bool isGoingToSleep)> callback);
 
 private:
     Q_SLOT void prepareForSleep(bool begins);

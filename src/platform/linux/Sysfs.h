@@ -17,6 +17,7 @@ namespace lumenvale {
 struct SystemPaths {
     std::filesystem::path sysfs = "/sys";
     std::filesystem::path devices = "/dev";
+    std::filesystem::path processes = "/proc";
 };
 
 /// A text attribute without the white space around it.

@@ -41,6 +41,21 @@ TEST(Connectors, OnlyDisplaysThatShowAPictureAreListedPanelFirst)
     EXPECT_EQ(displayNames(system), (std::vector<std::string>{"Built-in Display", "Two", "Ten"}));
 }
 
+TEST(Connectors, DisplaysThatTheDesktopTookOutOfUseToSavePowerAreDarkAndNotGone)
+{
+    FakeSysfs system;
+    const auto device = system.addCard();
+    const auto panel = system.addConnector(device, "eDP-1", EdidBuilder{}.build());
+    const auto external = system.addConnector(device, "DP-1", EdidBuilder{}.build());
+    system.addConnector(device, "DP-2");
+    system.write(panel / "enabled", "disabled"); // the lid is closed
+    EXPECT_EQ(displayNames(system), std::vector<std::string>{"Studio 27"});
+    EXPECT_FALSE(system.connector("DP-1").isAsleep);
+    system.write(external / "enabled", "disabled");
+    EXPECT_EQ(displayNames(system), (std::vector<std::string>{"Built-in Display", "Studio 27"}));
+    EXPECT_TRUE(system.connector("DP-1").isAsleep);
+}
+
 TEST(Connectors, DriversThatLeaveTheRecordsAsideCountAsDrivenAndAwake)
 {
     FakeSysfs system;
@@ -115,7 +130,7 @@ TEST(Identity, MonitorsThatClaimTheSameIdentityAreToldApartByTheirPlace)
     const auto second = system.addConnector(device, "DP-2", edid);
     EXPECT_NE(uuidOf(system, "DP-1"), uuidOf(system, "DP-2"));
     EXPECT_NE(uuidOf(system, "DP-1"), alone);
-    system.write(second / "enabled", "disabled"); // the same monitor's second cable
+    system.write(second / "status", "disconnected");
     EXPECT_EQ(uuidOf(system, "DP-1"), alone);
 }
 

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace lumenvale {
 namespace {
@@ -92,6 +93,21 @@ TEST_F(DiagnosticsTest, ASilentMonitorIsAskedToSwitchOnDdc)
     EXPECT_EQ(about(display("DP-1", ControlMethod::ddc)).kind, Kind::good);
 }
 
+TEST_F(DiagnosticsTest, AChannelThatAnotherProgramHoldsNamesTheProgram)
+{
+    const auto dp = system.addConnector(device, "DP-1", EdidBuilder{}.build());
+    system.addAdapter(dp, 4, "AUX B/DDI B/PHY B");
+    struct stat record = {};
+    ASSERT_EQ(::stat((system.paths().devices / "i2c-4").c_str(), &record), 0);
+    const std::string lock = " ADVISORY  WRITE 812 00:05:" + std::to_string(record.st_ino) + " 0 EOF";
+    FakeSysfs::write(system.paths().processes / "812/comm", "monitortool");
+    FakeSysfs::write(system.paths().processes / "locks",
+                     "1: FLOCK  ADVISORY  WRITE 7 00:05:1 0 EOF\n2: POSIX" + lock);
+    EXPECT_TRUE(contains(about(display("DP-1")).text, "identification"));
+    FakeSysfs::write(system.paths().processes / "locks", "1: FLOCK " + lock);
+    EXPECT_TRUE(contains(about(display("DP-1")).text, "in use by monitortool"));
+}
+
 TEST_F(DiagnosticsTest, DriversWithoutBusesAndTwinsAreExplained)
 {
     system.addConnector(device, "DP-1", EdidBuilder{}.build());
@@ -122,7 +138,7 @@ TEST_F(DiagnosticsTest, PanelsNameTheirBacklightAndTheWayToIt)
     const auto panel = system.addConnector(device, "eDP-1", EdidBuilder{}.build());
     EXPECT_EQ(about(display("eDP-1")).kind, Kind::problem);
     system.addBacklight(panel, "intel_backlight", "raw", 100, 50);
-    EXPECT_TRUE(contains(about(display("eDP-1", ControlMethod::apple)).text, "intel_backlight."));
+    EXPECT_TRUE(contains(about(display("eDP-1", ControlMethod::apple)).text, "device intel_backlight."));
     mayUse = false;
     EXPECT_TRUE(contains(about(display("eDP-1", ControlMethod::apple)).text, "login service"));
 }

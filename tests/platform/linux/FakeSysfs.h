@@ -28,7 +28,7 @@ public:
 
     using Path = std::filesystem::path;
 
-    SystemPaths paths() const { return {root(), Path(folder.path().toStdString()) / "dev"}; }
+    SystemPaths paths() const { return {root(), top() / "dev", top() / "proc"}; }
 
     /// A PCI device; class 0x030000 is a display controller.
     Path addPciDevice(const std::string& address, const std::string& driver, const std::string& pciClass)
@@ -104,7 +104,7 @@ public:
         std::filesystem::create_directory_symlink(target, name);
     }
 
-    Path root() const { return Path(folder.path().toStdString()) / "sys"; }
+    Path root() const { return top() / "sys"; }
 
     /// The connector with this name as the code reads it.
     Connector connector(const std::string& name) const
@@ -117,6 +117,8 @@ public:
     }
 
 private:
+    Path top() const { return folder.path().toStdString(); }
+
     QTemporaryDir folder;
 };
 

@@ -77,6 +77,8 @@ TEST_F(I2cBusTest, ABusyBusIsWaitedForAShortWhileOnly)
     waited = {};
     EXPECT_EQ(write(), EAGAIN);
     EXPECT_EQ(waited, (I2cBus::lockAttempts - 1) * I2cBus::lockInterval);
+    EXPECT_EQ(bus->readEdid().error(), EAGAIN);
+    EXPECT_LT(waited, std::chrono::seconds(1));
 }
 
 TEST_F(I2cBusTest, NoPermissionIsReportedAtOnce)

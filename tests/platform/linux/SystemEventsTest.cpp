@@ -50,13 +50,6 @@ TEST(Uevent, AnythingElseIsNoAnnouncement)
 
 class SystemEventsTest : public testing::Test {
 protected:
-    SystemEventsTest()
-    {
-        const auto device = system.addCard();
-        connector = system.addConnector(device, "DP-1", EdidBuilder{}.build());
-        other = system.addConnector(device, "DP-2", EdidBuilder{}.build());
-    }
-
     std::vector<SystemEvent> taken() { return std::exchange(seen, {}); }
     void setPower(const char* state)
     {
@@ -65,8 +58,9 @@ protected:
     }
 
     FakeSysfs system;
-    FakeSysfs::Path connector;
-    FakeSysfs::Path other;
+    FakeSysfs::Path device = system.addCard();
+    FakeSysfs::Path connector = system.addConnector(device, "DP-1", EdidBuilder{}.build());
+    FakeSysfs::Path other = system.addConnector(device, "DP-2", EdidBuilder{}.build());
     ManualClock clock;
     LinuxScreenSource screens{system.paths(), {}};
     LinuxSystemEvents events{system.paths(), false, screens, clock};
@@ -124,6 +118,15 @@ TEST_F(SystemEventsTest, ScreensThatGoDarkAreNoticedWhenAskedAboutAndWatchedUnti
     clock.advance(LinuxSystemEvents::wakeCheckInterval);
     EXPECT_EQ(taken(), std::vector{screensDidWake});
     EXPECT_EQ(clock.pendingCount(), 0U);
+}
+
+TEST_F(SystemEventsTest, AChangeThatNobodyAnnouncedIsNoticedWhenAskedAbout)
+{
+    FakeSysfs::write(other / "enabled", "disabled"); // switched off in the settings
+    clock.advance(1s);
+    EXPECT_FALSE(screens.isAsleep(displayNumber("card0", "DP-1")));
+    clock.advance(LinuxSystemEvents::settleTime);
+    EXPECT_EQ(taken(), std::vector{screenParametersChanged});
 }
 
 TEST_F(SystemEventsTest, PullingTheLastScreenOutIsNoSleep)
