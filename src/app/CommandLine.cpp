@@ -35,6 +35,15 @@ struct Parser {
                        ->expected(0, 1);
         app.add_flag("--verbose", isVerbose, "Log to standard error, every transfer included");
         app.add_flag("--version", isVersion, "Print the version and exit");
+        auto* showPanel = app.add_flag("--show-panel", isPanelWanted,
+                                       "Show the brightness panel, of the running program if there is one");
+        auto* openSettings =
+            app.add_flag("--open-settings", areSettingsWanted, "Open the settings window likewise")
+                ->excludes(showPanel);
+        applyPreset = app.add_option("--apply-preset", presetToApply, "Have the desktop program apply a preset")
+                          ->type_name("PRESET")
+                          ->excludes(showPanel)
+                          ->excludes(openSettings);
 
         list = app.add_subcommand("list", "List the displays and their brightness");
         list->add_flag("--json", asJson, "Print every field, as JSON");
@@ -64,6 +73,7 @@ struct Parser {
         "Controls the brightness of every connected display. Without a command it is the desktop program.",
         "lumenvale"};
     CLI::Option* simulate = nullptr;
+    CLI::Option* applyPreset = nullptr;
     CLI::App* list = nullptr;
     CLI::App* get = nullptr;
     CLI::App* set = nullptr;
@@ -73,11 +83,26 @@ struct Parser {
     std::string folder;
     bool isVerbose = false;
     bool isVersion = false;
+    bool isPanelWanted = false;
+    bool areSettingsWanted = false;
     bool asJson = false;
     std::string display;
     std::string level;
     std::string preset;
+    std::string presetToApply;
 };
+
+std::optional<DesktopRequest> desktopRequest(const Parser& parser)
+{
+    using Action = DesktopRequest::Action;
+    if (parser.isPanelWanted)
+        return DesktopRequest{Action::showPanel, "", ""};
+    if (parser.areSettingsWanted)
+        return DesktopRequest{Action::openSettings, "", ""};
+    if (*parser.applyPreset)
+        return DesktopRequest{Action::applyPreset, parser.presetToApply, ""};
+    return std::nullopt;
+}
 
 tl::expected<Verb, std::string> chosenVerb(const Parser& parser)
 {
@@ -99,7 +124,7 @@ tl::expected<Verb, std::string> chosenVerb(const Parser& parser)
         return ApplyVerb{parser.preset};
     if (*parser.doctor)
         return DoctorVerb{};
-    return DesktopVerb{};
+    return DesktopVerb{desktopRequest(parser)};
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // What the program was asked for. Parsing touches nothing: no file, no application object.
 #pragma once
 
+#include "app/DesktopRequest.h"
 #include "app/LevelArgument.h"
 
 #include <optional>
@@ -12,7 +13,9 @@
 
 namespace lumenvale {
 
-struct DesktopVerb {};
+struct DesktopVerb {
+    std::optional<DesktopRequest> request; ///< of the copy that runs, or that starts now
+};
 /// Print this text and end: the help, or the version.
 struct PrintVerb {
     std::string text;

@@ -18,6 +18,7 @@ int runProgram(const CommandLine& line, int& argc, char** argv)
     }
     DesktopOptions options;
     options.simulationFolder = *folder;
+    options.request = std::get<DesktopVerb>(line.verb).request;
     if (line.isVerbose)
         options.log = standardErrorLog();
     return runDesktop(options, argc, argv);

@@ -2,6 +2,7 @@
 // What the window system knows of the screens.
 #pragma once
 
+#include "base/Geometry.h"
 #include "displays/DisplayInfo.h"
 
 #include <cstdint>
@@ -47,6 +48,10 @@ public:
     /// True while the display's picture is switched off by the system (power saving), so that reading its
     /// brightness could wake it. False where the system does not tell.
     virtual bool isAsleep(std::uint32_t displayID) = 0;
+
+    /// The number of the display that shows this point of the desktop (device-independent, y grows downward);
+    /// none where no display does or the system does not tell.
+    virtual std::optional<std::uint32_t> displayAt(Point) { return std::nullopt; }
 };
 
 } // namespace lumenvale

@@ -70,8 +70,9 @@ public:
 enum class ActivationPolicy { accessory, regular }; ///< without and with a Dock icon
 
 struct DockContent {
-    std::function<void()> reopen; ///< the icon was clicked
-    std::function<Menu()> menu;   ///< asked each time the system needs the icon's menu
+    std::function<void()> reopen;       ///< the icon was clicked
+    std::function<void()> menuWillOpen; ///< the pointer is where the menu opens; not told by every system
+    std::function<Menu()> menu;         ///< asked each time the system needs the icon's menu
 };
 
 /// The program's icon among those of the other programs: Dock, launcher, dash.
@@ -136,7 +137,11 @@ struct Shell {
     std::unique_ptr<PanelWindows> panels;
 };
 
-/// Defined once per system. Main thread, after the application object.
+/// True when the process is the host of another program's tests and must not act as the program. Defined once
+/// per system, like the following. Main thread.
+bool isTestHost();
+
+/// After the application object.
 Shell makeNativeShell(const ProgramIdentity& identity);
 
 } // namespace lumenvale

@@ -24,6 +24,21 @@ bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
     return connector && connector->isAsleep;
 }
 
+std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
+{
+    const std::vector<WindowScreen> windows = windowScreens ? windowScreens() : std::vector<WindowScreen>();
+    const std::vector<Screen> joined = joinScreens(readConnectors(paths), windows);
+    std::size_t position = 0; // the window system's screens come first, in its order; nameless ones are left out
+    for (const WindowScreen& each : windows) {
+        if (each.name.empty())
+            continue;
+        if (Rect{each.x, each.y, each.width, each.height}.contains(point))
+            return joined.at(position).displayID;
+        ++position;
+    }
+    return std::nullopt;
+}
+
 Subscription LinuxScreenSource::subscribeToQuestions(std::function<void()> observer)
 {
     return question.subscribe(std::move(observer));
@@ -37,6 +52,8 @@ std::vector<WindowScreen> qtWindowScreens()
         window.name = screen->name().toStdString();
         window.model = screen->model().trimmed().toStdString();
         window.serialNumber = screen->serialNumber().trimmed().toStdString();
+        window.x = screen->geometry().x();
+        window.y = screen->geometry().y();
         window.width = screen->geometry().width();
         window.height = screen->geometry().height();
         window.pixelRatio = screen->devicePixelRatio();

@@ -23,6 +23,7 @@ public:
     std::vector<Screen> screens() override;
     /// The connector's power state as the kernel recorded it; asking the kernel does not touch the monitor.
     bool isAsleep(std::uint32_t displayID) override;
+    std::optional<std::uint32_t> displayAt(Point point) override;
 
     /// Calls `observer` whenever somebody asks whether a screen is asleep: an occasion to look at all of them.
     [[nodiscard]] Subscription subscribeToQuestions(std::function<void()> observer);

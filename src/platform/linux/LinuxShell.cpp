@@ -9,6 +9,8 @@
 
 namespace lumenvale {
 
+bool isTestHost() { return false; } // tests do not run inside other programs here
+
 Shell makeNativeShell(const ProgramIdentity& identity)
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();

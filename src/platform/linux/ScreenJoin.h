@@ -21,6 +21,8 @@ struct WindowScreen {
     double pixelRatio = 1.0;
     double refreshRate = 0.0; ///< hertz
     bool isPrimary = false;
+    double x = 0.0; ///< points; of the upper left corner on the desktop
+    double y = 0.0;
 };
 
 /// One screen per display: first those that the window system shows, in its order, then connectors that it does

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LauncherDock.h"
-#include "PrivateBus.h"
+#include "BusCall.h"
 #include "platform/linux/X11.h"
 
 #include <QTemporaryDir>
@@ -13,16 +13,16 @@ namespace {
 
 TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
 {
-    const PrivateBus bus;
-    if (!bus.isRunning())
+    const auto bus = tryStartBus();
+    if (!bus)
         GTEST_SKIP() << "dbus-daemon is not installed";
     const QTemporaryDir directory;
     const ProgramIdentity identity = {"app.example.Test", "/app/example/Test", "Test", {"/usr/bin/test"}};
     std::vector<std::string> log;
     {
-        LauncherDock dock(bus.connect("dock"), identity,
-                          LauncherEntry(identity, {directory.path().toStdString(), {}}), true);
-        dock.setContent({[&log] { log.push_back("reopen"); },
+        LauncherDock dock(bus->connect(), identity, LauncherEntry(identity, {directory.path().toStdString(), {}}),
+                          true);
+        dock.setContent({[&log] { log.push_back("reopen"); }, nullptr,
                          [&log] {
                              return Menu{{"settings",
                                           "Settings…",
@@ -33,13 +33,12 @@ TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
                          }});
         dock.setActivationPolicy(ActivationPolicy::regular);
         EXPECT_TRUE(QFile::exists(directory.filePath("app.example.Test.desktop")));
-        const QDBusConnection launcher = bus.connect("launcher");
+        const QDBusConnection launcher = bus->connect();
         const auto call = [&launcher](const QString& method, const QVariantList& arguments) {
             auto message = QDBusMessage::createMethodCall("app.example.Test", "/app/example/Test",
                                                           "org.freedesktop.Application", method);
             message.setArguments(arguments);
-            EXPECT_EQ(PrivateBus::call(launcher, message).type(), QDBusMessage::ReplyMessage)
-                << method.toStdString();
+            EXPECT_EQ(callOverBus(launcher, message).type(), QDBusMessage::ReplyMessage) << method.toStdString();
         };
         call("Activate", {QVariantMap()});
         call("Open", {QStringList("file:///x"), QVariantMap()});
@@ -48,8 +47,6 @@ TEST(LauncherDock, LaunchersReachTheProgramOverTheBus)
     }
     EXPECT_EQ(log, (std::vector<std::string>{"reopen", "reopen", "settings"}));
     EXPECT_FALSE(QFile::exists(directory.filePath("app.example.Test.desktop"))); // it was a temporary one
-    QDBusConnection::disconnectFromBus("dock");
-    QDBusConnection::disconnectFromBus("launcher");
 }
 
 TEST(X11, RoundedRegionCoversEveryRowOnceAndIsSymmetrical)

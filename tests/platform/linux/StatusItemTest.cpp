@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PrivateBus.h"
+#include "BusCall.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/StatusNotifierItem.h"
 
@@ -24,15 +24,9 @@ public:
 
     bool hasHost = true;
     QStringList items;
-    QEventLoop* waiting = nullptr;
 
 public Q_SLOTS:
-    void RegisterStatusNotifierItem(const QString& service)
-    {
-        items.append(service);
-        if (waiting)
-            waiting->quit();
-    }
+    void RegisterStatusNotifierItem(const QString& service) { items.append(service); }
 
 private:
     QDBusConnection bus;
@@ -47,18 +41,13 @@ class StatusItemTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!bus.isRunning())
+        if (!bus)
             GTEST_SKIP() << "dbus-daemon is not installed";
-        own.emplace(bus.connect("own"));
-        host.emplace(bus.connect("host"));
+        own.emplace(bus->connect());
+        host.emplace(bus->connect());
         watcher.emplace(*host);
     }
-    void TearDown() override
-    {
-        watcher.reset();
-        QDBusConnection::disconnectFromBus("own");
-        QDBusConnection::disconnectFromBus("host");
-    }
+    void TearDown() override { watcher.reset(); }
 
     StatusItemContent content()
     {
@@ -79,12 +68,7 @@ protected:
 
     QString waitForItem()
     {
-        if (watcher->items.isEmpty()) {
-            QEventLoop loop;
-            watcher->waiting = &loop;
-            loop.exec();
-            watcher->waiting = nullptr;
-        }
+        turnLoopUntil([this] { return !watcher->items.isEmpty(); });
         return watcher->items.takeFirst();
     }
 
@@ -93,7 +77,7 @@ protected:
     {
         auto message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setArguments(arguments);
-        return PrivateBus::call(*host, message);
+        return callOverBus(*host, message);
     }
     QVariant property(const QString& service, const QString& name)
     {
@@ -102,7 +86,7 @@ protected:
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
-    PrivateBus bus;
+    const std::unique_ptr<PrivateBus> bus = tryStartBus();
     std::optional<QDBusConnection> own;
     std::optional<QDBusConnection> host;
     std::optional<WatcherStandIn> watcher;

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Ends the application's loop when the process is asked to end (SIGTERM, SIGINT, SIGHUP), so that the program
+// shuts down as when the user quits. One at a time; main thread, after the application object.
+#pragma once
+
+#include <QSocketNotifier>
+#include <array>
+#include <memory>
+
+namespace lumenvale {
+
+class TerminationSignals {
+public:
+    TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+    /// Gives the signals their usual meaning back.
+    ~TerminationSignals();
+
+private:
+    std::unique_ptr<QSocketNotifier> notifier;
+};
+
+} // namespace lumenvale
