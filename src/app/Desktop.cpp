@@ -1,14 +1,109 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
 
+#include "app/AppDelegate.h"
+#include "app/InstanceLock.h"
+#include "app/RequestChannel.h"
+#include "app/TerminationSignals.h"
+#include "base/Identity.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtMainThread.h"
+
+#include <QApplication>
+#include <csignal>
 #include <cstdio>
 
 namespace lumenvale {
 
-int runDesktop(const DesktopOptions& /*options*/, int& /*argc*/, char** /*argv*/)
+namespace {
+
+/// How long a second copy waits for a first one that is only just starting.
+constexpr auto handOverPatience = std::chrono::seconds(3);
+
+/// Code that borrows this executable to look at its windows must not find the program running.
+bool isHosted() { return isTestHost() || qgetenv("XCODE_RUNNING_FOR_PREVIEWS") == "1"; }
+
+int runWithoutDelegate(int& argc, char** argv)
 {
-    std::fputs("The desktop program is not built yet. Run lumenvale --help for the commands.\n", stderr);
-    return 1;
+    const QApplication application(argc, argv);
+    return QApplication::exec();
+}
+
+void handOver(const std::string& folder, std::optional<DesktopRequest> request)
+{
+    std::signal(SIGPIPE, SIG_IGN); // the first copy may end at this very moment
+    DesktopRequest wanted = request.value_or(DesktopRequest());
+    wanted.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
+    sendRequest(folder, wanted, handOverPatience);
+}
+
+ProgramIdentity programIdentity(const DesktopOptions& options)
+{
+    const bool isSimulated = options.simulationFolder.has_value();
+    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
+    const QString packed = qEnvironmentVariable("APPIMAGE");
+    ProgramIdentity identity;
+    identity.identifier = isSimulated ? simulatedIdentifier : applicationIdentifier;
+    identity.objectPath = isSimulated ? simulatedObjectPath : applicationObjectPath;
+    identity.name = isSimulated ? "Lumenvale (Simulated)" : applicationName;
+    identity.command = {(packed.isEmpty() ? QCoreApplication::applicationFilePath() : packed).toStdString()};
+    if (isSimulated)
+        identity.command.insert(identity.command.end(), {"--simulate", *options.simulationFolder});
+    return identity;
+}
+
+int runApplication(const DesktopOptions& options, const std::string& folder, int& argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(applicationName);
+    const ProgramIdentity identity = programIdentity(options);
+    QApplication::setDesktopFileName(QString::fromStdString(identity.identifier));
+
+    QtClock clock;
+    QtMainThread mainThread;
+    PlatformOptions platformOptions;
+    platformOptions.simulationFolder = options.simulationFolder;
+    platformOptions.hasWindowSystem = true;
+    platformOptions.log = options.log;
+    platformOptions.report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
+    auto platform = makePlatform(platformOptions, clock, mainThread);
+    if (!platform) {
+        std::fprintf(stderr, "%s\n", platform.error().c_str());
+        return 1;
+    }
+    migrateLegacyDefaults(*platform->defaults);
+
+    DisplayHardware hardware(std::move(platform->hardware), mainThread);
+    Shell shell = makeNativeShell(identity);
+    AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
+                          *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell});
+    const RequestReceiver requests(folder,
+                                   [&delegate](const DesktopRequest& request) { delegate.perform(request); });
+    const TerminationSignals signals;
+    mainThread.post([&] {
+        delegate.applicationDidFinishLaunching();
+        if (options.request)
+            delegate.perform(*options.request);
+    });
+    const int status = QApplication::exec();
+    delegate.applicationWillTerminate();
+    return status;
+}
+
+} // namespace
+
+int runDesktop(const DesktopOptions& options, int& argc, char** argv)
+{
+    if (isHosted())
+        return runWithoutDelegate(argc, argv);
+    const std::string folder = options.simulationFolder.value_or(supportFolder(applicationIdentifier));
+    const auto lock = InstanceLock::acquire(folder);
+    if (!lock) {
+        handOver(folder, options.request);
+        return 0;
+    }
+    return runApplication(options, folder, argc, argv);
 }
 
 } // namespace lumenvale

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/PanelPlacement.h"
 
+#include "ui/PreferredHeight.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,7 +12,7 @@ namespace {
 
 double widthOn(const Rect& visibleFrame)
 {
-    return std::max(0.0, std::min(panelWidth, visibleFrame.width - 2 * screenMargin));
+    return std::max(0.0, std::min<double>(panelWidth, visibleFrame.width - 2 * screenMargin));
 }
 
 // Not std::clamp: on a screen smaller than the margins the bounds cross, and the second one wins.

@@ -10,7 +10,6 @@
 
 namespace lumenvale {
 
-constexpr double panelWidth = 340;
 constexpr double screenMargin = 8;  ///< kept from every edge of a screen's visible frame
 constexpr double statusItemGap = 6; ///< between the status item and the panel
 

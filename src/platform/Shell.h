@@ -102,9 +102,12 @@ class PanelWindows {
 public:
     virtual ~PanelWindows() = default;
 
+    /// False where every window covers what is behind it, so that translucent ones would look wrong.
+    virtual bool canBlend() = 0;
+
     /// Makes a created, not yet visible window a floating panel: above others, in no list of windows, without
-    /// making the program the active one.
-    virtual void dress(WindowHandle window) = 0;
+    /// making the program the active one. True where the system then draws the panel's ground, edge and corners.
+    virtual bool dress(WindowHandle window) = 0;
 
     /// Blurs what is behind the window, which has this size and round corners, where the system can. Called
     /// after each change of the size.

@@ -59,7 +59,13 @@ private:
 
 } // namespace
 
-void LinuxPanelWindows::dress(WindowHandle window) { x11::skipTaskbar(window); }
+bool LinuxPanelWindows::canBlend() { return QGuiApplication::platformName() != "xcb" || x11::hasCompositor(); }
+
+bool LinuxPanelWindows::dress(WindowHandle window)
+{
+    x11::skipTaskbar(window);
+    return false;
+}
 
 void LinuxPanelWindows::blurBehind(WindowHandle window, double width, double height, double cornerRadius)
 {

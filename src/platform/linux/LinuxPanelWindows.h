@@ -8,7 +8,8 @@ namespace lumenvale {
 
 class LinuxPanelWindows final : public PanelWindows {
 public:
-    void dress(WindowHandle window) override;
+    bool canBlend() override;
+    bool dress(WindowHandle window) override;
     void blurBehind(WindowHandle window, double width, double height, double cornerRadius) override;
     void focus(WindowHandle window) override;
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle panel, std::function<void()> clicked) override;

@@ -38,6 +38,19 @@ xcb_window_t rootOf(xcb_connection_t* server, xcb_window_t window)
 
 } // namespace
 
+bool hasCompositor()
+{
+    xcb_connection_t* const server = connection();
+    if (!server)
+        return false;
+    // Extended Window Manager Hints, "_NET_WM_CM_Sn": the manager of screen n owns this selection.
+    const auto cookie = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
+    xcb_get_selection_owner_reply_t* reply = xcb_get_selection_owner_reply(server, cookie, nullptr);
+    const bool isOwned = reply && reply->owner != XCB_WINDOW_NONE;
+    std::free(reply);
+    return isOwned;
+}
+
 void skipTaskbar(WindowHandle window)
 {
     xcb_connection_t* const server = connection();

@@ -9,6 +9,9 @@
 
 namespace lumenvale::x11 {
 
+/// Whether a compositing manager runs.
+bool hasCompositor();
+
 /// Keeps the window out of taskbars and pagers.
 void skipTaskbar(WindowHandle window);
 

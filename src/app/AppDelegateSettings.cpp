@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// The delegate's settings window.
+#include "app/AppDelegate.h"
+#include "platform/KeyTranslation.h"
+
+#include <QCursor>
+#include <QKeyEvent>
+#include <QWindow>
+
+namespace lumenvale {
+
+void AppDelegate::showSettings()
+{
+    const QPoint pointer = QCursor::pos();
+    const auto number = services.screens.displayAt({double(pointer.x()), double(pointer.y())});
+    dismissMenu();
+    if (!settingsWindow)
+        createSettingsWindow();
+    presetEditor().show(number ? std::optional(stableIdentifier(std::nullopt, *number)) : std::nullopt);
+    settingsWindow->setWindowState(settingsWindow->windowState() & ~Qt::WindowMinimized);
+    settingsWindow->show();
+    settingsWindow->raise();
+    settingsWindow->activateWindow();
+    services.shell.panels->focus(settingsWindow->winId());
+    tellVisibility();
+}
+
+void AppDelegate::createSettingsWindow()
+{
+    settingsWindow = std::make_unique<SettingsWindow>(new QWidget, services.defaults);
+    if (!mainMenu->isNativeMenuBar()) // nobody else offers the menu's keys then
+        settingsWindow->addActions(mainMenu->actions().value(0)->menu()->actions());
+    settingsWindow->resignedKey = [this] { presetEditor().settingsResignedKey(); };
+    settingsWindow->closed = [this] {
+        presetEditor().settingsResignedKey();
+        presetEditor().settingsClosed();
+        tellVisibility();
+    };
+}
+
+void AppDelegate::installSettingsKeyMonitor()
+{
+    settingsKeyMonitor = std::make_unique<LocalEventMonitor>(
+        [this](QWindow* window, QEvent* event) { return handleSettingsKey(window, event); });
+}
+
+bool AppDelegate::handleSettingsKey(QWindow* window, QEvent* event)
+{
+    if (!settingsWindow || window != settingsWindow->windowHandle())
+        return false;
+    if (event->type() == QEvent::ShortcutOverride && editor && editor->recordingShortcutID.get()) {
+        event->accept(); // the key is recorded, whatever else it means in the window
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const KeyEvent key = translateKeyEvent(static_cast<const QKeyEvent&>(*event));
+    if (presetEditor().handleKeyEvent(key))
+        return true;
+    return key.keyCode == escapeKeyCode && editor && editor->revert();
+}
+
+} // namespace lumenvale
