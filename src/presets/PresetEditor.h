@@ -62,7 +62,7 @@ public:
     void activate(Uuid id);
     /// Shows a display or a preset in the settings window, or neither. A preset is also applied while the window
     /// is visible. Without `force`, selecting what is selected does nothing.
-    void select(const std::optional<SettingsSelection>& next, bool force = false);
+    void select(std::optional<SettingsSelection> next, bool force = false);
     /// The settings window was shown. `preferred` names the display to show first, by its identifier or as
     /// "display-" and its number.
     void show(const std::optional<std::string>& preferred);

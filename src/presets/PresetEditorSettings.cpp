@@ -40,22 +40,21 @@ void PresetEditor::settingsClosed()
 
 // Selection
 
-void PresetEditor::select(const std::optional<SettingsSelection>& next, bool force)
+void PresetEditor::select(std::optional<SettingsSelection> next, bool force)
 {
     if (!force && next == selection.get())
         return;
-    const std::optional<SettingsSelection> chosen = next; // `next` may be the field itself
     cancelRecording();
     cancelOperation();
-    selection.setIfChanged(chosen);
+    selection.setIfChanged(next);
     session.setIfChanged(std::nullopt);
     message.setIfChanged(std::nullopt);
-    if (const auto* display = chosen ? std::get_if<DisplaySelection>(&*chosen) : nullptr) {
+    if (const auto* display = next ? std::get_if<DisplaySelection>(&*next) : nullptr) {
         selectedTab.setIfChanged(SettingsTab::displays);
         preferredDisplayID = display->id;
         defaults.set(settingsDisplayKey, display->id);
     }
-    const auto* selected = chosen ? std::get_if<PresetSelection>(&*chosen) : nullptr;
+    const auto* selected = next ? std::get_if<PresetSelection>(&*next) : nullptr;
     if (!selected) {
         defaults.set(settingsPresetKey, std::nullopt);
         return;

@@ -36,7 +36,7 @@ std::vector<BrightnessPreset> cleaned(std::vector<BrightnessPreset> decoded)
 PresetStore::PresetStore(UserDefaults& source) : defaults(source)
 {
     if (const std::optional<PropertyValue> stored = defaults.value(presetsKey)) {
-        const PropertyData* data = stored->as<PropertyData>();
+        const auto* data = stored->as<PropertyData>();
         if (auto decoded = decodePresets(data ? *data : PropertyData()))
             presets.set(cleaned(std::move(*decoded)));
         else
