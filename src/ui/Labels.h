@@ -12,6 +12,8 @@ namespace lumenvale {
 enum class TextColour { primary, secondary, warning, failure };
 
 class ElidedLabel final : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ElidedLabel(TextRole role, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
 

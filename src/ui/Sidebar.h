@@ -20,6 +20,8 @@ struct SidebarItem {
 };
 
 class Sidebar final : public QListWidget {
+    Q_OBJECT
+
 public:
     Sidebar(const QString& label, bool canMove, QWidget* parent = nullptr);
 

@@ -9,6 +9,8 @@
 namespace lumenvale {
 
 class TextLabel final : public QLabel {
+    Q_OBJECT
+
 public:
     explicit TextLabel(TextRole role, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
 
