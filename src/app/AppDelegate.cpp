@@ -121,7 +121,7 @@ void AppDelegate::observeCounts()
     menuSizeObservation.push_back(store.displays.subscribe([this](const std::vector<DisplayInfo>& displays) {
         if (std::exchange(displayCount, displays.size()) != displays.size())
             callLater(&AppDelegate::positionMenu);
-        presetEditor().displaysChanged(displays);
+        callLater(&AppDelegate::tellEditorOfDisplays); // who looks for displays that came and went in the list
     }));
     menuSizeObservation.push_back(presets.presets.subscribe([this](const std::vector<BrightnessPreset>& list) {
         if (std::exchange(presetCount, list.size()) != list.size())
@@ -129,6 +129,8 @@ void AppDelegate::observeCounts()
         menusChanged();
     }));
 }
+
+void AppDelegate::tellEditorOfDisplays() { presetEditor().displaysChanged(store.displays.get()); }
 
 void AppDelegate::applyPresentation(AppPresentation presentation)
 {

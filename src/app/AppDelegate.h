@@ -65,6 +65,7 @@ private:
     void installSettingsKeyMonitor();
     void installMainMenu();
     void observeCounts();
+    void tellEditorOfDisplays();
     void applyPresentation(AppPresentation presentation);
 
     // Status item and Dock
