@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/MacDisplaySystem.h"
+
+#include "platform/macos/DisplayFacts.h"
+#include "platform/macos/PrivateInterfaces.h"
+#include "platform/macos/PropertyConversion.h"
+
+#include <CoreGraphics/CoreGraphics.h>
+
+namespace lumenvale {
+
+std::optional<PropertyDictionary> MacDisplaySystem::informationDictionary(std::uint32_t displayID)
+{
+    if (!CoreDisplay_DisplayCreateInfoDictionary)
+        return std::nullopt;
+    const CFReference<CFDictionaryRef> information(CoreDisplay_DisplayCreateInfoDictionary(displayID));
+    const auto value = toPropertyValue(information.get());
+    const auto* dictionary = value ? value->as<PropertyDictionary>() : nullptr;
+    return dictionary ? std::optional(*dictionary) : std::nullopt;
+}
+
+bool MacDisplaySystem::isOnline(std::uint32_t displayID) { return CGDisplayIsOnline(displayID) != 0; }
+
+std::optional<std::string> MacDisplaySystem::uuid(std::uint32_t displayID) { return displayUuid(displayID); }
+
+} // namespace lumenvale

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+// Reference-counted values. Stricter than the real ones: no conversion that may fail succeeds by luck.
+#include "Core.h"
+
+#include <cstring>
+
+using namespace lumenvale::standin;
+using lumenvale::PropertyData;
+
+namespace {
+
+/// Never freed, never counted.
+template <typename Reference>
+Reference constant(CFTypeID type, lumenvale::PropertyValue value)
+{
+    return as<Reference>(new Object{.type = type, .value = std::move(value)});
+}
+
+/// UTF-16 units of UTF-8 text, or none when it is not that.
+std::optional<CFIndex> utf16Length(const std::string& text)
+{
+    CFIndex units = 0;
+    for (std::size_t index = 0; index < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[index]);
+        const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        if (length == 0 || lead > 0xF4 || index + length > text.size())
+            return std::nullopt;
+        for (std::size_t next = index + 1; next < index + length; ++next) {
+            if ((text[next] & 0xC0) != 0x80)
+                return std::nullopt;
+        }
+        units += length == 4 ? 2 : 1;
+        index += length;
+    }
+    return units;
+}
+
+} // namespace
+
+extern "C" {
+
+const CFAllocatorRef kCFAllocatorDefault = nullptr;
+const CFBooleanRef kCFBooleanTrue = constant<CFBooleanRef>(booleanType, true);
+const CFBooleanRef kCFBooleanFalse = constant<CFBooleanRef>(booleanType, false);
+const CFStringRef kCFPreferencesCurrentUser = constant<CFStringRef>(stringType, "current user");
+const CFStringRef kCFPreferencesAnyHost = constant<CFStringRef>(stringType, "any host");
+const CFArrayCallBacks kCFTypeArrayCallBacks = {};
+const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks = {};
+const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks = {};
+
+CFTypeRef CFRetain(CFTypeRef reference)
+{
+    ++check(reference, __func__).references;
+    return reference;
+}
+void CFRelease(CFTypeRef reference)
+{
+    Object& object = check(reference, __func__);
+    if (object.type == anyType || object.type == booleanType || --object.references > 0)
+        return;
+    for (const Object* each : object.elements)
+        CFRelease(each);
+    for (const auto& [key, value] : object.entries) {
+        CFRelease(key);
+        CFRelease(value);
+    }
+    died(&object, __func__);
+    delete &object;
+}
+CFTypeID CFGetTypeID(CFTypeRef reference)
+{
+    const CFTypeID type = check(reference, __func__).type;
+    return type == realType ? CFTypeID{integerType} : type;
+}
+
+CFTypeID CFStringGetTypeID() { return stringType; }
+CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex count, CFStringEncoding encoding,
+                                    Boolean)
+{
+    const std::string text(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
+    if (failing(__func__) || encoding != kCFStringEncodingUTF8 || !utf16Length(text))
+        return nullptr;
+    return as<CFStringRef>(newObject(stringType, "text " + text, text));
+}
+CFIndex CFStringGetLength(CFStringRef text)
+{
+    return utf16Length(check(text, __func__, stringType).text()).value_or(0);
+}
+CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding) { return 3 * length; }
+Boolean CFStringGetCString(CFStringRef text, char* buffer, CFIndex size, CFStringEncoding)
+{
+    const std::string bytes = check(text, __func__, stringType).text();
+    if (failing(__func__) || static_cast<CFIndex>(bytes.size()) >= size)
+        return false;
+    std::strcpy(buffer, bytes.c_str());
+    return true;
+}
+
+CFTypeID CFBooleanGetTypeID() { return booleanType; }
+Boolean CFBooleanGetValue(CFBooleanRef boolean) { return check(boolean, __func__, booleanType).get<bool>(); }
+CFTypeID CFNumberGetTypeID() { return integerType; }
+CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value)
+{
+    if (type == kCFNumberFloat64Type)
+        return as<CFNumberRef>(newObject(realType, "number", *static_cast<const double*>(value)));
+    return as<CFNumberRef>(newObject(integerType, "number", *static_cast<const std::int64_t*>(value)));
+}
+Boolean CFNumberIsFloatType(CFNumberRef number) { return check(number, __func__).type == realType; }
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value)
+{
+    if (type == kCFNumberFloat64Type)
+        *static_cast<double*>(value) = check(number, __func__, realType).get<double>();
+    else
+        *static_cast<std::int64_t*>(value) = check(number, __func__, integerType).get<std::int64_t>();
+    return !failing(__func__); // false: the number does not fit
+}
+
+CFTypeID CFDataGetTypeID() { return dataType; }
+CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length)
+{
+    return as<CFDataRef>(newObject(dataType, "data", PropertyData(bytes, bytes + length)));
+}
+CFIndex CFDataGetLength(CFDataRef data)
+{
+    return static_cast<CFIndex>(check(data, __func__, dataType).get<PropertyData>().size());
+}
+void CFDataGetBytes(CFDataRef data, CFRange range, UInt8* buffer)
+{
+    const auto bytes = check(data, __func__, dataType).get<PropertyData>();
+    if (range.location < 0 || range.length < 0 || range.location + range.length > CFDataGetLength(data))
+        return fault("CFDataGetBytes: out of range");
+    std::memcpy(buffer, bytes.data() + range.location, static_cast<std::size_t>(range.length));
+}
+CFDateRef CFDateCreate(CFAllocatorRef, double) { return as<CFDateRef>(newObject(dateType, "date")); }
+
+CFTypeID CFArrayGetTypeID() { return arrayType; }
+CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef, CFIndex, const CFArrayCallBacks* calls)
+{
+    if (calls != &kCFTypeArrayCallBacks)
+        fault("CFArrayCreateMutable: elements would not be retained");
+    return as<CFMutableArrayRef>(newObject(arrayType, "array"));
+}
+CFIndex CFArrayGetCount(CFArrayRef array)
+{
+    return static_cast<CFIndex>(check(array, __func__, arrayType).elements.size());
+}
+const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index)
+{
+    return check(array, __func__, arrayType).elements.at(static_cast<std::size_t>(index));
+}
+void CFArrayAppendValue(CFMutableArrayRef array, const void* value)
+{
+    check(array, __func__, arrayType).elements.push_back(static_cast<const Object*>(CFRetain(value)));
+}
+
+CFTypeID CFDictionaryGetTypeID() { return dictionaryType; }
+CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef, CFIndex, const CFDictionaryKeyCallBacks* keys,
+                                                 const CFDictionaryValueCallBacks* values)
+{
+    if (keys != &kCFTypeDictionaryKeyCallBacks || values != &kCFTypeDictionaryValueCallBacks)
+        fault("CFDictionaryCreateMutable: entries would not be retained");
+    return as<CFMutableDictionaryRef>(newObject(dictionaryType, "dictionary"));
+}
+CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary)
+{
+    return static_cast<CFIndex>(check(dictionary, __func__, dictionaryType).entries.size());
+}
+void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values)
+{
+    for (const auto& [key, value] : check(dictionary, __func__, dictionaryType).entries) {
+        *keys++ = key;
+        *values++ = value;
+    }
+}
+void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key, const void* value)
+{
+    Object& object = check(dictionary, __func__, dictionaryType);
+    for (const auto& [existing, unused] : object.entries) {
+        if (existing->value == check(key, __func__).value)
+            return;
+    }
+    object.entries.emplace_back(static_cast<const Object*>(CFRetain(key)),
+                                static_cast<const Object*>(CFRetain(value)));
+}
+
+CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid)
+{
+    return static_cast<CFStringRef>(makeObject(check(uuid, __func__, uuidType).value));
+}
+
+} // extern "C"

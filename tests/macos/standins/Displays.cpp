@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// Displays by number, and the libraries that are loaded at run time.
+#include "Core.h"
+#include "platform/macos/PrivateInterfaces.h"
+
+#include <ColorSync/ColorSync.h>
+#include <CoreGraphics/CoreGraphics.h>
+#include <dlfcn.h>
+#undef dlopen
+#undef dlsym
+#undef dlclose
+
+using namespace lumenvale::standin;
+
+namespace {
+
+struct Callback {
+    CGDisplayReconfigurationCallBack function;
+    void* user;
+};
+std::vector<Callback> callbacks;
+
+const Display* findDisplay(std::uint32_t id)
+{
+    for (const Display& each : machine().displays) {
+        if (each.id == id)
+            return &each;
+    }
+    return nullptr;
+}
+
+template <typename Value>
+Value ofDisplay(std::uint32_t id, Value Display::*field, Value otherwise)
+{
+    const Display* display = findDisplay(id);
+    return display ? display->*field : otherwise;
+}
+
+Display ofMode(CGDisplayModeRef mode) { return check(mode, "CGDisplayMode", modeType).display; }
+
+using Library = std::map<std::string, void*>;
+
+} // namespace
+
+void lumenvale::standin::reconfigure(std::uint32_t display, std::uint32_t flags)
+{
+    for (const Callback& each : std::vector<Callback>(callbacks))
+        each.function(display, flags, each.user);
+}
+
+extern "C" {
+
+CGDirectDisplayID CGMainDisplayID() { return machine().displays.empty() ? 0 : machine().displays.front().id; }
+boolean_t CGDisplayIsOnline(CGDirectDisplayID id) { return ofDisplay(id, &Display::isOnline, false); }
+boolean_t CGDisplayIsAsleep(CGDirectDisplayID id) { return ofDisplay(id, &Display::isAsleep, false); }
+boolean_t CGDisplayIsBuiltin(CGDirectDisplayID id) { return ofDisplay(id, &Display::isBuiltIn, false); }
+std::uint32_t CGDisplayVendorNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::vendor, 0xFFFFFFFFU); }
+std::uint32_t CGDisplayModelNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::model, 0xFFFFFFFFU); }
+std::uint32_t CGDisplaySerialNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::serial, 0U); }
+
+CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID id)
+{
+    const Display* display = findDisplay(id);
+    if (!display || display->pixelWidth == 0)
+        return nullptr;
+    Object* mode = newObject(modeType, "display mode");
+    mode->display = *display;
+    return as<CGDisplayModeRef>(mode);
+}
+std::size_t CGDisplayModeGetPixelWidth(CGDisplayModeRef mode) { return ofMode(mode).pixelWidth; }
+std::size_t CGDisplayModeGetPixelHeight(CGDisplayModeRef mode) { return ofMode(mode).pixelHeight; }
+double CGDisplayModeGetRefreshRate(CGDisplayModeRef mode) { return ofMode(mode).refreshRate; }
+
+CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack function, void* user)
+{
+    if (failing(__func__))
+        return kCGErrorFailure;
+    callbacks.push_back({function, user});
+    born(user, "display callback");
+    return kCGErrorSuccess;
+}
+CGError CGDisplayRemoveReconfigurationCallback(CGDisplayReconfigurationCallBack function, void* user)
+{
+    std::erase_if(callbacks, [&](const Callback& each) { return each.function == function && each.user == user; });
+    return died(user, __func__) ? kCGErrorSuccess : kCGErrorFailure;
+}
+CFUUIDRef CGDisplayCreateUUIDFromDisplayID(std::uint32_t id)
+{
+    const Display* display = findDisplay(id);
+    return display && display->uuid ? as<CFUUIDRef>(newObject(uuidType, "UUID", *display->uuid)) : nullptr;
+}
+CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t id)
+{
+    const Display* display = findDisplay(id);
+    return display && display->information ? static_cast<CFDictionaryRef>(makeObject(*display->information))
+                                           : nullptr;
+}
+} // extern "C"
+
+void* standInOpen(const char* path, int mode)
+{
+    if (std::string(path).rfind("/System/", 0) != 0)
+        return dlopen(path, mode);
+    const auto found = machine().libraries.find(path);
+    if (found == machine().libraries.end())
+        return nullptr;
+    auto* library = new Library(found->second);
+    born(library, "library " + found->first);
+    return library;
+}
+void* standInSymbol(void* library, const char* name)
+{
+    const auto& symbols = *static_cast<const Library*>(library);
+    const auto found = symbols.find(name);
+    return found == symbols.end() ? nullptr : found->second;
+}
+int standInClose(void* library)
+{
+    if (!died(library, __func__))
+        return -1;
+    delete static_cast<Library*>(library);
+    return 0;
+}
