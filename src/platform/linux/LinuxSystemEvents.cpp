@@ -15,12 +15,12 @@ namespace lumenvale {
 namespace {
 
 /// Everything that a new probing could depend on.
-std::string topologyText(const SystemPaths& paths)
+std::string topologyText(const SystemPaths& paths, const std::vector<Connector>& connectors)
 {
     std::string text;
     for (const std::string& bus : entryNames(paths.sysfs / "class/i2c-dev"))
         text += bus + ' ';
-    for (const Connector& connector : readConnectors(paths)) {
+    for (const Connector& connector : connectors) {
         if (!connector.isConnected)
             continue;
         text += connector.path.string() + (connector.isDriven ? '+' : '-');
@@ -67,7 +67,7 @@ Subscription LinuxSystemEvents::subscribe(std::function<void(SystemEvent)> obser
 
 void LinuxSystemEvents::startListening()
 {
-    lastTopology = topologyText(paths);
+    lastTopology = topologyText(paths, readConnectors(paths));
     lastEmission = clock.now();
     sources = std::make_unique<Sources>();
     questions = screens.subscribeToQuestions([this] {
@@ -93,7 +93,7 @@ void LinuxSystemEvents::startListening()
 
 void LinuxSystemEvents::watchWindowScreens()
 {
-    const auto changed = [this] { windowScreensChanged(); };
+    const auto changed = [this] { changedForCertain(); };
     const auto watch = [this, changed](const QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, &sources->context, changed);
         QObject::connect(screen, &QScreen::refreshRateChanged, &sources->context, changed);
@@ -108,7 +108,7 @@ void LinuxSystemEvents::watchWindowScreens()
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &sources->context, changed);
 }
 
-void LinuxSystemEvents::windowScreensChanged()
+void LinuxSystemEvents::changedForCertain()
 {
     lastTopology.clear(); // this counts whatever the connectors say
     announced();
@@ -123,20 +123,25 @@ void LinuxSystemEvents::announced()
 void LinuxSystemEvents::settle()
 {
     settleTimer = 0;
-    std::string topology = topologyText(paths);
+    const std::vector<Connector> connectors = readConnectors(paths);
+    std::string topology = topologyText(paths, connectors);
     const bool isChanged = topology != lastTopology;
     lastTopology = std::move(topology);
     if (!isChanged && clock.now() - lastEmission < idleAnnouncementInterval)
         return;
     lastEmission = clock.now();
+    wasChangedInTheDark = areAllAsleep(connectors);
+    if (wasChangedInTheDark)
+        checkPower(); // watches for their return from now on
     events.emit(SystemEvent::screenParametersChanged);
 }
 
 void LinuxSystemEvents::checkPower()
 {
     lastPowerCheck = clock.now();
-    const bool isAsleep = areAllAsleep(readConnectors(paths));
-    if (topologyText(paths) != lastTopology)
+    const std::vector<Connector> connectors = readConnectors(paths);
+    const bool isAsleep = areAllAsleep(connectors);
+    if (topologyText(paths, connectors) != lastTopology)
         announced(); // some changes are not announced: a picture switched on by the desktop
     clock.cancel(std::exchange(wakeTimer, 0));
     if (isAsleep)
@@ -146,6 +151,8 @@ void LinuxSystemEvents::checkPower()
         });
     if (std::exchange(areScreensAsleep, isAsleep) != isAsleep)
         events.emit(isAsleep ? SystemEvent::screensDidSleep : SystemEvent::screensDidWake);
+    if (!isAsleep && std::exchange(wasChangedInTheDark, false))
+        changedForCertain(); // a monitor that was off may have given no answer then
 }
 
 } // namespace lumenvale

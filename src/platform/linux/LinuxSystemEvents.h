@@ -40,7 +40,7 @@ private:
     void startListening();
     void settle();
     void watchWindowScreens();
-    void windowScreensChanged();
+    void changedForCertain();
 
     SystemPaths paths;
     bool hasWindowSystem;
@@ -52,6 +52,7 @@ private:
     Clock::TimePoint lastEmission{};
     Clock::TimePoint lastPowerCheck{};
     bool areScreensAsleep = false;
+    bool wasChangedInTheDark = false;
     Clock::TimerId settleTimer = 0; ///< 0: none
     Clock::TimerId wakeTimer = 0;
     Subscription questions;

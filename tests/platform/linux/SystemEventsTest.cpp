@@ -129,6 +129,20 @@ TEST_F(SystemEventsTest, AChangeThatNobodyAnnouncedIsNoticedWhenAskedAbout)
     EXPECT_EQ(taken(), std::vector{screenParametersChanged});
 }
 
+TEST_F(SystemEventsTest, WhatChangedWhileAllScreensWereDarkIsLookedAtAgainWhenTheyReturn)
+{
+    setPower("Off");
+    FakeSysfs::write(connector / "status", "disconnected");
+    events.announced();
+    clock.advance(LinuxSystemEvents::settleTime);
+    EXPECT_EQ(taken(), (std::vector{screensDidSleep, screenParametersChanged}));
+    setPower("On");
+    clock.advance(LinuxSystemEvents::wakeCheckInterval + LinuxSystemEvents::settleTime);
+    EXPECT_EQ(taken(), (std::vector{screensDidWake, screenParametersChanged}));
+    clock.advance(1min);
+    EXPECT_TRUE(taken().empty());
+}
+
 TEST_F(SystemEventsTest, PullingTheLastScreenOutIsNoSleep)
 {
     FakeSysfs::write(connector / "status", "disconnected");
