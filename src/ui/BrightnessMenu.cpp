@@ -10,7 +10,6 @@
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QMetaObject>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -26,12 +25,16 @@ QVBoxLayout* makeColumn(QWidget* owner, int horizontal, int vertical, int spacin
     return column;
 }
 
+/// Lays out now what would move on the loop's next turn, so that no half-way picture is shown.
+void settleLayout() { QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); }
+
 } // namespace
 
 BrightnessMenu::BrightnessMenu(DisplayStore& displayStore, PresetStore& presetStore, PresetEditor& presetEditor,
                                Clock& time, std::function<void()> settings, ApplyPreset apply)
     : store(displayStore), presets(presetStore), editor(presetEditor), clock(time),
-      openSettings(std::move(settings)), applyPreset(std::move(apply))
+      openSettings(std::move(settings)), applyPreset(std::move(apply)),
+      displaysLater([this] { redrawDisplays(); }), presetsLater([this] { redrawPresets(); })
 {
     QVBoxLayout* column = makeColumn(this, 0, 0, 0);
     auto* scroll = new ScrollPage(makeContent());
@@ -39,11 +42,12 @@ BrightnessMenu::BrightnessMenu(DisplayStore& displayStore, PresetStore& presetSt
     column->addWidget(new Divider);
     column->addWidget(makeFooter());
 
-    subscriptions.push_back(store.displays.subscribe([this](const auto&) { redrawLater(); }));
-    subscriptions.push_back(store.isRefreshing.subscribe([this](bool) { redrawLater(); }));
-    subscriptions.push_back(presets.presets.subscribe([this](const auto&) { redrawLater(); }));
-    subscriptions.push_back(editor.activePresetID.subscribe([this](const auto&) { redrawLater(); }));
-    redraw();
+    subscriptions.push_back(store.displays.subscribe([this](const auto&) { displaysLater.request(); }));
+    subscriptions.push_back(store.isRefreshing.subscribe([this](bool) { displaysLater.request(); }));
+    subscriptions.push_back(presets.presets.subscribe([this](const auto&) { presetsLater.request(); }));
+    subscriptions.push_back(editor.activePresetID.subscribe([this](const auto&) { presetsLater.request(); }));
+    redrawDisplays();
+    redrawPresets();
 }
 
 QWidget* BrightnessMenu::makeContent()
@@ -69,11 +73,14 @@ QWidget* BrightnessMenu::makePresetSection()
     QVBoxLayout* column = makeColumn(section, 0, 0, 0);
     column->addWidget(new Divider);
     auto* list = new QWidget;
-    QVBoxLayout* rows = makeColumn(list, panelPadding, presetPadding, 0);
+    QVBoxLayout* rows = makeColumn(list, panelPadding - PresetRow::overhang, presetPadding, 0);
     auto* header = new ElidedLabel(TextRole::caption, TextColour::secondary);
     header->setText("Presets");
     header->setFixedHeight(presetHeaderHeight);
-    rows->addWidget(header);
+    auto* headerLine = new QHBoxLayout;
+    headerLine->setContentsMargins(PresetRow::overhang, 0, PresetRow::overhang, 0);
+    headerLine->addWidget(header);
+    rows->addLayout(headerLine);
     auto* presetsOnly = new QWidget;
     presetList = makeColumn(presetsOnly, 0, 0, 0);
     presetRows.emplace_back(presetList);
@@ -89,13 +96,16 @@ QWidget* BrightnessMenu::makeFooter()
     auto* line = new QHBoxLayout(footer);
     line->setContentsMargins(panelPadding, 0, panelPadding, 0);
     line->setSpacing(12);
-    auto* settings = new SmallButton("gearshape", "Settings", {});
-    auto* refresh = new SmallButton("arrow.clockwise", {}, "Refresh");
-    auto* quit = new SmallButton("power", {}, "Quit Lumenvale");
+    const auto button = [footer](const char* symbol, const QString& text, const QString& label) {
+        return new SmallButton(symbol, text, label, footer, SmallButton::Size::compact);
+    };
+    SmallButton* const settings = button("gearshape", "Settings", {});
+    SmallButton* const refresh = button("arrow.clockwise", {}, "Refresh");
+    SmallButton* const quit = button("power", {}, "Quit Lumenvale");
     refresh->setToolTip("Read brightness and detect displays again");
     quit->setToolTip("Quit Lumenvale");
-    for (SmallButton* button : {settings, refresh, quit})
-        line->addWidget(button);
+    for (SmallButton* each : {settings, refresh, quit})
+        line->addWidget(each);
     line->addStretch(1);
     connect(settings, &QAbstractButton::clicked, this, [this] { openSettings(); });
     connect(refresh, &QAbstractButton::clicked, this, [this] { store.requestRefresh(); });
@@ -103,19 +113,10 @@ QWidget* BrightnessMenu::makeFooter()
     return footer;
 }
 
-void BrightnessMenu::redrawLater()
+void BrightnessMenu::showEvent(QShowEvent* event)
 {
-    if (std::exchange(redrawIsDue, true))
-        return;
-    QMetaObject::invokeMethod(
-        this, [this] { redraw(); }, Qt::QueuedConnection);
-}
-
-void BrightnessMenu::redraw()
-{
-    redrawIsDue = false;
-    redrawDisplays();
-    redrawPresets();
+    MenuGlassBackground::showEvent(event);
+    settleLayout();
 }
 
 void BrightnessMenu::redrawDisplays()
@@ -129,6 +130,7 @@ void BrightnessMenu::redrawDisplays()
         [&](BrightnessSlider& row, std::size_t index) { row.show({.display = displays[index]}); });
     emptyMessage->setVisible(displays.empty());
     emptyMessage->setText(store.isRefreshing.get() ? "Finding your displays…" : "No displays detected");
+    settleLayout();
 }
 
 void BrightnessMenu::redrawPresets()
@@ -144,12 +146,16 @@ void BrightnessMenu::redrawPresets()
             row.show(QString::fromStdString(displayName(preset)), editor.activePresetID.get() == preset.id);
         });
     presetSection->setVisible(!list.empty());
+    settleLayout();
 }
 
 BrightnessSlider* BrightnessMenu::makeRow(const std::string& id)
 {
     auto* row = new BrightnessSlider(clock);
-    row->onChange = [this, id](double value) { store.setBrightness(id, value); };
+    row->onChange = [this, id](double value) {
+        store.setBrightness(id, value);
+        displaysLater.request(); // also when the store has not granted it
+    };
     return row;
 }
 

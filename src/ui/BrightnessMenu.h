@@ -8,6 +8,7 @@
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
 #include "ui/KeyedRows.h"
+#include "ui/LaterCall.h"
 #include "ui/MenuGlassBackground.h"
 
 #include <functional>
@@ -30,12 +31,13 @@ public:
     BrightnessMenu(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock,
                    std::function<void()> openSettings, ApplyPreset applyPreset);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* makeContent();
     QWidget* makePresetSection();
     QWidget* makeFooter();
-    void redrawLater();
-    void redraw();
     void redrawDisplays();
     void redrawPresets();
     BrightnessSlider* makeRow(const std::string& id);
@@ -54,7 +56,8 @@ private:
     QWidget* presetSection = nullptr;
     std::vector<KeyedRows<std::string, BrightnessSlider>> displayRows; // one, once its layout exists
     std::vector<KeyedRows<Uuid, PresetRow>> presetRows;
-    bool redrawIsDue = false;
+    LaterCall displaysLater;
+    LaterCall presetsLater;
     std::vector<Subscription> subscriptions;
 };
 

@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "ui/BrightnessPanel.h"
 
-#include <QKeyEvent>
+#include <QGuiApplication>
 
 namespace lumenvale {
 
-bool BrightnessPanel::event(QEvent* event)
+bool BrightnessPanel::focusNextPrevChild(bool next)
 {
-    if (event->type() == QEvent::KeyPress) {
-        const auto& key = static_cast<const QKeyEvent&>(*event);
-        const bool isTab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
-        if (isTab && key.modifiers().testFlag(Qt::MetaModifier))
-            return false; // the base class lets only Control and Alt pass
-    }
-    return QWidget::event(event);
+    // The base class lets Control-Tab and Alt-Tab pass, but not this one.
+    if (QGuiApplication::keyboardModifiers().testFlag(Qt::MetaModifier))
+        return false;
+    return QWidget::focusNextPrevChild(next);
+}
+
+void BrightnessPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    setFocus(); // none of its controls has it; the first Tab goes to the first of them
 }
 
 } // namespace lumenvale

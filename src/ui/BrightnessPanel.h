@@ -12,7 +12,8 @@ public:
     using QWidget::QWidget;
 
 protected:
-    bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void showEvent(QShowEvent* event) override;
 };
 
 } // namespace lumenvale

@@ -9,7 +9,6 @@
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace lumenvale {
 
@@ -20,8 +19,7 @@ constexpr int controlsHeight = 24;
 constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
-/// Arrow keys and the wheel move by this, or by the display's own step where that is larger.
-constexpr double coarseStep = 0.01;
+constexpr int nativeUnits = 1000; // a step of native control is 0.1 percentage points
 
 QString qString(const std::string& text) { return QString::fromStdString(text); }
 
@@ -30,10 +28,10 @@ bool canBeSet(const BrightnessRow& row)
     return !row.disabled && row.display.method != ControlMethod::unavailable && row.display.brightness;
 }
 
-double sliderStep(const DisplayInfo& display)
+double stepFraction(const DisplayInfo& display)
 {
     const bool hasUnits = display.method == ControlMethod::ddc && display.maximum > 0;
-    return hasUnits ? std::max(coarseStep, 1.0 / display.maximum) : coarseStep;
+    return 1.0 / (hasUnits ? display.maximum : nativeUnits);
 }
 
 } // namespace
@@ -42,13 +40,11 @@ BrightnessSlider::BrightnessSlider(Clock& clock, QWidget* parent)
     : QWidget(parent), symbol(new SymbolLabel({}, symbolSize, TextColour::secondary)),
       title(new ElidedLabel(TextRole::name)),
       problem(new SymbolLabel("exclamationmark.triangle", warningSize, TextColour::warning)),
-      sun(new SymbolLabel("sun.max.fill", smallSymbolSize, TextColour::secondary)),
-      percentage(new ElidedLabel(TextRole::digits, TextColour::secondary)),
+      sun(new SymbolLabel("sun.max.fill", smallSymbolSize, TextColour::secondary)), percentage(new NumberLabel),
       minus(RepeatingStepButton::makeButton(clock, this)), slider(new LevelSlider),
       plus(RepeatingStepButton::makeButton(clock, this))
 {
     setFixedHeight(rowHeight);
-    percentage->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     problem->hide();
 
     auto* header = new QHBoxLayout;
@@ -62,7 +58,8 @@ BrightnessSlider::BrightnessSlider(Clock& clock, QWidget* parent)
     header->addWidget(percentage);
 
     auto* controls = new QHBoxLayout;
-    controls->setSpacing(6);
+    controls->setContentsMargins(0, 0, 0, 0);
+    controls->setSpacing(6 - LevelSlider::overhang);
     controls->addWidget(minus);
     controls->addWidget(slider, 1);
     controls->addWidget(plus);
@@ -81,31 +78,47 @@ BrightnessSlider::BrightnessSlider(Clock& clock, QWidget* parent)
 
     QWidget::setTabOrder(minus, slider);
     QWidget::setTabOrder(slider, plus);
-    slider->onChange = [this](double value) {
-        if (onChange)
-            onChange(value);
-    };
+    slider->onChange = [this](double value) { request(value); };
 }
 
 void BrightnessSlider::show(const BrightnessRow& row)
 {
+    if (isShowing && row == shown)
+        return showBrightness(); // the slider may still show what was asked for
+    isShowing = true;
     shown = row;
     const DisplayInfo& display = shown.display;
+    const QString name = qString(shown.title.empty() ? display.name : shown.title);
+    setAccessibleName(name);
     symbol->setSymbol(display.isBuiltIn ? "laptopcomputer" : "display");
-    title->setText(qString(shown.title.empty() ? display.name : shown.title));
+    title->setText(name);
     problem->setVisible(display.error.has_value());
     problem->setToolTip(qString(display.error.value_or("")));
     problem->setAccessibleName(problem->toolTip());
-    percentage->setText(qString(percentageText(display)));
-
     slider->setAccessibleName(qString(display.name + " brightness"));
     slider->setAccessibleDescription(problem->toolTip());
     slider->setEnabled(canBeSet(shown));
-    slider->setStep(sliderStep(display));
+    slider->setStep(stepFraction(display));
+    showBrightness();
+}
+
+void BrightnessSlider::showBrightness()
+{
+    const DisplayInfo& display = shown.display;
+    percentage->setText(qString(percentageText(display)));
     slider->setValue(display.brightness.value_or(0.0));
     slider->setValueText(percentage->text());
     updateStepButton(*minus, -1);
     updateStepButton(*plus, 1);
+}
+
+void BrightnessSlider::request(double value)
+{
+    // At once, so that a second step on the same turn of the loop starts from the first one's value.
+    shown.display.brightness = quantise(shown.display, value);
+    showBrightness();
+    if (onChange)
+        onChange(value);
 }
 
 void BrightnessSlider::updateStepButton(HoldRepeatButton& button, int direction)
@@ -118,11 +131,7 @@ void BrightnessSlider::updateStepButton(HoldRepeatButton& button, int direction)
         .label = qString(verb + " " + display.name + " brightness"),
         .help = qString(verb + " by " + stepSizeText(display) + "; hold to repeat"),
         .enabled = canBeSet(shown) && (direction < 0 ? value > 0.0 : value < 1.0),
-        .action =
-            [this, direction] {
-                if (onChange)
-                    onChange(step(shown.display, direction));
-            },
+        .action = [this, direction] { request(step(shown.display, direction)); },
     }
         .updateButton(button);
 }

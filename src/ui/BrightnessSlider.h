@@ -15,6 +15,7 @@ namespace lumenvale {
 class ElidedLabel;
 class HoldRepeatButton;
 class LevelSlider;
+class NumberLabel;
 class SymbolLabel;
 
 /// What a row shows.
@@ -22,6 +23,8 @@ struct BrightnessRow {
     DisplayInfo display;
     std::string title; ///< instead of the display's name; empty: that
     bool disabled = false;
+
+    bool operator==(const BrightnessRow& other) const = default;
 };
 
 class BrightnessSlider final : public QWidget {
@@ -29,20 +32,24 @@ public:
     /// `clock` must outlive the row.
     explicit BrightnessSlider(Clock& clock, QWidget* parent = nullptr);
 
-    /// The user asks for a brightness (0.0 to 1.0).
+    /// The user asks for a brightness (0.0 to 1.0). The row shows it already; whoever does not grant it calls
+    /// `show`.
     std::function<void(double)> onChange;
 
     void show(const BrightnessRow& row);
 
 private:
+    void request(double value);
+    void showBrightness();
     void updateStepButton(HoldRepeatButton& button, int direction);
 
     BrightnessRow shown;
+    bool isShowing = false;
     SymbolLabel* symbol;
     ElidedLabel* title;
     SymbolLabel* problem;
     SymbolLabel* sun;
-    ElidedLabel* percentage;
+    NumberLabel* percentage;
     HoldRepeatButton* minus;
     LevelSlider* slider;
     HoldRepeatButton* plus;

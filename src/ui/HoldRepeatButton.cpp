@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ui/HoldRepeatButton.h"
 
+#include "ui/Symbols.h"
+
 #include <QMouseEvent>
-#include <QWindow>
 
 namespace lumenvale {
+
+namespace {
+constexpr double glyphSize = 14;
+} // namespace
 
 HoldRepeatButton::HoldRepeatButton(Clock& source, QWidget* parent) : SmallButton({}, {}, {}, parent), clock(source)
 {
@@ -63,7 +68,7 @@ void HoldRepeatButton::schedule(Clock::Duration delay)
 void HoldRepeatButton::tick()
 {
     repeatTimer = 0;
-    if (!pressed || !isEnabled() || !isVisible() || !window()->isVisible()) {
+    if (!pressed || !isEnabled() || !isVisible()) {
         stopRepeating();
         return;
     }
@@ -85,6 +90,12 @@ void HoldRepeatButton::changeEvent(QEvent* event)
     if (event->type() == QEvent::EnabledChange && !isEnabled())
         stopRepeating();
     SmallButton::changeEvent(event);
+}
+
+void HoldRepeatButton::paintContent(QPainter& painter, const QColor& colour)
+{
+    const QRectF box((width() - glyphSize) / 2, (height() - glyphSize) / 2, glyphSize, glyphSize);
+    drawSymbol(painter, symbolName(), box, colour, SymbolWeight::semibold);
 }
 
 bool HoldRepeatButton::event(QEvent* event)

@@ -33,6 +33,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
+    void paintContent(QPainter& painter, const QColor& colour) override;
 
 private:
     void schedule(Clock::Duration delay);

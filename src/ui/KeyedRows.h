@@ -21,7 +21,19 @@ public:
     template <typename Make, typename Update>
     void assign(const std::vector<Identifier>& identifiers, Make make, Update update)
     {
-        std::vector<std::pair<Identifier, Row*>> next;
+        if (!std::ranges::equal(rows, identifiers, {}, &Entry::first))
+            arrange(identifiers, make);
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            update(*rows[i].second, i);
+    }
+
+private:
+    using Entry = std::pair<Identifier, Row*>;
+
+    template <typename Make>
+    void arrange(const std::vector<Identifier>& identifiers, Make make)
+    {
+        std::vector<Entry> next;
         for (const Identifier& identifier : identifiers) {
             const auto kept =
                 std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return each.first == identifier; });
@@ -29,21 +41,19 @@ public:
             if (kept != rows.end())
                 rows.erase(kept);
         }
-        for (const auto& [identifier, row] : rows)
-            row->deleteLater(); // it may be calling us
-        for (const auto& [identifier, row] : rows)
+        for (const auto& [identifier, row] : rows) {
             row->hide();
+            row->deleteLater(); // it may be calling us
+        }
         rows = std::move(next);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const int position = static_cast<int>(i);
             if (layout->indexOf(rows[i].second) != position)
                 layout->insertWidget(position, rows[i].second);
-            update(*rows[i].second, i);
         }
         keepTabOrder();
     }
 
-private:
     /// The keyboard walks through the rows as they stand.
     void keepTabOrder()
     {
@@ -72,7 +82,7 @@ private:
     }
 
     QBoxLayout* layout;
-    std::vector<std::pair<Identifier, Row*>> rows;
+    std::vector<Entry> rows;
 };
 
 } // namespace lumenvale

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Labels.h"
 
+#include "ui/Painting.h"
 #include "ui/Symbols.h"
 
 #include <QEvent>
+#include <QFontMetricsF>
 #include <QPainter>
-#include <QStyle>
 #include <algorithm>
+#include <cmath>
 
 namespace lumenvale {
 
@@ -45,21 +47,21 @@ void ElidedLabel::setText(const QString& text)
 
 QSize ElidedLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(content) + 1, fontMetrics().height()};
+    const QFontMetricsF metrics(font());
+    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(content))), fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
 {
-    constexpr int ellipsisWidth = 24;
-    return {std::min(ellipsisWidth, sizeHint().width()), sizeHint().height()};
+    constexpr int leastWidth = 24;
+    return {std::min(leastWidth, sizeHint().width()), sizeHint().height()};
 }
 
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(colourOf(Theme::of(this), colour));
-    const QString shown = fontMetrics().elidedText(content, Qt::ElideRight, width());
-    painter.drawText(rect(), QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter, shown);
+    drawElidedText(painter, rect(), content, layoutDirection());
 }
 
 void ElidedLabel::resizeEvent(QResizeEvent* event)
@@ -74,9 +76,37 @@ void ElidedLabel::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
-void ElidedLabel::updateToolTip()
+void ElidedLabel::updateToolTip() { setToolTip(sizeHint().width() > width() ? content : QString()); }
+
+NumberLabel::NumberLabel(QWidget* parent) : QWidget(parent)
 {
-    setToolTip(fontMetrics().horizontalAdvance(content) > width() ? content : QString());
+    setFont(fontFor(TextRole::digits));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void NumberLabel::setText(const QString& text)
+{
+    if (text == content)
+        return;
+    content = text;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+QSize NumberLabel::sizeHint() const
+{
+    return {static_cast<int>(std::ceil(tabularWidth(QFontMetricsF(font()), content))), fontMetrics().height()};
+}
+
+void NumberLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(Theme::of(this).secondary);
+    QRectF box = rect();
+    if (!isRightToLeft())
+        box.setLeft(box.right() - tabularWidth(QFontMetricsF(font()), content));
+    drawTabularText(painter, box, content);
 }
 
 SymbolLabel::SymbolLabel(const QString& name, int size, TextColour symbolColour, QWidget* parent)

@@ -35,6 +35,23 @@ private:
     TextColour colour;
 };
 
+/// A number in the secondary colour, at the trailing side; its digits stay where they are while it changes.
+class NumberLabel final : public QWidget {
+public:
+    explicit NumberLabel(QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    QString text() const { return content; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString content;
+};
+
 class SymbolLabel final : public QWidget {
 public:
     SymbolLabel(const QString& name, int size, TextColour colour = TextColour::primary, QWidget* parent = nullptr);

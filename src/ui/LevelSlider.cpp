@@ -8,10 +8,12 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QRadialGradient>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lumenvale {
 
@@ -19,14 +21,15 @@ namespace {
 constexpr double knobRadius = 9.0;
 constexpr double trackHeight = 4.0;
 constexpr double page = 0.1;
-constexpr double notch = 120.0; // of a wheel, in Qt's eighths of a degree
+constexpr double notch = 120.0;     // of a wheel, in the toolkit's eighths of a degree
+constexpr double notchWidth = 0.01; // how far one notch moves, or a step where that is more
+constexpr double disabledOpacity = 0.5;
 } // namespace
 
 LevelSlider::LevelSlider(QWidget* parent) : QWidget(parent)
 {
     installLevelSliderAccessibility();
     setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -53,6 +56,7 @@ void LevelSlider::request(double fraction)
     if (!isEnabled())
         return;
     show(fraction);
+    valueWaiting.reset(); // it came before this request and is out of date
     if (onChange)
         onChange(shown);
 }
@@ -66,15 +70,21 @@ void LevelSlider::show(double fraction)
     update();
 }
 
+QRectF LevelSlider::track() const
+{
+    return {overhang, (height() - trackHeight) / 2.0, width() - 2.0 * overhang, trackHeight};
+}
+
 double LevelSlider::knobCentre() const
 {
     const double along = isRightToLeft() ? 1.0 - shown : shown;
-    return knobRadius + along * (width() - 2 * knobRadius);
+    return track().left() + knobRadius + along * (track().width() - 2 * knobRadius);
 }
 
 double LevelSlider::fractionAt(double x) const
 {
-    const double along = std::clamp((x - knobRadius) / std::max(width() - 2 * knobRadius, 1.0), 0.0, 1.0);
+    const double way = std::max(track().width() - 2 * knobRadius, 1.0);
+    const double along = std::clamp((x - track().left() - knobRadius) / way, 0.0, 1.0);
     return isRightToLeft() ? 1.0 - along : along;
 }
 
@@ -85,33 +95,27 @@ void LevelSlider::paintEvent(QPaintEvent*)
     painter.setPen(Qt::NoPen);
     const Theme theme = Theme::of(this);
     if (!isEnabled())
-        painter.setOpacity(0.5);
-    const double middle = height() / 2.0;
-    const double knob = knobCentre();
-    const QRectF track(0, middle - trackHeight / 2, width(), trackHeight);
+        painter.setOpacity(disabledOpacity);
+    const QPointF knob(knobCentre(), height() / 2.0);
+    const QRectF groove = snapped(painter, track());
+    const double radius = groove.height() / 2;
     painter.setBrush(theme.track);
-    painter.drawRoundedRect(track, trackHeight / 2, trackHeight / 2);
-    QRectF filled = track;
-    if (isRightToLeft())
-        filled.setLeft(knob);
-    else
-        filled.setRight(knob);
+    painter.drawRoundedRect(groove, radius, radius);
     if (shown > 0.0) {
+        QRectF filled = groove;
+        if (isRightToLeft())
+            filled.setLeft(knob.x());
+        else
+            filled.setRight(knob.x());
         painter.setBrush(theme.accent);
-        painter.drawRoundedRect(filled, trackHeight / 2, trackHeight / 2);
+        painter.drawRoundedRect(filled, radius, radius);
     }
-    const QPointF centre(knob, middle);
-    QRadialGradient shadow(centre + QPointF(0, 1), knobRadius + 2.5);
-    shadow.setColorAt(0.72, QColor(0, 0, 0, 70));
-    shadow.setColorAt(1.0, QColor(0, 0, 0, 0));
-    painter.setBrush(shadow);
-    painter.drawEllipse(centre + QPointF(0, 1), knobRadius + 2.5, knobRadius + 2.5);
-    painter.setBrush(Qt::white);
-    painter.drawEllipse(centre, knobRadius, knobRadius);
+    drawKnob(painter, knob, knobRadius);
     if (showsFocus(this)) {
+        constexpr double ringWidth = 2.0;
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(theme.accent, 2));
-        painter.drawEllipse(centre, knobRadius + 1.5, knobRadius + 1.5);
+        painter.setPen(QPen(theme.accent, ringWidth));
+        painter.drawEllipse(knob, knobRadius + ringWidth, knobRadius + ringWidth);
     }
 }
 
@@ -146,17 +150,36 @@ void LevelSlider::endDrag()
         show(*waiting);
 }
 
+/// In a page that can scroll, the wheel belongs to the page until the slider has the focus: nobody means to change
+/// a brightness that scrolls past below the pointer.
+bool LevelSlider::leavesWheelToPage() const
+{
+    if (hasFocus())
+        return false;
+    for (const QWidget* each = parentWidget(); each; each = each->parentWidget()) {
+        if (const auto* area = qobject_cast<const QScrollArea*>(each))
+            return area->verticalScrollBar()->maximum() > 0;
+    }
+    return false;
+}
+
 void LevelSlider::wheelEvent(QWheelEvent* event)
 {
+    if (leavesWheelToPage())
+        return event->ignore();
+    event->accept();
+    if (event->phase() == Qt::ScrollMomentum)
+        return; // the fingers have left
     const QPoint turned = event->angleDelta();
     const double delta = std::abs(turned.y()) >= std::abs(turned.x()) ? turned.y() : -turned.x();
-    wheelRest += (event->inverted() ? -delta : delta) / notch;
-    const double whole = std::trunc(wheelRest);
-    if (whole != 0.0) {
-        wheelRest -= whole;
-        request(shown + whole * stepSize);
-    }
-    event->accept();
+    const double way = (event->inverted() ? -delta : delta) / notch * std::max(notchWidth, stepSize);
+    wheelRest = (wheelRest > 0) == (way > 0) ? wheelRest + way : way;
+    constexpr double roundingError = 1e-9;
+    const double steps = std::trunc(wheelRest / stepSize + std::copysign(roundingError, wheelRest));
+    if (steps == 0.0)
+        return;
+    wheelRest -= steps * stepSize;
+    request(shown + steps * stepSize);
 }
 
 void LevelSlider::keyPressEvent(QKeyEvent* event)
@@ -188,6 +211,12 @@ void LevelSlider::focusInEvent(QFocusEvent* event)
 {
     markFocus(*this, *event);
     QWidget::focusInEvent(event);
+}
+
+void LevelSlider::hideEvent(QHideEvent* event)
+{
+    endDrag();
+    QWidget::hideEvent(event);
 }
 
 void LevelSlider::changeEvent(QEvent* event)

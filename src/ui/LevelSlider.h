@@ -18,7 +18,7 @@ public:
     double value() const { return shown; }
     /// Shows a value without calling `onChange`.
     void setValue(double fraction);
-    /// One step of the arrow keys and of a notch of the wheel; a page is ten times a hundredth.
+    /// One step of the arrow keys, and the least that the wheel moves by; above 0.
     void setStep(double fraction);
     double step() const { return stepSize; }
     /// What a screen reader says for the value ("42%").
@@ -31,6 +31,9 @@ public:
     /// Asks for a value as the user does, for screen readers.
     void request(double fraction);
 
+    /// The widget is wider than its track by this much at either end, where the knob's shadow and ring have room.
+    static constexpr int overhang = 3;
+
     QSize sizeHint() const override { return {160, 24}; }
     QSize minimumSizeHint() const override { return {80, 24}; }
 
@@ -42,11 +45,14 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    QRectF track() const;
     double knobCentre() const;
     double fractionAt(double x) const;
+    bool leavesWheelToPage() const;
     void show(double fraction);
     void endDrag();
 
@@ -55,8 +61,8 @@ private:
     QString text;
     bool dragging = false;
     double grabOffset = 0.0;            // from the knob's centre to where it was taken
-    std::optional<double> valueWaiting; // arrived during a drag
-    double wheelRest = 0.0;             // of a notch
+    std::optional<double> valueWaiting; // arrived during a drag, after the latest request
+    double wheelRest = 0.0;             // turned, but less than a step
 };
 
 } // namespace lumenvale

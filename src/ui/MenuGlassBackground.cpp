@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/MenuGlassBackground.h"
 
-#include "ui/Theme.h"
+#include "ui/Painting.h"
 
 #include <QPainter>
 
@@ -20,12 +20,14 @@ void MenuGlassBackground::paintEvent(QPaintEvent*)
     if (hasSystemMaterial)
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const Theme theme = Theme::of(this);
+    const double line = hairlineWidth(painter);
+    const QRectF inner = QRectF(rect()).adjusted(line, line, -line, -line);
+    // The edge darkens what is behind the panel, not its surface.
+    drawRoundedBox(painter, rect(), panelCornerRadius, Qt::transparent, theme.edge);
+    painter.setPen(Qt::NoPen);
     painter.setBrush(theme.surface);
-    painter.setPen(QPen(theme.hairline, 1.0));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), panelCornerRadius - 0.5,
-                            panelCornerRadius - 0.5);
+    painter.drawRoundedRect(inner, panelCornerRadius - line, panelCornerRadius - line);
 }
 
 } // namespace lumenvale

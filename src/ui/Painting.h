@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Pieces of drawing that several controls share.
+// Pieces of drawing that several controls share. Lengths are points; lines lie on the screen's own pixels at every
+// scale.
 #pragma once
 
 #include "ui/Theme.h"
@@ -7,6 +8,7 @@
 #include <QRectF>
 #include <QString>
 
+class QFontMetricsF;
 class QPainter;
 class QWidget;
 
@@ -18,16 +20,37 @@ struct ControlState {
     bool down = false;
 };
 
-/// A bordered control's face: filled, with a hairline edge on the pixel grid.
+/// One pixel of the screen, in points.
+double hairlineWidth(const QPainter& painter);
+
+/// The box with its edges on the screen's pixels.
+QRectF snapped(const QPainter& painter, const QRectF& box);
+
+/// A rounded box, filled, with a line of one pixel just inside its edge.
+void drawRoundedBox(QPainter& painter, const QRectF& box, double radius, const QColor& fill, const QColor& edge);
+
+/// A bordered control's face.
 void drawControlFace(QPainter& painter, const QRectF& box, const Theme& theme, ControlState state);
 
 /// The ring around what has the keyboard focus. `box` is the control's; the ring lies just inside.
 void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Theme& theme);
+
+/// A white disc with a soft shadow below it.
+void drawKnob(QPainter& painter, const QPointF& centre, double radius);
 
 /// True when the focus came by the keyboard, so that a ring helps; a click needs none.
 bool showsFocus(const QWidget* widget);
 
 /// The colour of a symbol or text on a control.
 QColor contentColour(const Theme& theme, bool enabled);
+
+/// One line of text at the box's leading side, cut with an ellipsis where it is too long. The text's own direction
+/// orders its words; `direction` is the interface's and only says where it starts.
+void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction);
+
+/// Text whose digits all take the same width, so that a changing number stays where it is.
+double tabularWidth(const QFontMetricsF& metrics, const QString& text);
+/// Draws it from `left`, vertically centred in `box`, with the painter's font and pen.
+void drawTabularText(QPainter& painter, const QRectF& box, const QString& text);
 
 } // namespace lumenvale

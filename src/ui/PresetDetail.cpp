@@ -284,6 +284,7 @@ BrightnessSlider* PresetDetail::makeLevelRow(const std::string& display)
     row->onChange = [this, display](double value) {
         if (const DisplayInfo* connected = store.display(display))
             editor.setLevel(id, *connected, value);
+        redrawLater.request(); // also when the editor has not granted it
     };
     return row;
 }

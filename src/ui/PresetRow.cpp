@@ -1,71 +1,88 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PresetRow.h"
 
-#include "ui/FocusMark.h"
 #include "ui/Painting.h"
 #include "ui/PreferredHeight.h"
 #include "ui/Symbols.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
-#include <QStyle>
+#include <cmath>
 
 namespace lumenvale {
 
 namespace {
-constexpr int checkmarkWidth = 12;
-constexpr int gap = 6;
+constexpr double checkmarkWidth = 12;
+constexpr double gap = 6;
 } // namespace
 
-PresetRow::PresetRow(QWidget* parent) : QAbstractButton(parent)
+PresetRow::PresetRow(QWidget* parent) : PaintedButton(parent)
 {
     setFixedHeight(presetRowHeight);
-    setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setFont(fontFor(TextRole::body));
 }
 
 void PresetRow::show(const QString& name, bool active)
 {
+    if (name == text() && active == isActive)
+        return;
+    isActive = active;
     setText(name);
     setAccessibleName(name);
     setAccessibleDescription(active ? QStringLiteral("Active") : QString());
-    isActive = active;
     setFont(fontFor(active ? TextRole::strong : TextRole::body));
-    setToolTip(fontMetrics().horizontalAdvance(name) > width() - checkmarkWidth - gap ? name : QString());
+    updateToolTip();
     update();
 }
 
 QSize PresetRow::sizeHint() const
 {
-    return {checkmarkWidth + gap + fontMetrics().horizontalAdvance(text()), presetRowHeight};
+    const double width = checkmarkWidth + gap + fontMetrics().horizontalAdvance(text()) + 2 * overhang;
+    return {static_cast<int>(std::ceil(width)), presetRowHeight};
+}
+
+QRectF PresetRow::nameBox() const
+{
+    const double before = overhang + checkmarkWidth + gap;
+    const QRectF box = rect();
+    return isRightToLeft() ? box.adjusted(overhang, 0, -before, 0) : box.adjusted(before, 0, -overhang, 0);
+}
+
+void PresetRow::updateToolTip()
+{
+    const bool isCut = QFontMetricsF(font()).horizontalAdvance(text()) > nameBox().width();
+    setToolTip(isCut ? text() : QString());
+}
+
+void PresetRow::resizeEvent(QResizeEvent* event)
+{
+    updateToolTip();
+    PaintedButton::resizeEvent(event);
 }
 
 void PresetRow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const Theme theme = Theme::of(this);
-    const QRectF box = QRectF(rect()).adjusted(-2, 1, 2, -1);
+    const QRectF highlight = QRectF(rect()).adjusted(0, 1, 0, -1);
     if (underMouse() || isDown()) {
+        QColor fill = theme.control;
+        fill.setAlphaF(fill.alphaF() * (isDown() ? 1.8F : 1.0F));
+        painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(theme.control);
-        painter.drawRoundedRect(box.adjusted(2, 0, -2, 0), controlCornerRadius, controlCornerRadius);
+        painter.setBrush(fill);
+        painter.drawRoundedRect(highlight, controlCornerRadius, controlCornerRadius);
     }
     if (showsFocus(this))
-        drawFocusRing(painter, QRectF(rect()).adjusted(0, 1, 0, -1), controlCornerRadius, theme);
-    const QRect mark = QStyle::visualRect(layoutDirection(), rect(), QRect(0, 7, checkmarkWidth, checkmarkWidth));
-    const QRect name = QStyle::visualRect(
-        layoutDirection(), rect(), QRect(checkmarkWidth + gap, 0, width() - checkmarkWidth - gap, height()));
+        drawFocusRing(painter, highlight, controlCornerRadius, theme);
+    const double markLeft = isRightToLeft() ? width() - overhang - checkmarkWidth : overhang;
     if (isActive)
-        drawSymbol(painter, "checkmark", mark, theme.text);
+        drawSymbol(painter, "checkmark",
+                   {markLeft, (height() - checkmarkWidth) / 2.0, checkmarkWidth, checkmarkWidth}, theme.text,
+                   SymbolWeight::semibold);
     painter.setPen(theme.text);
-    painter.drawText(name, QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, name.width()));
-}
-
-void PresetRow::focusInEvent(QFocusEvent* event)
-{
-    markFocus(*this, *event);
-    QAbstractButton::focusInEvent(event);
+    drawElidedText(painter, nameBox(), text(), layoutDirection());
 }
 
 } // namespace lumenvale

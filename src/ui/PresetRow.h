@@ -2,23 +2,29 @@
 // One preset in the panel's list: its name, and a checkmark while it is the active one. A press applies it.
 #pragma once
 
-#include <QAbstractButton>
+#include "ui/PaintedButton.h"
 
 namespace lumenvale {
 
-class PresetRow final : public QAbstractButton {
+class PresetRow final : public PaintedButton {
 public:
     explicit PresetRow(QWidget* parent = nullptr);
 
     void show(const QString& name, bool active);
 
+    /// The row reaches beyond what is in it by this much at either side, for its highlight.
+    static constexpr int overhang = 6;
+
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QRectF nameBox() const;
+    void updateToolTip();
+
     bool isActive = false;
 };
 

@@ -1,36 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "ui/SmallButton.h"
 
-#include "ui/FocusMark.h"
 #include "ui/Painting.h"
 #include "ui/Symbols.h"
 
 #include <QEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace lumenvale {
 
-namespace {
-constexpr int lowestHeight = 22;
-constexpr int symbolSize = 13;
-constexpr int padding = 8;
-constexpr int gap = 6;
-} // namespace
+struct SmallButton::Metrics {
+    int height;
+    int padding; ///< at either side
+    int symbolSize;
+    int gap; ///< between symbol and text
+};
 
-SmallButton::SmallButton(const QString& symbolName, const QString& text, const QString& label, QWidget* parent)
-    : QAbstractButton(parent), symbol(symbolName)
+SmallButton::SmallButton(const QString& symbolName, const QString& text, const QString& label, QWidget* parent,
+                         Size buttonSize)
+    : PaintedButton(parent), symbol(symbolName), size(buttonSize)
 {
     setText(text);
     setAccessibleName(label.isEmpty() ? text : label);
     setFont(fontFor(TextRole::digits));
-    setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void SmallButton::setSymbol(const QString& name)
 {
+    if (name == symbol)
+        return;
     symbol = name;
     updateGeometry();
     update();
@@ -42,14 +43,25 @@ void SmallButton::setTextColour(const QColor& colour)
     update();
 }
 
+const SmallButton::Metrics& SmallButton::metrics() const
+{
+    static constexpr Metrics regular{24, 10, 14, 6};
+    static constexpr Metrics compact{22, 8, 13, 5};
+    return size == Size::regular ? regular : compact;
+}
+
+double SmallButton::contentWidth() const
+{
+    double width = symbol.isEmpty() ? 0 : metrics().symbolSize;
+    if (!text().isEmpty())
+        width += (symbol.isEmpty() ? 0 : metrics().gap) + fontMetrics().horizontalAdvance(text());
+    return width;
+}
+
 QSize SmallButton::sizeHint() const
 {
-    int width = 2 * padding;
-    if (!symbol.isEmpty())
-        width += symbolSize;
-    if (!text().isEmpty())
-        width += fontMetrics().horizontalAdvance(text()) + (symbol.isEmpty() ? 4 : gap);
-    return {std::max(width, 29), std::max(lowestHeight, fontMetrics().height() + 4)};
+    const double width = contentWidth() + 2 * metrics().padding;
+    return {static_cast<int>(std::ceil(width)), std::max(metrics().height, fontMetrics().height() + 4)};
 }
 
 void SmallButton::paintEvent(QPaintEvent*)
@@ -59,32 +71,28 @@ void SmallButton::paintEvent(QPaintEvent*)
     drawControlFace(painter, rect(), theme, {isEnabled(), underMouse(), isDown()});
     if (showsFocus(this))
         drawFocusRing(painter, rect(), controlCornerRadius, theme);
-    const QColor colour = isEnabled() && textColour.isValid() ? textColour : contentColour(theme, isEnabled());
-    const int textWidth = text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text());
-    const int symbolWidth = symbol.isEmpty() ? 0 : symbolSize;
-    const int both = symbolWidth > 0 && textWidth > 0 ? gap : 0;
-    const double start = (width() - (symbolWidth + both + textWidth)) / 2.0;
-    const bool mirrored = isRightToLeft();
-    const double symbolX = mirrored ? start + textWidth + both : start;
-    const double textX = mirrored ? start : start + symbolWidth + both;
-    if (symbolWidth > 0)
-        drawSymbol(painter, symbol,
-                   QRectF(symbolX, (QWidget::height() - symbolSize) / 2.0, symbolSize, symbolSize), colour);
-    painter.setPen(colour);
-    painter.drawText(QRectF(textX, 0, textWidth + 1, QWidget::height()), Qt::AlignVCenter | Qt::AlignLeft, text());
+    paintContent(painter, isEnabled() && textColour.isValid() ? textColour : contentColour(theme, isEnabled()));
 }
 
-void SmallButton::focusInEvent(QFocusEvent* event)
+void SmallButton::paintContent(QPainter& painter, const QColor& colour)
 {
-    markFocus(*this, *event);
-    QAbstractButton::focusInEvent(event);
+    const double whole = contentWidth();
+    const double start = (width() - whole) / 2.0;
+    const double side = symbol.isEmpty() ? 0 : metrics().symbolSize;
+    const double textWidth = fontMetrics().horizontalAdvance(text());
+    const bool mirrored = isRightToLeft();
+    drawSymbol(painter, symbol, {mirrored ? start + whole - side : start, (height() - side) / 2.0, side, side},
+               colour);
+    painter.setPen(colour);
+    painter.drawText(QRectF(mirrored ? start : start + whole - textWidth, 0, textWidth + 1, height()),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, text());
 }
 
 void SmallButton::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange)
         update();
-    QAbstractButton::changeEvent(event);
+    PaintedButton::changeEvent(event);
 }
 
 } // namespace lumenvale

@@ -2,15 +2,22 @@
 // A small bordered button with a symbol, a text, or both.
 #pragma once
 
-#include <QAbstractButton>
+#include "ui/PaintedButton.h"
+
 #include <QString>
 
 namespace lumenvale {
 
-class SmallButton : public QAbstractButton {
+class SmallButton : public PaintedButton {
 public:
+    enum class Size {
+        regular, ///< 24 points high
+        compact, ///< 22 points high, for the panel's footer
+    };
+
     /// `label` is the accessible name; empty: the text is.
-    SmallButton(const QString& symbol, const QString& text, const QString& label, QWidget* parent = nullptr);
+    SmallButton(const QString& symbol, const QString& text, const QString& label, QWidget* parent = nullptr,
+                Size size = Size::regular);
 
     void setSymbol(const QString& name);
     /// Draws the text in this colour instead of the ordinary one; invalid: the ordinary one.
@@ -21,11 +28,19 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    /// Draws what is on the button's face.
+    virtual void paintContent(QPainter& painter, const QColor& colour);
+
+    const QString& symbolName() const { return symbol; }
 
 private:
+    struct Metrics;
+    const Metrics& metrics() const;
+    double contentWidth() const;
+
     QString symbol;
+    Size size;
     QColor textColour;
 };
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Theme.h"
 
+#include <QApplication>
 #include <QFontDatabase>
-#include <QGuiApplication>
+#include <QToolTip>
 #include <QWidget>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace lumenvale {
@@ -13,8 +15,8 @@ namespace {
 
 constexpr QRgb ownDarkAccent = 0xFF4C8DFF;
 constexpr QRgb ownLightAccent = 0xFF2F6FED;
-/// What Qt's own style highlights with when no system has said anything.
-constexpr QRgb unchosenHighlight = 0xFF308CC6;
+/// Highlights that the toolkit's styles and fallback palettes ship: nobody's choice.
+constexpr std::array<QRgb, 3> shippedHighlights = {0xFF308CC6, 0xFF000080, 0xFF0078D7};
 
 QColor withOpacity(QRgb colour, double opacity)
 {
@@ -23,18 +25,18 @@ QColor withOpacity(QRgb colour, double opacity)
     return result;
 }
 
-bool isReadable(const QColor& accent)
+bool isChosenAccent(const QColor& colour)
 {
-    return accent.isValid() && accent.hslSaturationF() > 0.15F && accent.lightnessF() > 0.2F &&
-           accent.lightnessF() < 0.8F;
+    return colour.isValid() && colour.hslSaturationF() > 0.15F && colour.lightnessF() > 0.2F &&
+           colour.lightnessF() < 0.8F &&
+           std::ranges::find(shippedHighlights, colour.rgb()) == shippedHighlights.end();
 }
 
 QColor accentOf(const QPalette& palette, bool dark)
 {
     const QRgb own = dark ? ownDarkAccent : ownLightAccent;
     const QColor chosen = palette.color(QPalette::Active, QPalette::Highlight);
-    return isReadable(chosen) && chosen.rgb() != unchosenHighlight && chosen != QColor(Qt::darkBlue) ? chosen
-                                                                                                     : QColor(own);
+    return isChosenAccent(chosen) ? chosen : QColor(own);
 }
 
 double relativeLuminance(const QColor& colour)
@@ -54,14 +56,16 @@ Theme Theme::of(const QPalette& palette)
     theme.isDark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
     const bool dark = theme.isDark;
     theme.surface = dark ? withOpacity(0xFF26262A, 0.86) : withOpacity(0xFFF8F8FA, 0.88);
-    theme.window = QColor(dark ? 0xFF242428 : 0xFFF5F5F7);
-    theme.sidebar = QColor(dark ? 0xFF1C1C1F : 0xFFEBEBF0);
-    theme.card = QColor(dark ? 0xFF2E2E33 : 0xFFFFFFFF);
+    theme.edge = withOpacity(0xFF000000, 0.35);
+    theme.window = QColor(dark ? 0xFF242427 : 0xFFF5F5F7);
+    theme.sidebar = QColor(dark ? 0xFF1E1E21 : 0xFFECECF0);
+    theme.card = QColor(dark ? 0xFF2F2F33 : 0xFFFFFFFF);
     theme.text = QColor(dark ? 0xFFF2F2F4 : 0xFF1D1D1F);
     theme.secondary = QColor(dark ? 0xFFA3A3AB : 0xFF6E6E76);
     theme.hairline = dark ? withOpacity(0xFFFFFFFF, 0.10) : withOpacity(0xFF000000, 0.10);
     theme.control = dark ? withOpacity(0xFFFFFFFF, 0.10) : withOpacity(0xFF000000, 0.055);
-    theme.track = dark ? withOpacity(0xFFFFFFFF, 0.16) : withOpacity(0xFF000000, 0.14);
+    theme.controlBorder = dark ? withOpacity(0xFFFFFFFF, 0.06) : withOpacity(0xFF000000, 0.06);
+    theme.track = dark ? withOpacity(0xFFFFFFFF, 0.14) : withOpacity(0xFF000000, 0.125);
     theme.accent = accentOf(palette, dark);
     theme.accentText = QColor(relativeLuminance(theme.accent) > 0.5 ? 0xFF1D1D1F : 0xFFFFFFFF);
     theme.warning = QColor(0xFFFF9F0A);
@@ -71,10 +75,17 @@ Theme Theme::of(const QPalette& palette)
 
 Theme Theme::of(const QWidget* widget) { return of(widget->palette()); }
 
-QPalette makePalette(bool dark)
+void Theme::set(Appearance appearance, const std::optional<QColor>& accent)
 {
-    const QColor window(dark ? 0xFF242428 : 0xFFF5F5F7);
-    const QColor base(dark ? 0xFF2E2E33 : 0xFFFFFFFF);
+    const bool dark = appearance == Appearance::dark;
+    QApplication::setPalette(appearance == Appearance::system ? QPalette() : makePalette(dark, accent));
+    QToolTip::setPalette(QApplication::palette());
+}
+
+QPalette makePalette(bool dark, const std::optional<QColor>& accent)
+{
+    const QColor window(dark ? 0xFF242427 : 0xFFF5F5F7);
+    const QColor base(dark ? 0xFF2F2F33 : 0xFFFFFFFF);
     const QColor text(dark ? 0xFFF2F2F4 : 0xFF1D1D1F);
     QPalette palette(text, window, base.lighter(), window.darker(), window.darker(), text, base);
     palette.setColor(QPalette::Base, base);
@@ -82,8 +93,9 @@ QPalette makePalette(bool dark)
     palette.setColor(QPalette::ToolTipBase, base);
     palette.setColor(QPalette::ToolTipText, text);
     palette.setColor(QPalette::PlaceholderText, QColor(dark ? 0xFFA3A3AB : 0xFF6E6E76));
-    palette.setColor(QPalette::Highlight, QColor(dark ? ownDarkAccent : ownLightAccent));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Highlight,
+                     accent && isChosenAccent(*accent) ? *accent : QColor(dark ? ownDarkAccent : ownLightAccent));
+    palette.setColor(QPalette::HighlightedText, Theme::of(palette).accentText);
     return palette;
 }
 

@@ -6,21 +6,26 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <optional>
 
 class QWidget;
 
 namespace lumenvale {
 
+enum class Appearance { system, light, dark };
+
 struct Theme {
     bool isDark = false;
     QColor surface; ///< panels; not opaque
+    QColor edge;    ///< a panel's outermost line
     QColor window;  ///< the settings window
     QColor sidebar;
     QColor card;
     QColor text;
     QColor secondary;
     QColor hairline;
-    QColor control;
+    QColor control;       ///< a button's face
+    QColor controlBorder; ///< drawn over the face
     QColor accent;
     QColor accentText; ///< on the accent
     QColor warning;
@@ -28,13 +33,17 @@ struct Theme {
     QColor track; ///< the empty part of a slider
 
     /// Dark where the palette's windows are darker than their text. The accent is the palette's highlight colour
-    /// where the system has chosen one, else our own.
+    /// where that is somebody's choice: neither what the toolkit ships nor too grey, dark or pale to be seen.
     static Theme of(const QPalette& palette);
     static Theme of(const QWidget* widget);
+
+    /// Gives the whole program an appearance, for systems that announce theirs apart from the palette; views
+    /// follow at once. `accent` is the system's highlight colour where it names one.
+    static void set(Appearance appearance, const std::optional<QColor>& accent = std::nullopt);
 };
 
 /// The palette of an appearance; for systems whose own palette does not follow it.
-QPalette makePalette(bool dark);
+QPalette makePalette(bool dark, const std::optional<QColor>& accent = std::nullopt);
 
 enum class TextRole { body, name, strong, title, digits, caption, monospaced };
 
