@@ -11,6 +11,7 @@
 #include "displays/Diagnostics.h"
 #include "displays/DisplayStore.h"
 #include "platform/Shell.h"
+#include "preferences/BuildInfo.h"
 #include "preferences/GeneralPreferences.h"
 #include "presets/GlobalShortcuts.h"
 #include "presets/PresetEditor.h"
@@ -37,6 +38,7 @@ struct AppServices {
     HotKeyService* hotKeys = nullptr; ///< null: the system has none
     Clock& clock;
     Shell& shell;
+    BuildInfo build;
 };
 
 class AppDelegate final : public QObject {
@@ -85,6 +87,7 @@ private:
     void showMenuNearDock(std::optional<Point> point);
     void positionMenu();
     BrightnessMenu* makeMenu();
+    void bringPanelToFront();
     void setPanelFrame(const Rect& frame);
     bool handlePanelEvent(QWindow* window, QEvent* event);
     void clickedOutside();

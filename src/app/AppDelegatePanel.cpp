@@ -53,9 +53,7 @@ void AppDelegate::showPanel(const Rect& frame)
     menu->setHasSystemMaterial(windows.dress(menuPanel->winId()));
     setPanelFrame(frame);
     menuPanel->show();
-    menuPanel->raise();
-    menuPanel->activateWindow();
-    windows.focus(menuPanel->winId());
+    bringPanelToFront();
     outsideClickMonitor = windows.monitorOutsideClicks(menuPanel->winId(), [this] { clickedOutside(); });
     localEventMonitor = std::make_unique<LocalEventMonitor>(
         [this](QWindow* window, QEvent* event) { return handlePanelEvent(window, event); });
@@ -73,6 +71,13 @@ BrightnessMenu* AppDelegate::makeMenu()
             dismissMenu();
             presetEditor().activate(id);
         });
+}
+
+void AppDelegate::bringPanelToFront()
+{
+    menuPanel->raise();
+    menuPanel->activateWindow();
+    services.shell.panels->focus(menuPanel->winId());
 }
 
 void AppDelegate::setPanelFrame(const Rect& frame)
@@ -124,12 +129,22 @@ void AppDelegate::applicationShouldHandleReopen() { showMenuNearDock(std::nullop
 void AppDelegate::showMenuNearDock(std::optional<Point> point)
 {
     const Point anchor = point.value_or(pointerLocation());
-    dismissMenu();
     const auto screen = screenAt(anchor, screenFrames());
+    // An open panel moves: windows that come and go quickly take the focus from each other.
+    if (!menuPanel || !screen)
+        dismissMenu();
     if (!screen)
         return;
     dockAnchor = anchor;
-    showPanel(panelNearDock(anchor, screen->visibleFrame, menuHeight()));
+    const Rect frame = panelNearDock(anchor, screen->visibleFrame, menuHeight());
+    if (!menuPanel) {
+        showPanel(frame);
+        return;
+    }
+    services.shell.dock->cancelTracking();
+    setPanelFrame(frame);
+    bringPanelToFront();
+    store.requestRefresh();
 }
 
 std::optional<Rect> AppDelegate::statusItemPanelFrame() const

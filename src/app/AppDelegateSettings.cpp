@@ -2,6 +2,7 @@
 // The delegate's settings window.
 #include "app/AppDelegate.h"
 #include "platform/KeyTranslation.h"
+#include "ui/SettingsTabController.h"
 
 #include <QCursor>
 #include <QKeyEvent>
@@ -27,7 +28,9 @@ void AppDelegate::showSettings()
 
 void AppDelegate::createSettingsWindow()
 {
-    settingsWindow = std::make_unique<SettingsWindow>(new QWidget, services.defaults);
+    auto* pages = new SettingsTabController(
+        {store, presets, presetEditor(), preferences, services.diagnostics, services.clock, services.build});
+    settingsWindow = std::make_unique<SettingsWindow>(pages, services.defaults);
     if (!mainMenu->isNativeMenuBar()) // nobody else offers the menu's keys then
         settingsWindow->addActions(mainMenu->actions().value(0)->menu()->actions());
     settingsWindow->resignedKey = [this] { presetEditor().settingsResignedKey(); };
@@ -54,10 +57,14 @@ bool AppDelegate::handleSettingsKey(QWindow* window, QEvent* event)
     }
     if (event->type() != QEvent::KeyPress)
         return false;
-    const KeyEvent key = translateKeyEvent(static_cast<const QKeyEvent&>(*event));
+    const auto& press = static_cast<const QKeyEvent&>(*event);
+    const bool isEscape = press.key() == Qt::Key_Escape; // on whichever key the layout has it
+    KeyEvent key = translateKeyEvent(press);
+    if (isEscape)
+        key.keyCode = escapeKeyCode;
     if (presetEditor().handleKeyEvent(key))
         return true;
-    return key.keyCode == escapeKeyCode && editor && editor->revert();
+    return isEscape && editor && editor->revert();
 }
 
 } // namespace lumenvale

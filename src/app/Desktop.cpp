@@ -2,6 +2,7 @@
 #include "app/Desktop.h"
 
 #include "app/AppDelegate.h"
+#include "app/BuildResources.h"
 #include "app/InstanceLock.h"
 #include "app/RequestChannel.h"
 #include "app/TerminationSignals.h"
@@ -77,7 +78,8 @@ int runApplication(const DesktopOptions& options, const std::string& folder, int
     DisplayHardware hardware(std::move(platform->hardware), mainThread);
     Shell shell = makeNativeShell(identity);
     AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
-                          *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell});
+                          *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell,
+                          sharedBuildInfo()});
     const RequestReceiver requests(folder,
                                    [&delegate](const DesktopRequest& request) { delegate.perform(request); });
     const TerminationSignals signals;

@@ -1,0 +1,240 @@
+# SPDX-License-Identifier: MIT
+"""What a user does with the desktop program, and what must come of it."""
+import os
+import signal
+import time
+
+from gi.repository import Atspi, Gio, GLib
+
+from session import BUILT_IN, MONITORS, OFFICE, OFFICE_MONITOR, STUDIO, preset
+from status_bar import turn_loop, wait_until
+
+EVENING = preset(1, "Evening", 0.25, 0.3)
+NOON = preset(2, "Noon_&_sun", 1.0, 0.9)
+
+
+def status_item_opens_and_closes_the_panel(session):
+    panel = session.start_with_open_panel()
+    box = session.box(panel)
+    assert box.width == 340 and box.height == 171, (box.width, box.height)
+    assert abs(box.x + box.width / 2 - 640) <= 1 and box.y == 10, (box.x, box.y)
+    session.status_bar.call("Activate", "(ii)", 640, 4)
+    wait_until(lambda: not session.panel(), "the panel closes")
+    session.open_panel(1278, 4)
+    assert session.box(session.panel()).x == 1280 - 8 - 340
+    session.status_bar.call("Activate", "(ii)", 640, 4)
+
+
+def status_item_appears_when_a_bar_does(session):
+    session.start()
+    wait_until(session.application, "the program runs")
+    bar = session.show_status_bar()
+    assert bar.property("ToolTip")[2] == "Lumenvale — control each display"
+    assert bar.property("Title") == "Lumenvale"
+    width, height, pixels = bar.property("IconPixmap")[0]
+    assert width == height == 22 and len(pixels) == 22 * 22 * 4 and any(pixels)
+
+
+def dragging_and_stepping_reach_the_monitor(session):
+    session.start_with_open_panel()
+    wait_until(lambda: session.value("Studio 27") is not None, "the slider shows")
+    session.drag_slider("Studio 27", 0.8)
+    reached = wait_until(lambda: session.brightness(STUDIO) >= 78 and session.brightness(STUDIO), "the drag is written")
+    assert reached <= 82, reached
+    session.click(session.button("Decrease Studio 27 brightness"))
+    wait_until(lambda: session.brightness(STUDIO) == reached - 1, "one step down is written")
+    session.click(session.button("Increase Built-in Display brightness"))
+    wait_until(lambda: abs(session.brightness(BUILT_IN) - 0.626) < 1e-9, "one fine step up is written")
+
+
+def panel_follows_the_monitors_own_buttons(session):
+    session.start_with_open_panel()
+    wait_until(lambda: session.value("Studio 27") is not None, "the slider shows")
+    session.write_monitor(STUDIO, dict(MONITORS[STUDIO], ddc={"maximum": 100, "current": 77}))
+    wait_until(lambda: any(each.get_name() == "77%" for each in session.controls()), "the panel shows 77%")
+
+
+def panel_grows_and_shrinks_in_place(session):
+    session.start_with_open_panel()
+    wait_until(lambda: session.panel_height() == 171, "two displays")
+    before = session.box(session.panel())
+    session.write_monitor(OFFICE, OFFICE_MONITOR)
+    wait_until(lambda: session.panel_height() == 229 and session.slider("Office 4K"), "a third display")
+    after = session.box(session.panel())
+    assert (after.x, after.y, after.width) == (before.x, before.y, before.width)
+    os.remove(os.path.join(session.folder, OFFICE))
+    wait_until(lambda: session.panel_height() == 171 and not session.slider("Office 4K"), "two displays again")
+
+
+def escape_and_a_click_outside_close_the_panel(session):
+    session.start_with_open_panel()
+    session.xdotool("key", "Escape")
+    wait_until(lambda: not session.panel(), "Escape closes the panel")
+    session.open_panel()
+    session.click_at(100, 700)
+    wait_until(lambda: not session.panel(), "a click elsewhere closes the panel")
+    # The same click on the status item that closed the panel does not open it again.
+    time.sleep(0.6)
+    session.open_panel()
+    session.click_at(640, 4)
+    session.status_bar.call("Activate", "(ii)", 640, 4)
+    wait_until(lambda: not session.panel(), "the click on the item closes the panel")
+    turn_loop()
+    assert not session.panel()
+
+
+def preset_row_applies_the_preset(session):
+    session.write_preferences([EVENING, NOON])
+    session.start_with_open_panel()
+    session.click(wait_until(lambda: session.button("Evening"), "the preset's row"))
+    wait_until(lambda: session.brightness(STUDIO) == 30 and session.brightness(BUILT_IN) == 0.25, "Evening is applied")
+    assert not session.panel()
+    rows = {row.get("label"): row for _, row in session.status_bar.menu()}
+    assert rows["Evening"]["toggle-state"] == 1 and rows["Noon__&__sun"]["toggle-state"] == 0, rows
+    session.status_bar.choose("Noon__&__sun")
+    wait_until(lambda: session.brightness(STUDIO) == 90, "Noon is applied from the item's menu")
+
+
+def item_menu_and_wheel_do_what_they_say(session):
+    session.show_status_bar()
+    session.start()
+    labels = [row.get("label", "-") for _, row in session.status_bar.menu()]
+    assert labels == ["Brightness…", "-", "Settings…", "Quit Lumenvale"], labels
+    session.status_bar.choose("Brightness…")
+    wait_until(session.panel, "the panel opens from the menu")
+    wait_until(lambda: session.value("Studio 27") is not None, "the displays are known")
+    session.status_bar.call("Scroll", "(is)", -120, "vertical")
+    wait_until(lambda: abs(session.brightness(BUILT_IN) - 0.575) < 1e-9, "the wheel dims the main display")
+    session.status_bar.choose("Quit Lumenvale")
+    assert wait_until(lambda: session.processes[0].poll() is not None, "the program ends")
+    assert session.processes[0].returncode == 0
+
+
+def launcher_reaches_the_program(session):
+    session.write_preferences([EVENING], appPresentation="both")
+    session.show_status_bar()
+    session.start()
+    entry = session.home + "/data/applications/app.lumenvale.Lumenvale.Simulated.desktop"
+    wait_until(lambda: os.path.exists(entry), "the launcher's entry")
+    with open(entry, encoding="utf-8") as file:
+        text = file.read()
+    assert "Name=Evening\n" in text and "Name=Settings…\n" in text and "Name=Brightness…\n" in text, text
+    wait_until(lambda: session.run("list").returncode == 0, "the displays are known")
+
+    def call(method, signature, *arguments):
+        session.bus.call_sync("app.lumenvale.Lumenvale.Simulated", "/app/lumenvale/Lumenvale/Simulated",
+                              "org.freedesktop.Application", method, GLib.Variant(signature, arguments), None,
+                              Gio.DBusCallFlags.NONE, 5000, None)
+
+    call("Activate", "(a{sv})", {})
+    wait_until(session.panel, "the launcher opens the panel")
+    call("ActivateAction", "(sava{sv})", "preset-" + EVENING["id"], [], {})
+    wait_until(lambda: session.brightness(STUDIO) == 30, "the launcher applies a preset")
+    session.processes[0].send_signal(signal.SIGTERM)
+    session.processes[0].wait(10)
+    assert session.processes[0].returncode == 0
+    assert not os.path.exists(entry)
+
+
+def second_copy_hands_over_and_ends(session):
+    session.write_preferences([EVENING])
+    session.start()
+    wait_until(session.application, "the program runs")
+    second = session.run()
+    assert (second.returncode, second.stdout, second.stderr) == (0, "", ""), second
+    wait_until(session.panel, "the second copy brings the panel")
+    assert session.run("--apply-preset", "Evening").returncode == 0
+    wait_until(lambda: session.brightness(STUDIO) == 30, "the second copy applies a preset")
+
+
+def copies_started_together_leave_one(session):
+    for _ in range(6):
+        session.start()
+    wait_until(lambda: sum(each.poll() is None for each in session.processes) == 1, "one copy is left")
+    assert all(each.returncode == 0 for each in session.processes if each.poll() is not None)
+    wait_until(session.panel, "the others brought the panel")
+
+
+def a_killed_program_starts_again(session):
+    session.start_with_open_panel()
+    session.processes[0].kill()
+    session.processes[0].wait()
+    session.start()
+    wait_until(lambda: len(set(session.status_bar.items)) == 2, "the new copy's item registers")
+    session.open_panel()
+
+
+def ends_cleanly_while_a_slow_monitor_is_written(session):
+    slow = dict(MONITORS[STUDIO], ddc={"maximum": 100, "current": 42, "delayMs": 300})
+    session.write_monitor(STUDIO, slow)
+    session.start_with_open_panel()
+    wait_until(lambda: session.value("Studio 27") is not None, "the slider shows")
+    session.drag_slider("Studio 27", 0.9)
+    time.sleep(0.15)  # the write is on its way
+    session.processes[0].send_signal(signal.SIGTERM)
+    session.processes[0].wait(10)
+    assert session.processes[0].returncode == 0
+    assert session.brightness(STUDIO) in range(40, 95)
+
+
+def settings_open_at_the_first_start_only(session):
+    session.write_preferences(hasOpenedSettings="false")
+    session.start()
+    wait_until(session.application, "the program runs")
+
+    def window():
+        app = session.application()
+        windows = [app.get_child_at_index(index) for index in range(app.get_child_count())] if app else []
+        return next((each for each in windows if each and each.get_name() == "Lumenvale"
+                     and each.get_state_set().contains(Atspi.StateType.SHOWING)), None)
+
+    wait_until(window, "the settings window opens")
+    assert (session.box(window()).width, session.box(window()).height) == (800, 580)
+    session.processes[0].send_signal(signal.SIGTERM)
+    session.processes[0].wait(10)
+    session.start()
+    wait_until(session.application, "the program runs again")
+    assert not window()
+
+
+def screen_reader_finds_every_control(session):
+    session.write_preferences([EVENING])
+    session.start_with_open_panel()
+    wait_until(lambda: session.value("Studio 27") is not None, "the sliders show")
+    shown = {(each.get_role(), each.get_name()) for each in session.controls()}
+    for monitor in MONITORS.values():
+        name = monitor["name"]
+        assert (Atspi.Role.SLIDER, name + " brightness") in shown, shown
+        assert (Atspi.Role.PUSH_BUTTON, f"Decrease {name} brightness") in shown
+        assert (Atspi.Role.PUSH_BUTTON, f"Increase {name} brightness") in shown
+    for name in ("Evening", "Settings", "Quit Lumenvale"):
+        assert (Atspi.Role.PUSH_BUTTON, name) in shown, shown
+    for role, name in shown:
+        assert name or role not in (Atspi.Role.SLIDER, Atspi.Role.PUSH_BUTTON), "a control without a name"
+    value = session.slider("Studio 27").get_value_iface()
+    share = value.get_current_value() / value.get_maximum_value()
+    assert abs(share - 0.42) < 0.005, share
+    value.set_current_value(value.get_maximum_value() * 0.6)
+    wait_until(lambda: session.brightness(STUDIO) == 60, "the screen reader's value is written")
+    action = session.button("Increase Studio 27 brightness").get_action_iface()
+    action.do_action(0)
+    wait_until(lambda: session.brightness(STUDIO) == 61, "the screen reader's press is written")
+
+
+ALL = [
+    status_item_opens_and_closes_the_panel,
+    status_item_appears_when_a_bar_does,
+    dragging_and_stepping_reach_the_monitor,
+    panel_follows_the_monitors_own_buttons,
+    panel_grows_and_shrinks_in_place,
+    escape_and_a_click_outside_close_the_panel,
+    preset_row_applies_the_preset,
+    item_menu_and_wheel_do_what_they_say,
+    launcher_reaches_the_program,
+    second_copy_hands_over_and_ends,
+    copies_started_together_leave_one,
+    a_killed_program_starts_again,
+    ends_cleanly_while_a_slow_monitor_is_written,
+    settings_open_at_the_first_start_only,
+    screen_reader_finds_every_control,
+]

@@ -1,0 +1,79 @@
+# SPDX-License-Identifier: MIT
+"""A stand-in for a desktop's status bar: the watcher, and a host that uses the items; and waiting on its loop."""
+import time
+
+from gi.repository import Gio, GLib
+
+PATIENCE = 8.0  # seconds; a busy machine is slow
+
+WATCHER = "org.kde.StatusNotifierWatcher"
+ITEM = "org.kde.StatusNotifierItem"
+WATCHER_XML = f"""<node><interface name='{WATCHER}'>
+<method name='RegisterStatusNotifierItem'><arg type='s' direction='in'/></method>
+<property name='IsStatusNotifierHostRegistered' type='b' access='read'/>
+</interface></node>"""
+
+
+def turn_loop():
+    context = GLib.MainContext.default()
+    while context.iteration(False):
+        pass
+
+
+def wait_until(condition, what, patience=PATIENCE):
+    """Returns the first true value of `condition`."""
+    end = time.monotonic() + patience
+    while True:
+        turn_loop()
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {patience} s in vain: {what}")
+        time.sleep(0.02)
+
+
+class StatusBar:
+    def __init__(self, bus):
+        self.bus = bus
+        self.items = []
+        info = Gio.DBusNodeInfo.new_for_xml(WATCHER_XML).interfaces[0]
+        self.object = bus.register_object("/StatusNotifierWatcher", info, self.called, self.read, None)
+        self.name = Gio.bus_own_name_on_connection(bus, WATCHER, Gio.BusNameOwnerFlags.NONE, None, None)
+
+    def called(self, _bus, _sender, _path, _interface, _method, parameters, invocation):
+        self.items.append(parameters.unpack()[0])
+        invocation.return_value(None)
+
+    def read(self, *_):
+        return GLib.Variant("b", True)
+
+    def item(self):
+        return wait_until(lambda: self.items and self.items[-1], "the status item registers")
+
+    def call(self, method, signature, *arguments, path="/StatusNotifierItem", interface=ITEM):
+        item = self.item()
+        answer = []
+        self.bus.call(item, path, interface, method, GLib.Variant(signature, arguments), None,
+                      Gio.DBusCallFlags.NONE, 5000, None, lambda _bus, result: answer.append(result))
+        wait_until(lambda: answer, f"{method} is answered")
+        return self.bus.call_finish(answer[0]).unpack()
+
+    def property(self, name):
+        return self.call("Get", "(ss)", ITEM, name, interface="org.freedesktop.DBus.Properties")[0]
+
+    def menu(self):
+        """(number, properties) of each row."""
+        layout = self.call("GetLayout", "(iias)", 0, -1, [], path="/StatusNotifierItem/Menu",
+                           interface="com.canonical.dbusmenu")[1]
+        return [(row[0], row[1]) for row in layout[2]]
+
+    def choose(self, label):
+        number = next(number for number, row in self.menu() if row.get("label") == label)
+        self.call("Event", "(isvu)", number, "clicked", GLib.Variant("s", ""), 0,
+                  path="/StatusNotifierItem/Menu", interface="com.canonical.dbusmenu")
+
+    def close(self):
+        self.bus.unregister_object(self.object)
+        Gio.bus_unown_name(self.name)
+        turn_loop()
