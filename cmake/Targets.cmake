@@ -32,9 +32,10 @@ function(lumenvale_library name)
 endfunction()
 
 # lumenvale_test(NAME): the executable `<NAME>_tests` of every source in this folder. LINK names the libraries
-# under test, and nothing else is linked: that proves the layers.
+# under test, and nothing else is linked: that proves the layers. With WIDGETS the tests get an application object;
+# with QT they bring their own main function.
 function(lumenvale_test name)
-  cmake_parse_arguments(arg "QT" "" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "QT;WIDGETS" "" "LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   if(NOT sources)
     return()
@@ -42,12 +43,16 @@ function(lumenvale_test name)
   add_executable(${name}_tests ${sources})
   target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name}_tests PRIVATE ${arg_LINK} lumenvale_options)
-  if(arg_QT)
+  if(arg_WIDGETS)
+    target_sources(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/WidgetTestMain.cpp)
+    target_link_libraries(${name}_tests PRIVATE Qt6::Widgets)
+  endif()
+  if(arg_QT OR arg_WIDGETS)
     set_target_properties(${name}_tests PROPERTIES AUTOMOC ON)
     target_link_libraries(${name}_tests PRIVATE GTest::gtest)
   else()
     target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
   endif()
   gtest_discover_tests(${name}_tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    PROPERTIES TIMEOUT 120)
 endfunction()
