@@ -11,6 +11,7 @@
 #include "platform/qt/QtMainThread.h"
 
 #include <QApplication>
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 
@@ -56,6 +57,7 @@ ProgramIdentity programIdentity(const DesktopOptions& options)
 int runApplication(const DesktopOptions& options, const std::string& folder, int& argc, char** argv)
 {
     QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // percentages are written alike everywhere
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(applicationName);
     const ProgramIdentity identity = programIdentity(options);

@@ -66,7 +66,10 @@ tl::expected<std::optional<std::string>, std::string> simulationFolder(const Com
         return std::nullopt;
     if (line.simulationFolder->empty())
         return readyMadeSimulation().map([](const std::string& folder) { return std::optional(folder); });
-    return QDir(QString::fromStdString(*line.simulationFolder)).absolutePath().toStdString();
+    const QDir folder(QString::fromStdString(*line.simulationFolder));
+    if (!folder.exists())
+        return tl::unexpected("There is no folder " + folder.absolutePath().toStdString() + '.');
+    return folder.absolutePath().toStdString();
 }
 
 LogSink standardErrorLog()

@@ -14,13 +14,16 @@ namespace lumenvale {
 
 std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options)
 {
-    std::vector<std::string> command{QCoreApplication::applicationFilePath().toStdString()};
+    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
+    const QString packed = qEnvironmentVariable("APPIMAGE");
+    std::vector<std::string> command{
+        (packed.isEmpty() ? QCoreApplication::applicationFilePath() : packed).toStdString()};
     if (!options.simulationFolder)
         return std::make_unique<XdgAutostart>(
             autostartPlace(applicationIdentifier, applicationName, std::move(command)));
     command.insert(command.end(), {"--simulate", *options.simulationFolder});
     return std::make_unique<XdgAutostart>(
-        autostartPlace(simulatedIdentifier, std::string(applicationName) + " (simulated)", std::move(command)));
+        autostartPlace(simulatedIdentifier, std::string(applicationName) + " (Simulated)", std::move(command)));
 }
 
 std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options)
