@@ -6,7 +6,7 @@ import time
 
 from gi.repository import Atspi, Gio, GLib
 
-from session import BUILT_IN, MONITORS, OFFICE, OFFICE_MONITOR, STUDIO, preset
+from session import BUILT_IN, MONITORS, OFFICE, OFFICE_MONITOR, STUDIO, Session, preset
 from status_bar import turn_loop, wait_until
 
 EVENING = preset(1, "Evening", 0.25, 0.3)
@@ -221,6 +221,48 @@ def screen_reader_finds_every_control(session):
     wait_until(lambda: session.brightness(STUDIO) == 61, "the screen reader's press is written")
 
 
+def with_shortcut(a_preset):
+    """Control, Option and K, as the settings record them."""
+    return dict(a_preset, shortcut={
+        "functionKey": 0, "command": False, "option": True, "control": True, "shift": False,
+        "recordedKeyCode": 40, "recordedKeyLabel": "K"})
+
+
+def shortcut_applies_its_preset_from_any_program(session):
+    session.write_preferences([with_shortcut(EVENING), NOON])
+    session.show_status_bar()
+    session.start()
+    wait_until(session.application, "the program runs")
+    other = Session(session.program)
+    try:
+        other.write_preferences([with_shortcut(NOON)], hasOpenedSettings="false")
+        other.start()
+        window = wait_until(lambda: other.window("Displays"), "another program's window has the focus")
+        for lock in (None, "Caps_Lock", "Num_Lock"):
+            if lock:
+                session.xdotool("key", lock)
+            session.write_monitor(STUDIO, MONITORS[STUDIO])
+            session.xdotool("key", "ctrl+alt+k")
+            wait_until(lambda: session.brightness(STUDIO) == 30, f"the shortcut works with {lock or 'no lock'}")
+        session.xdotool("key", "Caps_Lock", "key", "Num_Lock")
+        assert other.brightness(STUDIO) == 42, "the key is the first program's"
+
+        other.click(other.find(Atspi.Role.PUSH_BUTTON, "Presets") or other.find(Atspi.Role.RADIO_BUTTON, "Presets")
+                    or other.find(Atspi.Role.CHECK_BOX, "Presets"))
+        row = wait_until(lambda: next((each for each in other.controls(window)
+                                       if (each.get_name() or "").startswith("Noon_&_sun")), None), "the preset's row")
+        other.click(row)
+        taken = "⌃⌥K could not be registered (-9878). It may be used by macOS or another app."
+        wait_until(lambda: any(each.get_name() == taken for each in other.controls(window)), "the refusal shows")
+        wait_until(lambda: other.brightness(STUDIO) == 90, "selecting the preset applies it")
+    finally:
+        other.close()
+    session.write_monitor(STUDIO, MONITORS[STUDIO])
+    session.xdotool("keydown", "ctrl", "keydown", "alt", "keydown", "k", "keydown", "k", "keyup", "k", "keyup", "alt",
+                    "keyup", "ctrl")
+    wait_until(lambda: session.brightness(STUDIO) == 30, "a held key applies it")
+
+
 ALL = [
     status_item_opens_and_closes_the_panel,
     status_item_appears_when_a_bar_does,
@@ -237,4 +279,5 @@ ALL = [
     ends_cleanly_while_a_slow_monitor_is_written,
     settings_open_at_the_first_start_only,
     screen_reader_finds_every_control,
+    shortcut_applies_its_preset_from_any_program,
 ]
