@@ -107,7 +107,9 @@ std::optional<PropertyValue> objectFromJson(const Json& json, int depth)
 {
     if (json.size() != 1)
         return std::nullopt;
-    const auto& [key, value] = *json.items().begin();
+    const auto member = json.begin();
+    const std::string& key = member.key();
+    const Json& value = member.value();
     if (key == "dictionary")
         return dictionaryFromJson(value, depth);
     if (key == "double") {
