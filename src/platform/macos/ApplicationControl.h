@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// The program as the system's Dock sees it: with or without an icon, and clicked. Main thread, after the
+// application object.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace lumenvale {
+
+/// Shows or hides the Dock icon; does nothing when that is so already.
+void setInDock(bool isShown);
+
+/// Closes a menu (an NSMenu, by its toolkit) that is open.
+void cancelMenuTracking(void* menu);
+
+/// True when this process hosts the tests of a bundle.
+bool isTestHost();
+
+/// Hears of clicks on the Dock icon, as long as it exists.
+class ReopenHandler {
+public:
+    explicit ReopenHandler(std::function<void()> reopened);
+    ReopenHandler(const ReopenHandler&) = delete;
+    ReopenHandler& operator=(const ReopenHandler&) = delete;
+    ~ReopenHandler();
+
+private:
+    struct Registration;
+    std::unique_ptr<Registration> registration;
+};
+
+} // namespace lumenvale

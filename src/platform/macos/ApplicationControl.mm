@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/ApplicationControl.h"
+
+#import <AppKit/AppKit.h>
+#include <objc/runtime.h>
+#include <utility>
+
+@interface LMVReopenTarget : NSObject {
+@public
+    std::function<void()> reopened;
+}
+- (void)install;
+- (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply;
+@end
+
+@implementation LMVReopenTarget
+- (void)install
+{
+    [NSAppleEventManager.sharedAppleEventManager setEventHandler:self
+                                                     andSelector:@selector(handleReopen:withReplyEvent:)
+                                                   forEventClass:kCoreEventClass
+                                                      andEventID:kAEReopenApplication];
+}
+- (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply
+{
+    const auto call = reopened; // it may end the handler
+    call();
+}
+@end
+
+namespace lumenvale {
+
+struct ReopenHandler::Registration {
+    LMVReopenTarget* target;
+    id<NSObject> launch;
+};
+
+ReopenHandler::ReopenHandler(std::function<void()> reopened) : registration(std::make_unique<Registration>())
+{
+    LMVReopenTarget* const target = [LMVReopenTarget new];
+    target->reopened = std::move(reopened);
+    registration->target = target;
+    [target install];
+    // AppKit installs its own handlers when it finishes launching, over those that are there. The toolkit starts
+    // AppKit's loop, and with it that, later than this.
+    registration->launch =
+        [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationWillFinishLaunchingNotification
+                                                        object:nil
+                                                         queue:nil
+                                                    usingBlock:^(NSNotification*) {
+                                                      [target install];
+                                                    }];
+}
+
+ReopenHandler::~ReopenHandler()
+{
+    [NSNotificationCenter.defaultCenter removeObserver:registration->launch];
+    [NSAppleEventManager.sharedAppleEventManager removeEventHandlerForEventClass:kCoreEventClass
+                                                                      andEventID:kAEReopenApplication];
+}
+
+void setInDock(bool isShown)
+{
+    const auto policy = isShown ? NSApplicationActivationPolicyRegular : NSApplicationActivationPolicyAccessory;
+    if (NSApp.activationPolicy != policy)
+        [NSApp setActivationPolicy:policy];
+}
+
+void cancelMenuTracking(void* menu) { [(__bridge NSMenu*)menu cancelTracking]; }
+
+bool isTestHost() { return objc_lookUpClass("XCTestCase") != nil; }
+
+} // namespace lumenvale

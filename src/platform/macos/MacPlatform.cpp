@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "base/Identity.h"
+#include "platform/Platform.h"
+#include "platform/macos/MacDiagnostics.h"
+#include "platform/macos/MacDisplaySystem.h"
+#include "platform/macos/MacHotKeyService.h"
+#include "platform/macos/MacLoginItem.h"
+#include "platform/macos/MacNativeFunctions.h"
+#include "platform/macos/MacScreenSource.h"
+#include "platform/macos/MacServiceRegistry.h"
+#include "platform/macos/MacSystemEvents.h"
+#include "platform/macos/MacUserDefaults.h"
+
+namespace lumenvale {
+
+Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& /*mainThread*/)
+{
+    Platform platform;
+    platform.defaults = std::make_unique<MacUserDefaults>(applicationIdentifier, clock);
+    platform.screens = std::make_unique<MacScreenSource>();
+    platform.events = std::make_unique<MacSystemEvents>();
+    platform.diagnostics = std::make_unique<MacDiagnostics>();
+    platform.startup = makeNativeStartupService(options);
+    platform.hotKeys = makeNativeHotKeyService(options);
+    platform.hardware.registry = std::make_unique<MacServiceRegistry>();
+    platform.hardware.displaySystem = std::make_unique<MacDisplaySystem>();
+    platform.hardware.native = loadDisplayServices();
+    return platform;
+}
+
+std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options)
+{
+    if (options.simulationFolder)
+        return std::make_unique<NoLoginItem>();
+    return std::make_unique<MacLoginItem>();
+}
+
+std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options)
+{
+    return options.hasWindowSystem ? std::make_unique<MacHotKeyService>() : nullptr;
+}
+
+} // namespace lumenvale

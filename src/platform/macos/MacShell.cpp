@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Shell.h"
+#include "platform/macos/MacDock.h"
+#include "platform/macos/MacPanelWindows.h"
+#include "platform/macos/MacStatusBar.h"
+
+namespace lumenvale {
+
+Shell makeNativeShell(const ProgramIdentity&)
+{
+    Shell shell;
+    shell.statusBar = std::make_unique<MacStatusBar>();
+    shell.dock = std::make_unique<MacDock>();
+    shell.panels = std::make_unique<MacPanelWindows>();
+    return shell;
+}
+
+} // namespace lumenvale
