@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,7 +13,9 @@ namespace lumenvale {
 struct Uuid {
     std::array<std::uint8_t, 16> bytes{};
 
-    auto operator<=>(const Uuid&) const = default;
+    bool operator==(const Uuid& other) const = default;
+    /// For the keys of maps. Arrays have no three-way comparison in the libraries of older Macs.
+    bool operator<(const Uuid& other) const { return bytes < other.bytes; }
 
     /// A fresh version 4 value. Any thread.
     static Uuid random();
