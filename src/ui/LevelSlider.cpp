@@ -38,7 +38,7 @@ void LevelSlider::setValue(double fraction)
     if (dragging)
         valueWaiting = fraction;
     else
-        show(fraction);
+        showFraction(fraction);
 }
 
 void LevelSlider::setStep(double fraction) { stepSize = fraction; }
@@ -55,13 +55,13 @@ void LevelSlider::request(double fraction)
 {
     if (!isEnabled())
         return;
-    show(fraction);
+    showFraction(fraction);
     valueWaiting.reset(); // it came before this request and is out of date
     if (onChange)
         onChange(shown);
 }
 
-void LevelSlider::show(double fraction)
+void LevelSlider::showFraction(double fraction)
 {
     const double next = std::clamp(fraction, 0.0, 1.0);
     if (next == shown)
@@ -147,7 +147,7 @@ void LevelSlider::endDrag()
 {
     dragging = false;
     if (const auto waiting = std::exchange(valueWaiting, std::nullopt))
-        show(*waiting);
+        showFraction(*waiting);
 }
 
 /// In a page that can scroll, the wheel belongs to the page until the slider has the focus: nobody means to change

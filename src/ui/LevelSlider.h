@@ -53,7 +53,7 @@ private:
     double knobCentre() const;
     double fractionAt(double x) const;
     bool leavesWheelToPage() const;
-    void show(double fraction);
+    void showFraction(double fraction);
     void endDrag();
 
     double shown = 0.0;

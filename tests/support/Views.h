@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -56,6 +58,25 @@ inline void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers =
     QKeyEvent release(QEvent::KeyRelease, key, modifiers);
     QApplication::sendEvent(&widget, &release);
     turnLoop();
+}
+
+/// A mouse event of the left button at a point of the widget; not one that turns the loop.
+inline void sendMouse(QWidget& widget, QEvent::Type type, QPointF point)
+{
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, point, widget.mapToGlobal(point), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+/// Turns the wheel by eighths of a degree, away from the user; true when the widget took it.
+inline bool turnWheel(QWidget& widget, int delta, Qt::ScrollPhase phase = Qt::NoScrollPhase)
+{
+    QWheelEvent event(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, {0, delta}, Qt::NoButton,
+                      Qt::NoModifier, phase, false);
+    event.ignore();
+    QApplication::sendEvent(&widget, &event);
+    return event.isAccepted();
 }
 
 } // namespace lumenvale

@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: MIT
+#include "ui/BrightnessMenu.h"
+#include "support/StoreFixture.h"
+#include "support/Views.h"
+#include "ui/BrightnessPanel.h"
+#include "ui/BrightnessSlider.h"
+#include "ui/HoldRepeatButton.h"
+#include "ui/Labels.h"
+#include "ui/LevelSlider.h"
+#include "ui/PreferredHeight.h"
+#include "ui/PresetRow.h"
+#include "ui/SmallButton.h"
+#include "ui/Theme.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace lumenvale {
+namespace {
+
+struct BrightnessMenuTest : StoreFixture {
+    BrightnessMenuTest() { hardware.holdsAnswers = false; }
+
+    /// Reads the displays that are plugged in, and shows the panel at its preferred size.
+    void open()
+    {
+        store->requestRefresh();
+        auto* layout = new QVBoxLayout(&panel);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(&menu);
+        resize();
+        panel.show();
+        turnLoop();
+    }
+    void resize()
+    {
+        const double height =
+            preferredHeight(int(store->displays.get().size()), int(presets.presets.get().size()));
+        panel.resize(panelWidth, int(height));
+    }
+    void replug()
+    {
+        store->requestRefresh();
+        turnLoop();
+    }
+    /// Lets the write tasks' waits pass.
+    void settle()
+    {
+        clock.advance(std::chrono::milliseconds(500));
+        turnLoop();
+    }
+    Uuid addPreset(const char* name, double level)
+    {
+        const Uuid id = presets.addPreset({{"A", level}}, {{"A", "Name of A"}}).id;
+        presets.rename(id, name);
+        return id;
+    }
+    LevelSlider* slider(const QString& id) { return named<LevelSlider>(panel, "Name of " + id + " brightness"); }
+    HoldRepeatButton* minus(const QString& id)
+    {
+        return named<HoldRepeatButton>(panel, "Decrease Name of " + id + " brightness");
+    }
+    HoldRepeatButton* plus(const QString& id)
+    {
+        return named<HoldRepeatButton>(panel, "Increase Name of " + id + " brightness");
+    }
+    PresetRow* presetRow(const QString& name) { return named<PresetRow>(panel, name); }
+
+    PresetStore presets{defaults};
+    PresetEditor editor{*store, presets, defaults};
+    int settingsOpened = 0;
+    std::vector<std::string> applied;
+    BrightnessPanel panel;
+    BrightnessMenu menu{*store,
+                        presets,
+                        editor,
+                        clock,
+                        [this] { ++settingsOpened; },
+                        [this](const BrightnessPreset& preset) { applied.push_back(preset.name); }};
+};
+
+TEST(PreferredHeightTest, IsTheSumOfTheLayout)
+{
+    EXPECT_EQ(preferredHeight(0, 0), 103);
+    EXPECT_EQ(preferredHeight(1, 0), 113);
+    EXPECT_EQ(preferredHeight(2, 3), 284);
+    EXPECT_EQ(preferredHeight(3, 3), 342);
+    EXPECT_EQ(preferredHeight(-1, -1), 103);
+    EXPECT_EQ(preferredHeight(0, 1), 164);
+}
+
+TEST_F(BrightnessMenuTest, WithoutDisplaysItSaysWhy)
+{
+    hardware.holdsAnswers = true;
+    open();
+    EXPECT_TRUE(shows<ElidedLabel>(panel, "Finding your displays…"));
+    hardware.answerAll();
+    turnLoop();
+    EXPECT_TRUE(shows<ElidedLabel>(panel, "No displays detected"));
+    plug("A");
+    hardware.holdsAnswers = false;
+    replug();
+    EXPECT_FALSE(shows<ElidedLabel>(panel, "No displays detected"));
+    EXPECT_TRUE(slider("A"));
+}
+
+TEST_F(BrightnessMenuTest, FillsItsPreferredHeightAtOnceAndScrollsWhereItIsShorter)
+{
+    for (const char* id : {"A", "B", "C"})
+        plug(id);
+    for (const char* name : {"Day", "Evening", "Night"})
+        addPreset(name, 0.5);
+    store->requestRefresh();
+    auto* layout = new QVBoxLayout(&panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(&menu);
+    turnLoop();
+    resize();
+    panel.show(); // and no turn of the loop
+    const auto top = [this](const QWidget* widget) { return widget->mapTo(&panel, QPoint()).y(); };
+    EXPECT_EQ(top(minus("A")), 38);
+    EXPECT_EQ(top(minus("B")), 96);
+    EXPECT_EQ(top(presetRow("Day")), 219);
+    EXPECT_EQ(top(presetRow("Night")), 271);
+    EXPECT_EQ(top(named<SmallButton>(panel, "Settings")), 312);
+    EXPECT_EQ(minus("A")->mapTo(&panel, QPoint()).x(), 12);
+    EXPECT_EQ(plus("A")->mapTo(&panel, QPoint()).x(), 296);
+    EXPECT_EQ(slider("A")->mapTo(&panel, QPoint()).x() + LevelSlider::overhang, 50);
+
+    auto* page = panel.findChild<QScrollArea*>();
+    EXPECT_EQ(page->verticalScrollBar()->maximum(), 0);
+    panel.resize(panelWidth, 200);
+    turnLoop();
+    EXPECT_GT(page->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(top(named<SmallButton>(panel, "Settings")), 170) << "the footer stays";
+    presetRow("Night")->setFocus(Qt::TabFocusReason);
+    page->ensureWidgetVisible(presetRow("Night"));
+    EXPECT_LE(top(presetRow("Night")) + presetRowHeight, 161);
+}
+
+TEST_F(BrightnessMenuTest, RowsStayTheSameWhileTheirValuesAndOrderChange)
+{
+    plug("A", {.brightness = 0.3});
+    plug("B", {.brightness = 0.6});
+    open();
+    LevelSlider* const a = slider("A");
+    LevelSlider* const b = slider("B");
+    EXPECT_DOUBLE_EQ(a->value(), 0.3);
+    a->setFocus();
+    hardware.monitors["A"].brightness = 0.7;
+    replug();
+    EXPECT_EQ(slider("A"), a);
+    EXPECT_DOUBLE_EQ(a->value(), 0.7);
+    EXPECT_TRUE(shows<NumberLabel>(panel, "70%"));
+
+    store->moveDisplays({1}, 0);
+    turnLoop();
+    EXPECT_EQ(slider("A"), a);
+    EXPECT_EQ(slider("B"), b);
+    EXPECT_LT(b->mapTo(&panel, QPoint()).y(), a->mapTo(&panel, QPoint()).y());
+    EXPECT_EQ(panel.focusWidget(), a);
+
+    plug("C");
+    unplug("B");
+    replug();
+    resize();
+    turnLoop();
+    EXPECT_EQ(slider("A"), a);
+    EXPECT_FALSE(slider("B"));
+    EXPECT_TRUE(slider("C"));
+    EXPECT_EQ(panel.findChildren<BrightnessSlider*>().size(), 2);
+}
+
+TEST_F(BrightnessMenuTest, MovingASliderAndSteppingSetTheBrightness)
+{
+    plug("A", {.brightness = 0.5});
+    open();
+    slider("A")->request(0.254);
+    EXPECT_DOUBLE_EQ(store->display("A")->brightness.value(), 0.25) << "quantised, and shown at once";
+    turnLoop();
+    EXPECT_DOUBLE_EQ(slider("A")->value(), 0.25);
+    settle();
+    EXPECT_DOUBLE_EQ(hardware.monitors["A"].brightness, 0.25);
+
+    plus("A")->click();
+    plus("A")->click(); // before the first one's redraw
+    EXPECT_DOUBLE_EQ(store->display("A")->brightness.value(), 0.27);
+    minus("A")->click();
+    settle();
+    EXPECT_DOUBLE_EQ(hardware.monitors["A"].brightness, 0.26);
+    EXPECT_TRUE(shows<NumberLabel>(panel, "26%"));
+}
+
+TEST_F(BrightnessMenuTest, StepButtonsAreEnabledWhereAStepIsPossible)
+{
+    plug("A", {.brightness = 0.0});
+    plug("B", {.brightness = 0.99});
+    plug("C", {.method = ControlMethod::unavailable});
+    plug("D", {.isReadable = false});
+    open();
+    EXPECT_FALSE(minus("A")->isEnabled());
+    EXPECT_TRUE(plus("A")->isEnabled());
+    EXPECT_TRUE(minus("B")->isEnabled());
+    EXPECT_FALSE(slider("C")->isEnabled());
+    EXPECT_FALSE(minus("C")->isEnabled());
+    EXPECT_FALSE(plus("C")->isEnabled());
+    EXPECT_TRUE(shows<NumberLabel>(panel, "—"));
+
+    sendMouse(*plus("B"), QEvent::MouseButtonPress, {5, 5});
+    turnLoop();
+    EXPECT_FALSE(plus("B")->isEnabled()) << "it has reached its end";
+    settle();
+    EXPECT_DOUBLE_EQ(hardware.monitors["B"].brightness, 1.0);
+}
+
+TEST_F(BrightnessMenuTest, ARefusedBrightnessShowsItsProblem)
+{
+    plug("A", {.writeError = BrightnessError::mismatch});
+    open();
+    const QString text = QString::fromUtf8(description(BrightnessError::mismatch).data(),
+                                           qsizetype(description(BrightnessError::mismatch).size()));
+    EXPECT_FALSE(named<SymbolLabel>(panel, text));
+    slider("A")->request(0.9);
+    settle();
+    auto* symbol = named<SymbolLabel>(panel, text);
+    ASSERT_TRUE(symbol);
+    EXPECT_EQ(symbol->toolTip(), text);
+    EXPECT_EQ(slider("A")->accessibleDescription(), text);
+}
+
+TEST_F(BrightnessMenuTest, ARowShowsAgainWhatTheStoreHasWhenARequestIsNotGranted)
+{
+    plug("A", {.brightness = 0.4});
+    open();
+    hardware.monitors["A"].method = ControlMethod::unavailable;
+    store->requestRefresh();
+    slider("A")->request(0.9); // before the redraw that disables it
+    turnLoop();
+    EXPECT_FALSE(slider("A")->isEnabled());
+    EXPECT_DOUBLE_EQ(slider("A")->value(), store->display("A")->brightness.value_or(0.0));
+}
+
+TEST_F(BrightnessMenuTest, PresetsAreListedMarkedAndApplied)
+{
+    plug("A");
+    open();
+    EXPECT_FALSE(shows<ElidedLabel>(panel, "Presets"));
+    const Uuid evening = addPreset("Evening", 0.2);
+    addPreset("  ", 0.3);
+    turnLoop();
+    EXPECT_TRUE(shows<ElidedLabel>(panel, "Presets"));
+    PresetRow* const row = presetRow("Evening");
+    ASSERT_TRUE(row);
+    ASSERT_TRUE(presetRow("Untitled preset"));
+    EXPECT_EQ(row->accessibleDescription(), "");
+    editor.activePresetID.set(evening);
+    turnLoop();
+    EXPECT_EQ(presetRow("Evening"), row);
+    EXPECT_EQ(row->accessibleDescription(), "Active");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(row)->text(QAccessible::Value), "Active");
+    EXPECT_EQ(presetRow("Untitled preset")->accessibleDescription(), "");
+    click(panel, "Evening");
+    EXPECT_EQ(applied, std::vector<std::string>{"Evening"});
+    presets.deletePreset(evening);
+    turnLoop();
+    EXPECT_FALSE(presetRow("Evening"));
+}
+
+TEST_F(BrightnessMenuTest, TheFooterOpensSettingsAndRefreshes)
+{
+    plug("A");
+    open();
+    click(panel, "Settings");
+    EXPECT_EQ(settingsOpened, 1);
+    plug("B");
+    click(panel, "Refresh");
+    EXPECT_TRUE(slider("B"));
+    EXPECT_EQ(named<SmallButton>(panel, "Refresh")->toolTip(), "Read brightness and detect displays again");
+    EXPECT_EQ(named<SmallButton>(panel, "Quit Lumenvale")->toolTip(), "Quit Lumenvale");
+}
+
+TEST_F(BrightnessMenuTest, TabWalksThroughEveryControlAndRound)
+{
+    plug("A");
+    plug("B", {.brightness = 0.0});
+    addPreset("Day", 0.5);
+    open();
+    store->moveDisplays({1}, 0); // B first
+    turnLoop();
+    const auto press = [this](Qt::KeyboardModifiers modifiers) {
+        QWidget* at = panel.focusWidget() ? panel.focusWidget() : &panel;
+        pressKey(*at, modifiers & Qt::ShiftModifier ? Qt::Key_Backtab : Qt::Key_Tab, modifiers);
+        return panel.focusWidget()->accessibleName();
+    };
+    const QStringList order = {"Name of B brightness",
+                               "Increase Name of B brightness",
+                               "Decrease Name of A brightness",
+                               "Name of A brightness",
+                               "Increase Name of A brightness",
+                               "Day",
+                               "Settings",
+                               "Refresh",
+                               "Quit Lumenvale"};
+    for (const QString& name : order)
+        EXPECT_EQ(press({}), name);
+    press(Qt::ControlModifier);
+    EXPECT_EQ(panel.focusWidget()->accessibleName(), order.last()) << "is passed on";
+    while (press({}) != order.first()) // past the panel itself, where it has a place in the round
+        ASSERT_EQ(panel.focusWidget(), &panel);
+    EXPECT_EQ(press({}), order[1]);
+    EXPECT_EQ(press(Qt::ShiftModifier), order[0]);
+}
+
+TEST_F(BrightnessMenuTest, FollowsTheAppearanceLive)
+{
+    plug("A");
+    Theme::set(Appearance::light);
+    open();
+    LevelSlider* const before = slider("A");
+    EXPECT_GT(panel.grab().toImage().pixelColor(170, 300).lightness(), 150);
+    Theme::set(Appearance::dark, QColor(0xFF00AA55));
+    turnLoop();
+    const QImage dark = panel.grab().toImage();
+    EXPECT_LT(dark.pixelColor(170, 20).lightness(), 100);
+    const int middle = slider("A")->mapTo(&panel, QPoint(30, 12)).y();
+    EXPECT_EQ(dark.pixelColor(60, middle).rgb(), 0xFF00AA55) << "the system's highlight colour";
+    EXPECT_EQ(slider("A"), before);
+    Theme::set(Appearance::system);
+}
+
+} // namespace
+} // namespace lumenvale
