@@ -25,8 +25,18 @@ QVBoxLayout* makeColumn(QWidget* owner, int horizontal, int vertical, int spacin
     return column;
 }
 
-/// Lays out now what would move on the loop's next turn, so that no half-way picture is shown.
-void settleLayout() { QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); }
+/// Lays out the widget and all in it, from the inside.
+void layOut(const QWidget& widget)
+{
+    for (const QObject* child : widget.children()) {
+        if (child->isWidgetType())
+            layOut(static_cast<const QWidget&>(*child));
+    }
+    if (QLayout* const layout = widget.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+}
 
 } // namespace
 
@@ -37,8 +47,8 @@ BrightnessMenu::BrightnessMenu(DisplayStore& displayStore, PresetStore& presetSt
       displaysLater([this] { redrawDisplays(); }), presetsLater([this] { redrawPresets(); })
 {
     QVBoxLayout* column = makeColumn(this, 0, 0, 0);
-    auto* scroll = new ScrollPage(makeContent());
-    column->addWidget(scroll, 1);
+    page = new ScrollPage(makeContent());
+    column->addWidget(page, 1);
     column->addWidget(new Divider);
     column->addWidget(makeFooter());
 
@@ -119,18 +129,27 @@ void BrightnessMenu::showEvent(QShowEvent* event)
     settleLayout();
 }
 
+/// Lays out now what would move on the loop's next turns, so that no half-way picture is shown.
+void BrightnessMenu::settleLayout()
+{
+    layOut(*page->widget());
+    QEvent request(QEvent::LayoutRequest); // makes it look at its content's new size
+    QCoreApplication::sendEvent(page, &request);
+}
+
 void BrightnessMenu::redrawDisplays()
 {
     const std::vector<DisplayInfo>& displays = store.displays.get();
     std::vector<std::string> identifiers;
     for (const DisplayInfo& display : displays)
         identifiers.push_back(display.id);
-    displayRows.front().assign(
+    const bool isRearranged = displayRows.front().assign(
         identifiers, [this](const std::string& id) { return makeRow(id); },
         [&](BrightnessSlider& row, std::size_t index) { row.show({.display = displays[index]}); });
     emptyMessage->setVisible(displays.empty());
     emptyMessage->setText(store.isRefreshing.get() ? "Finding your displays…" : "No displays detected");
-    settleLayout();
+    if (isRearranged)
+        settleLayout();
 }
 
 void BrightnessMenu::redrawPresets()
@@ -139,14 +158,15 @@ void BrightnessMenu::redrawPresets()
     std::vector<Uuid> identifiers;
     for (const BrightnessPreset& preset : list)
         identifiers.push_back(preset.id);
-    presetRows.front().assign(
+    const bool isRearranged = presetRows.front().assign(
         identifiers, [this](const Uuid& id) { return makePresetRow(id); },
         [&](PresetRow& row, std::size_t index) {
             const BrightnessPreset& preset = list[index];
             row.show(QString::fromStdString(displayName(preset)), editor.activePresetID.get() == preset.id);
         });
     presetSection->setVisible(!list.empty());
-    settleLayout();
+    if (isRearranged)
+        settleLayout();
 }
 
 BrightnessSlider* BrightnessMenu::makeRow(const std::string& id)

@@ -22,6 +22,7 @@ namespace lumenvale {
 class BrightnessSlider;
 class ElidedLabel;
 class PresetRow;
+class ScrollPage;
 
 class BrightnessMenu final : public MenuGlassBackground {
 public:
@@ -38,6 +39,7 @@ private:
     QWidget* makeContent();
     QWidget* makePresetSection();
     QWidget* makeFooter();
+    void settleLayout();
     void redrawDisplays();
     void redrawPresets();
     BrightnessSlider* makeRow(const std::string& id);
@@ -50,6 +52,7 @@ private:
     std::function<void()> openSettings;
     ApplyPreset applyPreset;
 
+    ScrollPage* page = nullptr;
     QVBoxLayout* displayList = nullptr;
     QVBoxLayout* presetList = nullptr;
     ElidedLabel* emptyMessage = nullptr;

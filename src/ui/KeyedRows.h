@@ -3,6 +3,8 @@
 // wherever it moves.
 #pragma once
 
+#include "ui/TabOrder.h"
+
 #include <QBoxLayout>
 #include <QWidget>
 #include <algorithm>
@@ -17,14 +19,16 @@ public:
     explicit KeyedRows(QBoxLayout* target) : layout(target) {}
 
     /// Brings the rows into the order of `identifiers`. `make(identifier)` makes a missing row; `update(row,
-    /// index)` is then called for each.
+    /// index)` is then called for each. Returns whether any came, went or moved.
     template <typename Make, typename Update>
-    void assign(const std::vector<Identifier>& identifiers, Make make, Update update)
+    bool assign(const std::vector<Identifier>& identifiers, Make make, Update update)
     {
-        if (!std::ranges::equal(rows, identifiers, {}, &Entry::first))
+        const bool isRearranged = !std::ranges::equal(rows, identifiers, {}, &Entry::first);
+        if (isRearranged)
             arrange(identifiers, make);
         for (std::size_t i = 0; i < rows.size(); ++i)
             update(*rows[i].second, i);
+        return isRearranged;
     }
 
 private:
@@ -50,35 +54,9 @@ private:
             const int position = static_cast<int>(i);
             if (layout->indexOf(rows[i].second) != position)
                 layout->insertWidget(position, rows[i].second);
+            rows[i].second->setVisible(true); // else the layout would only do so on the loop's next turn
         }
-        keepTabOrder();
-    }
-
-    /// The keyboard walks through the rows as they stand.
-    void keepTabOrder()
-    {
-        for (std::size_t i = 1; i < rows.size(); ++i)
-            QWidget::setTabOrder(lastFocusable(rows[i - 1].second), firstFocusable(rows[i].second));
-    }
-    static bool takesTab(const QWidget* widget) { return (widget->focusPolicy() & Qt::TabFocus) != 0; }
-    static QWidget* firstFocusable(QWidget* row)
-    {
-        if (takesTab(row))
-            return row;
-        for (QWidget* child : row->template findChildren<QWidget*>()) {
-            if (takesTab(child))
-                return child;
-        }
-        return row;
-    }
-    static QWidget* lastFocusable(QWidget* row)
-    {
-        QWidget* last = row;
-        for (QWidget* child : row->template findChildren<QWidget*>()) {
-            if (takesTab(child))
-                last = child;
-        }
-        return last;
+        orderTabs(*layout->parentWidget()->window());
     }
 
     QBoxLayout* layout;

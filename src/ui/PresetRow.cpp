@@ -3,6 +3,7 @@
 
 #include "ui/Painting.h"
 #include "ui/PreferredHeight.h"
+#include "ui/PresetRowAccessible.h"
 #include "ui/Symbols.h"
 
 #include <QFontMetricsF>
@@ -18,6 +19,7 @@ constexpr double gap = 6;
 
 PresetRow::PresetRow(QWidget* parent) : PaintedButton(parent)
 {
+    installPresetRowAccessibility();
     setFixedHeight(presetRowHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFont(fontFor(TextRole::body));

@@ -7,6 +7,8 @@
 namespace lumenvale {
 
 class PresetRow final : public PaintedButton {
+    Q_OBJECT
+
 public:
     explicit PresetRow(QWidget* parent = nullptr);
 

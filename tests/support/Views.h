@@ -24,9 +24,10 @@ inline void turnLoop()
 template <typename Widget = QWidget>
 Widget* named(const QWidget& window, const QString& name)
 {
-    for (Widget* each : window.findChildren<Widget*>()) {
-        if (each->accessibleName() == name && each->isVisibleTo(&window))
-            return each;
+    for (QWidget* each : window.findChildren<QWidget*>()) {
+        auto* typed = dynamic_cast<Widget*>(each); // not every type has the toolkit's own type information
+        if (typed && each->accessibleName() == name && each->isVisibleTo(&window))
+            return typed;
     }
     return nullptr;
 }
@@ -44,8 +45,9 @@ inline void click(const QWidget& window, const QString& name)
 template <typename Label>
 bool shows(const QWidget& window, const QString& text)
 {
-    for (const Label* each : window.findChildren<Label*>()) {
-        if (each->text() == text && each->isVisibleTo(&window))
+    for (const QWidget* each : window.findChildren<QWidget*>()) {
+        const auto* label = dynamic_cast<const Label*>(each);
+        if (label && label->text() == text && each->isVisibleTo(&window))
             return true;
     }
     return false;

@@ -3,7 +3,6 @@
 #include "support/StoreFixture.h"
 #include "support/Views.h"
 #include "ui/BrightnessPanel.h"
-#include "ui/BrightnessSlider.h"
 #include "ui/HoldRepeatButton.h"
 #include "ui/Labels.h"
 #include "ui/LevelSlider.h"
@@ -171,7 +170,7 @@ TEST_F(BrightnessMenuTest, RowsStayTheSameWhileTheirValuesAndOrderChange)
     EXPECT_EQ(slider("A"), a);
     EXPECT_FALSE(slider("B"));
     EXPECT_TRUE(slider("C"));
-    EXPECT_EQ(panel.findChildren<BrightnessSlider*>().size(), 2);
+    EXPECT_FALSE(plus("B"));
 }
 
 TEST_F(BrightnessMenuTest, MovingASliderAndSteppingSetTheBrightness)
@@ -263,7 +262,9 @@ TEST_F(BrightnessMenuTest, PresetsAreListedMarkedAndApplied)
     EXPECT_EQ(QAccessible::queryAccessibleInterface(row)->text(QAccessible::Value), "Active");
     EXPECT_EQ(presetRow("Untitled preset")->accessibleDescription(), "");
     click(panel, "Evening");
-    EXPECT_EQ(applied, std::vector<std::string>{"Evening"});
+    QAccessible::queryAccessibleInterface(row)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(applied, (std::vector<std::string>{"Evening", "Evening"}));
     presets.deletePreset(evening);
     turnLoop();
     EXPECT_FALSE(presetRow("Evening"));
@@ -305,7 +306,7 @@ TEST_F(BrightnessMenuTest, TabWalksThroughEveryControlAndRound)
                                "Refresh",
                                "Quit Lumenvale"};
     for (const QString& name : order)
-        EXPECT_EQ(press({}), name);
+        EXPECT_EQ(press({}).toStdString(), name.toStdString());
     press(Qt::ControlModifier);
     EXPECT_EQ(panel.focusWidget()->accessibleName(), order.last()) << "is passed on";
     while (press({}) != order.first()) // past the panel itself, where it has a place in the round
@@ -320,11 +321,11 @@ TEST_F(BrightnessMenuTest, FollowsTheAppearanceLive)
     Theme::set(Appearance::light);
     open();
     LevelSlider* const before = slider("A");
-    EXPECT_GT(panel.grab().toImage().pixelColor(170, 300).lightness(), 150);
+    EXPECT_GT(panel.grab().toImage().pixelColor(170, 85).lightness(), 150);
     Theme::set(Appearance::dark, QColor(0xFF00AA55));
     turnLoop();
     const QImage dark = panel.grab().toImage();
-    EXPECT_LT(dark.pixelColor(170, 20).lightness(), 100);
+    EXPECT_LT(dark.pixelColor(170, 85).lightness(), 100);
     const int middle = slider("A")->mapTo(&panel, QPoint(30, 12)).y();
     EXPECT_EQ(dark.pixelColor(60, middle).rgb(), 0xFF00AA55) << "the system's highlight colour";
     EXPECT_EQ(slider("A"), before);

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "ui/PresetRowAccessible.h"
+
+#include "ui/PresetRow.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+namespace lumenvale {
+
+namespace {
+
+class PresetRowAccessible final : public QAccessibleWidget {
+public:
+    explicit PresetRowAccessible(PresetRow* row) : QAccessibleWidget(row, QAccessible::Button) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return QAccessibleWidget::text(kind == QAccessible::Value ? QAccessible::Description : kind);
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (row()->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction())
+            row()->click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    PresetRow* row() const { return static_cast<PresetRow*>(object()); }
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+{
+    auto* row = qobject_cast<PresetRow*>(object);
+    return row ? new PresetRowAccessible(row) : nullptr;
+}
+
+} // namespace
+
+void installPresetRowAccessibility()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
+    static_cast<void>(installed);
+}
+
+} // namespace lumenvale
