@@ -3,6 +3,7 @@
 
 #include "MacTest.h"
 
+#include <ColorSync/ColorSync.h>
 #include <limits>
 
 namespace lumenvale {
@@ -40,19 +41,20 @@ TEST_F(PropertyConversionTest, DictionaryEntriesKeepTheSystemsOrder)
 TEST_F(PropertyConversionTest, KindsWithoutAFormAreLeftOut)
 {
     EXPECT_FALSE(toPropertyValue(nullptr));
-    const CFReference<CFDateRef> date(CFDateCreate(kCFAllocatorDefault, 0));
-    EXPECT_FALSE(toPropertyValue(date.get()));
+    machine.displays = {{.id = 1, .uuid = "UUID"}};
+    const CFReference<CFUUIDRef> uuid(CGDisplayCreateUUIDFromDisplayID(1));
+    EXPECT_FALSE(toPropertyValue(uuid.get()));
 
     const CFReference<CFMutableArrayRef> array(
         CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks));
-    CFArrayAppendValue(array.get(), date.get());
+    CFArrayAppendValue(array.get(), uuid.get());
     CFArrayAppendValue(array.get(), kCFBooleanTrue);
     EXPECT_EQ(toPropertyValue(array.get()), std::optional<PropertyValue>(PropertyArray{true}));
 
     const CFReference<CFMutableDictionaryRef> dictionary(CFDictionaryCreateMutable(
         kCFAllocatorDefault, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
     CFDictionaryAddValue(dictionary.get(), kCFBooleanTrue, kCFBooleanTrue); // a key that is no text
-    CFDictionaryAddValue(dictionary.get(), toCFString("date").get(), date.get());
+    CFDictionaryAddValue(dictionary.get(), toCFString("uuid").get(), uuid.get());
     CFDictionaryAddValue(dictionary.get(), toCFString("flag").get(), kCFBooleanFalse);
     EXPECT_EQ(toPropertyValue(dictionary.get()),
               std::optional<PropertyValue>(PropertyDictionary{{"flag", false}}));

@@ -21,7 +21,6 @@ struct OpaqueEventHotKeyRef {
 };
 
 namespace {
-
 OpaqueEventTargetRef application;
 std::vector<EventHandlerRef> handlers; // the newest first
 std::vector<EventHotKeyRef> keys;
@@ -35,7 +34,6 @@ OSStatus withdraw(std::vector<Reference>& all, Reference one, const char* functi
     delete one;
     return noErr;
 }
-
 } // namespace
 
 std::vector<HotKey> lumenvale::standin::hotKeys()
@@ -45,7 +43,6 @@ std::vector<HotKey> lumenvale::standin::hotKeys()
         registered.push_back(each->key);
     return registered;
 }
-
 OSStatus lumenvale::standin::press(std::uint32_t signature, std::uint32_t id)
 {
     OpaqueEventRef event{{signature, id}};
@@ -57,16 +54,13 @@ OSStatus lumenvale::standin::press(std::uint32_t signature, std::uint32_t id)
     }
     return eventNotHandledErr;
 }
-
 OSStatus lumenvale::standin::pressWithoutEvent()
 {
     return handlers.front()->function(nullptr, nullptr, handlers.front()->user);
 }
 
 extern "C" {
-
 EventTargetRef GetApplicationEventTarget() { return &application; }
-
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP function, ItemCount count,
                              const EventTypeSpec* types, void* user, EventHandlerRef* reference)
 {
@@ -81,7 +75,6 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP function, It
     return noErr;
 }
 OSStatus RemoveEventHandler(EventHandlerRef handler) { return withdraw(handlers, handler, __func__); }
-
 OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID id, EventTargetRef target,
                              OptionBits options, EventHotKeyRef* reference)
 {
@@ -99,7 +92,6 @@ OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID id,
     return noErr;
 }
 OSStatus UnregisterEventHotKey(EventHotKeyRef key) { return withdraw(keys, key, __func__); }
-
 OSStatus GetEventParameter(EventRef event, EventParamName name, EventParamType type, EventParamType*,
                            ByteCount size, ByteCount*, void* data)
 {

@@ -2,22 +2,18 @@
 #include "Core.h"
 
 namespace lumenvale::standin {
-
 namespace {
-
 struct State {
     Machine machine;
     std::map<const void*, std::string> living;
     std::vector<std::string> faults;
     std::map<std::string, int> calls;
 };
-
 State& state()
 {
     static auto& only = *new State; // outlives every static object of the tests
     return only;
 }
-
 } // namespace
 
 Machine& machine() { return state().machine; }
@@ -27,7 +23,6 @@ Machine& reset()
     state() = State();
     return state().machine;
 }
-
 std::vector<std::string> leaks()
 {
     std::vector<std::string> texts;
@@ -35,13 +30,10 @@ std::vector<std::string> leaks()
         texts.push_back(what);
     return texts;
 }
-
 std::vector<std::string> faults() { return state().faults; }
 
 int calls(const std::string& function) { return state().calls[function]; }
-
 void fault(const std::string& text) { state().faults.push_back(text); }
-
 void born(const void* thing, const std::string& what) { state().living.insert_or_assign(thing, what); }
 
 bool died(const void* thing, const std::string& function)
@@ -51,14 +43,12 @@ bool died(const void* thing, const std::string& function)
     fault(function + ": given back already, or never taken");
     return false;
 }
-
 Object* newObject(CFTypeID type, const std::string& what, PropertyValue value)
 {
     auto* object = new Object{.type = type, .value = std::move(value)};
     born(object, what);
     return object;
 }
-
 Object& check(CFTypeRef reference, const std::string& function, CFTypeID type)
 {
     static Object nothing;
@@ -73,16 +63,14 @@ Object& check(CFTypeRef reference, const std::string& function, CFTypeID type)
         return *object;
     return nothing = Object();
 }
-
 std::optional<int> failing(const char* function)
 {
     ++state().calls[function];
     const auto found = machine().failures.find(function);
-    if (found == machine().failures.end() || found->second.after-- > 0 || found->second.times-- <= 0)
+    if (found == machine().failures.end() || found->second.times-- <= 0)
         return std::nullopt;
     return found->second.code;
 }
-
 CFTypeRef makeObject(const PropertyValue& value)
 {
     if (const bool* flag = value.as<bool>())

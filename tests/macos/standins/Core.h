@@ -5,7 +5,6 @@
 #include "Machine.h"
 
 namespace lumenvale::standin {
-
 /// The first ones in the order of PropertyValue's alternatives.
 enum Type : CFTypeID {
     booleanType,
@@ -15,13 +14,11 @@ enum Type : CFTypeID {
     dataType,
     arrayType,
     dictionaryType,
-    dateType,
     uuidType,
     modeType,
     serviceType,
-    anyType,
+    anyType
 };
-
 /// Every CoreFoundation object; which fields count depends on the type.
 struct Object {
     CFTypeID type = anyType;
@@ -38,7 +35,6 @@ struct Object {
     }
     std::string text() const { return get<std::string>(); }
 };
-
 void fault(const std::string& text);
 /// Enters something into the list of what must be given back.
 void born(const void* thing, const std::string& what);

@@ -1,44 +1,57 @@
 // SPDX-License-Identifier: MIT
-// Reference-counted values. Stricter than the real ones: no conversion that may fail succeeds by luck.
+// Reference-counted values, stricter than the real ones: no conversion that may fail succeeds by luck. And the
+// preferences database.
 #include "Core.h"
 
 #include <cstring>
 
+using namespace lumenvale;
 using namespace lumenvale::standin;
-using lumenvale::PropertyData;
 
 namespace {
-
 /// Never freed, never counted.
 template <typename Reference>
-Reference constant(CFTypeID type, lumenvale::PropertyValue value)
+Reference constant(CFTypeID type, PropertyValue value)
 {
     return as<Reference>(new Object{.type = type, .value = std::move(value)});
 }
-
 /// UTF-16 units of UTF-8 text, or none when it is not that.
 std::optional<CFIndex> utf16Length(const std::string& text)
 {
     CFIndex units = 0;
-    for (std::size_t index = 0; index < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[index]);
-        const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        if (length == 0 || lead > 0xF4 || index + length > text.size())
+    int pending = 0; // bytes that the character still needs
+    for (const unsigned char byte : text) {
+        const bool continues = (byte & 0xC0) == 0x80;
+        if (continues != (pending > 0) || byte > 0xF4 || byte == 0xC0 || byte == 0xC1)
             return std::nullopt;
-        for (std::size_t next = index + 1; next < index + length; ++next) {
-            if ((text[next] & 0xC0) != 0x80)
-                return std::nullopt;
-        }
-        units += length == 4 ? 2 : 1;
-        index += length;
+        pending = continues ? pending - 1 : byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : byte >= 0xC0 ? 1 : 0;
+        units += continues ? 0 : byte >= 0xF0 ? 2 : 1;
     }
-    return units;
+    return pending == 0 ? std::optional(units) : std::nullopt;
 }
-
+/// What the object stands for now; none where that is no property list.
+std::optional<PropertyValue> toValue(const Object& object)
+{
+    PropertyArray values;
+    for (const Object* each : object.elements)
+        values.push_back(toValue(*each).value_or("no property list"));
+    PropertyDictionary entries;
+    for (const auto& [key, value] : object.entries)
+        entries.emplace_back(key->text(), toValue(*value).value_or("no property list"));
+    if (object.type > dictionaryType)
+        return std::nullopt;
+    return object.type == arrayType ? values : object.type == dictionaryType ? entries : object.value;
+}
+std::map<std::string, PropertyValue>& domainOf(CFStringRef application, CFStringRef user, CFStringRef host,
+                                               const char* function)
+{
+    if (user != kCFPreferencesCurrentUser || host != kCFPreferencesAnyHost)
+        fault(std::string(function) + ": not the user's own preferences");
+    return machine().preferences[check(application, function, stringType).text()];
+}
 } // namespace
 
 extern "C" {
-
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 const CFBooleanRef kCFBooleanTrue = constant<CFBooleanRef>(booleanType, true);
 const CFBooleanRef kCFBooleanFalse = constant<CFBooleanRef>(booleanType, false);
@@ -47,7 +60,6 @@ const CFStringRef kCFPreferencesAnyHost = constant<CFStringRef>(stringType, "any
 const CFArrayCallBacks kCFTypeArrayCallBacks = {};
 const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks = {};
 const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks = {};
-
 CFTypeRef CFRetain(CFTypeRef reference)
 {
     ++check(reference, __func__).references;
@@ -72,7 +84,6 @@ CFTypeID CFGetTypeID(CFTypeRef reference)
     const CFTypeID type = check(reference, __func__).type;
     return type == realType ? CFTypeID{integerType} : type;
 }
-
 CFTypeID CFStringGetTypeID() { return stringType; }
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex count, CFStringEncoding encoding,
                                     Boolean)
@@ -95,7 +106,6 @@ Boolean CFStringGetCString(CFStringRef text, char* buffer, CFIndex size, CFStrin
     std::strcpy(buffer, bytes.c_str());
     return true;
 }
-
 CFTypeID CFBooleanGetTypeID() { return booleanType; }
 Boolean CFBooleanGetValue(CFBooleanRef boolean) { return check(boolean, __func__, booleanType).get<bool>(); }
 CFTypeID CFNumberGetTypeID() { return integerType; }
@@ -114,7 +124,6 @@ Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value)
         *static_cast<std::int64_t*>(value) = check(number, __func__, integerType).get<std::int64_t>();
     return !failing(__func__); // false: the number does not fit
 }
-
 CFTypeID CFDataGetTypeID() { return dataType; }
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length)
 {
@@ -131,8 +140,6 @@ void CFDataGetBytes(CFDataRef data, CFRange range, UInt8* buffer)
         return fault("CFDataGetBytes: out of range");
     std::memcpy(buffer, bytes.data() + range.location, static_cast<std::size_t>(range.length));
 }
-CFDateRef CFDateCreate(CFAllocatorRef, double) { return as<CFDateRef>(newObject(dateType, "date")); }
-
 CFTypeID CFArrayGetTypeID() { return arrayType; }
 CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef, CFIndex, const CFArrayCallBacks* calls)
 {
@@ -152,7 +159,6 @@ void CFArrayAppendValue(CFMutableArrayRef array, const void* value)
 {
     check(array, __func__, arrayType).elements.push_back(static_cast<const Object*>(CFRetain(value)));
 }
-
 CFTypeID CFDictionaryGetTypeID() { return dictionaryType; }
 CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef, CFIndex, const CFDictionaryKeyCallBacks* keys,
                                                  const CFDictionaryValueCallBacks* values)
@@ -182,10 +188,45 @@ void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key, co
     object.entries.emplace_back(static_cast<const Object*>(CFRetain(key)),
                                 static_cast<const Object*>(CFRetain(value)));
 }
-
 CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid)
 {
     return static_cast<CFStringRef>(makeObject(check(uuid, __func__, uuidType).value));
+}
+CFPropertyListRef CFPreferencesCopyValue(CFStringRef key, CFStringRef application, CFStringRef user,
+                                         CFStringRef host)
+{
+    const auto& domain = domainOf(application, user, host, __func__);
+    const auto found = domain.find(check(key, __func__, stringType).text());
+    return found == domain.end() ? nullptr : makeObject(found->second);
+}
+CFDictionaryRef CFPreferencesCopyMultiple(CFArrayRef keys, CFStringRef application, CFStringRef user,
+                                          CFStringRef host)
+{
+    if (keys)
+        fault("CFPreferencesCopyMultiple: not asked for all keys");
+    PropertyDictionary entries;
+    for (const auto& [key, value] : domainOf(application, user, host, __func__))
+        entries.emplace_back(key, value);
+    return static_cast<CFDictionaryRef>(makeObject(entries));
+}
+void CFPreferencesSetValue(CFStringRef key, CFPropertyListRef value, CFStringRef application, CFStringRef user,
+                           CFStringRef host)
+{
+    failing(__func__);
+    const std::string name = check(key, __func__, stringType).text();
+    auto& domain = domainOf(application, user, host, __func__);
+    const auto stored = value ? toValue(check(value, __func__)) : std::nullopt;
+    if (stored)
+        domain.insert_or_assign(name, *stored);
+    else if (value)
+        fault("CFPreferencesSetValue: not a property list");
+    else
+        domain.erase(name);
+}
+Boolean CFPreferencesSynchronize(CFStringRef application, CFStringRef user, CFStringRef host)
+{
+    domainOf(application, user, host, __func__);
+    return !failing(__func__);
 }
 
 } // extern "C"

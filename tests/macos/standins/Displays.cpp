@@ -6,19 +6,11 @@
 #include <ColorSync/ColorSync.h>
 #include <CoreGraphics/CoreGraphics.h>
 #include <dlfcn.h>
-#undef dlopen
-#undef dlsym
-#undef dlclose
 
 using namespace lumenvale::standin;
 
 namespace {
-
-struct Callback {
-    CGDisplayReconfigurationCallBack function;
-    void* user;
-};
-std::vector<Callback> callbacks;
+std::vector<std::pair<CGDisplayReconfigurationCallBack, void*>> callbacks;
 
 const Display* findDisplay(std::uint32_t id)
 {
@@ -28,36 +20,28 @@ const Display* findDisplay(std::uint32_t id)
     }
     return nullptr;
 }
-
 template <typename Value>
 Value ofDisplay(std::uint32_t id, Value Display::*field, Value otherwise)
 {
     const Display* display = findDisplay(id);
     return display ? display->*field : otherwise;
 }
-
-Display ofMode(CGDisplayModeRef mode) { return check(mode, "CGDisplayMode", modeType).display; }
-
 using Library = std::map<std::string, void*>;
-
 } // namespace
 
 void lumenvale::standin::reconfigure(std::uint32_t display, std::uint32_t flags)
 {
-    for (const Callback& each : std::vector<Callback>(callbacks))
-        each.function(display, flags, each.user);
+    for (const auto& [function, user] : std::vector(callbacks))
+        function(display, flags, user);
 }
 
 extern "C" {
-
 CGDirectDisplayID CGMainDisplayID() { return machine().displays.empty() ? 0 : machine().displays.front().id; }
 boolean_t CGDisplayIsOnline(CGDirectDisplayID id) { return ofDisplay(id, &Display::isOnline, false); }
-boolean_t CGDisplayIsAsleep(CGDirectDisplayID id) { return ofDisplay(id, &Display::isAsleep, false); }
 boolean_t CGDisplayIsBuiltin(CGDirectDisplayID id) { return ofDisplay(id, &Display::isBuiltIn, false); }
 std::uint32_t CGDisplayVendorNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::vendor, 0xFFFFFFFFU); }
 std::uint32_t CGDisplayModelNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::model, 0xFFFFFFFFU); }
 std::uint32_t CGDisplaySerialNumber(CGDirectDisplayID id) { return ofDisplay(id, &Display::serial, 0U); }
-
 CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID id)
 {
     const Display* display = findDisplay(id);
@@ -67,21 +51,29 @@ CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID id)
     mode->display = *display;
     return as<CGDisplayModeRef>(mode);
 }
-std::size_t CGDisplayModeGetPixelWidth(CGDisplayModeRef mode) { return ofMode(mode).pixelWidth; }
-std::size_t CGDisplayModeGetPixelHeight(CGDisplayModeRef mode) { return ofMode(mode).pixelHeight; }
-double CGDisplayModeGetRefreshRate(CGDisplayModeRef mode) { return ofMode(mode).refreshRate; }
-
+std::size_t CGDisplayModeGetPixelWidth(CGDisplayModeRef mode)
+{
+    return check(mode, __func__, modeType).display.pixelWidth;
+}
+std::size_t CGDisplayModeGetPixelHeight(CGDisplayModeRef mode)
+{
+    return check(mode, __func__, modeType).display.pixelHeight;
+}
+double CGDisplayModeGetRefreshRate(CGDisplayModeRef mode)
+{
+    return check(mode, __func__, modeType).display.refreshRate;
+}
 CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack function, void* user)
 {
     if (failing(__func__))
         return kCGErrorFailure;
-    callbacks.push_back({function, user});
+    callbacks.emplace_back(function, user);
     born(user, "display callback");
     return kCGErrorSuccess;
 }
 CGError CGDisplayRemoveReconfigurationCallback(CGDisplayReconfigurationCallBack function, void* user)
 {
-    std::erase_if(callbacks, [&](const Callback& each) { return each.function == function && each.user == user; });
+    std::erase(callbacks, std::pair(function, user));
     return died(user, __func__) ? kCGErrorSuccess : kCGErrorFailure;
 }
 CFUUIDRef CGDisplayCreateUUIDFromDisplayID(std::uint32_t id)
@@ -97,10 +89,8 @@ CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t id)
 }
 } // extern "C"
 
-void* standInOpen(const char* path, int mode)
+void* standInOpen(const char* path, int)
 {
-    if (std::string(path).rfind("/System/", 0) != 0)
-        return dlopen(path, mode);
     const auto found = machine().libraries.find(path);
     if (found == machine().libraries.end())
         return nullptr;

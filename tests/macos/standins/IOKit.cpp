@@ -9,7 +9,6 @@
 using namespace lumenvale::standin;
 
 namespace {
-
 struct Port {
     const Node* node = nullptr; ///< null: an iterator
     std::string path;
@@ -17,7 +16,6 @@ struct Port {
     std::size_t next = 0;
     bool isValid = true;
 };
-
 std::map<io_object_t, Port> ports;
 io_object_t lastPort = 0x1000;
 
@@ -29,7 +27,6 @@ io_object_t open(Port port, const std::string& what)
     ports.emplace(lastPort, std::move(port));
     return lastPort;
 }
-
 /// The port; after a fault an empty one.
 Port& find(io_object_t object, const char* function, bool isIterator = false)
 {
@@ -41,7 +38,6 @@ Port& find(io_object_t object, const char* function, bool isIterator = false)
     static const Node unnamed;
     return nothing = {&unnamed, "", {}, 0, true};
 }
-
 void collect(const Node& node, const std::string& path, std::vector<Port>& items)
 {
     for (const Node& child : node.children) {
@@ -50,19 +46,16 @@ void collect(const Node& node, const std::string& path, std::vector<Port>& items
         collect(child, childPath, items);
     }
 }
-
 kern_return_t copyOut(const std::string& text, char* buffer, std::size_t size, std::optional<int> failure)
 {
     std::snprintf(buffer, size, "%s", failure ? "" : text.c_str());
     return failure.value_or(KERN_SUCCESS);
 }
-
 const Bus* busOf(IOAVServiceRef service, const char* function)
 {
     const auto found = machine().buses.find(check(service, function, serviceType).text());
     return found == machine().buses.end() ? nullptr : &found->second;
 }
-
 } // namespace
 
 void lumenvale::standin::invalidateIterators()
@@ -72,16 +65,13 @@ void lumenvale::standin::invalidateIterators()
 }
 
 extern "C" {
-
 const mach_port_t kIOMainPortDefault = 0;
-
 kern_return_t IOObjectRelease(io_object_t object)
 {
     if (died(keyOf(object), __func__))
         ports.erase(object);
     return KERN_SUCCESS;
 }
-
 io_object_t IOIteratorNext(io_iterator_t iterator)
 {
     Port& port = find(iterator, __func__, true);
@@ -98,7 +88,6 @@ void IOIteratorReset(io_iterator_t iterator)
     collect(machine().root, "IOService:", port.items);
 }
 boolean_t IOIteratorIsValid(io_iterator_t iterator) { return find(iterator, __func__, true).isValid; }
-
 io_registry_entry_t IORegistryGetRootEntry(mach_port_t)
 {
     return failing(__func__) ? IO_OBJECT_NULL : open({&machine().root, "", {}, 0, true}, "registry root");
@@ -129,7 +118,6 @@ CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t entry, CFStringRef
     const auto* value = lumenvale::find(find(entry, __func__).node->properties, name);
     return value && options == 1 && !failing(__func__) ? makeObject(*value) : nullptr;
 }
-
 IOAVServiceRef IOAVServiceCreateWithService(CFAllocatorRef, io_service_t service)
 {
     const std::string bus = find(service, __func__).node->bus;
@@ -152,5 +140,4 @@ IOReturn IOAVServiceWriteI2C(IOAVServiceRef service, std::uint32_t chip, std::ui
     const auto* bytes = static_cast<const std::uint8_t*>(buffer);
     return bus ? bus->write(chip, address, {bytes, bytes + size}) : kIOReturnNoDevice;
 }
-
 } // extern "C"

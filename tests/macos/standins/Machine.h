@@ -14,7 +14,6 @@
 #include <vector>
 
 namespace lumenvale::standin {
-
 /// An entry of the I/O registry.
 struct Node {
     std::string name;
@@ -22,35 +21,25 @@ struct Node {
     std::vector<Node> children;
     std::string bus; ///< key into `Machine::buses`: an IOAVService can be made of this entry
 };
-
 /// What a monitor does with a transfer; returns an IOReturn.
 struct Bus {
     std::function<int(std::uint32_t chip, std::uint32_t address, std::vector<std::uint8_t> bytes)> write;
     std::function<int(std::uint32_t chip, std::uint32_t address, std::span<std::uint8_t> bytes)> read;
 };
-
 struct Display {
     std::uint32_t id = 0;
-    bool isOnline = true;
-    bool isAsleep = false;
-    bool isBuiltIn = false;
-    std::uint32_t vendor = 0;
-    std::uint32_t model = 0;
-    std::uint32_t serial = 0;
-    std::size_t pixelWidth = 0; ///< 0: no current mode
-    std::size_t pixelHeight = 0;
+    bool isOnline = true, isBuiltIn = false;
+    std::uint32_t vendor = 0, model = 0, serial = 0;
+    std::size_t pixelWidth = 0, pixelHeight = 0; ///< 0: no current mode
     double refreshRate = 0;
     std::optional<std::string> uuid;
     std::optional<PropertyDictionary> information;
 };
-
 /// Makes calls of a function fail: it returns the code, or null or false where it returns no code.
 struct Failure {
     int code = -1;
     int times = 1000000;
-    int after = 0; ///< so many calls succeed first
 };
-
 struct Machine {
     Node root{"Root", {}, {}, {}};
     std::map<std::string, Bus> buses;
@@ -60,7 +49,6 @@ struct Machine {
     std::map<std::string, Failure> failures;                                 ///< by the function's name
     std::function<void(int)> walked; ///< called before each step of a registry walk with the steps made so far
 };
-
 /// A fresh machine; what the last one leaked or misused is forgotten.
 Machine& reset();
 Machine& machine();
@@ -79,10 +67,7 @@ void invalidateIterators();
 void reconfigure(std::uint32_t display, std::uint32_t flags);
 
 struct HotKey {
-    std::uint32_t keyCode;
-    std::uint32_t modifiers;
-    std::uint32_t signature;
-    std::uint32_t id;
+    std::uint32_t keyCode, modifiers, signature, id;
 };
 std::vector<HotKey> hotKeys();
 /// Sends a press to the installed handlers, the newest first, until one takes it; the last one's status.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sends what the project loads from the macOS system folders to the stand-ins, and all else to the real functions.
+// Sends what the project loads at run time to the stand-ins.
 #pragma once
 #pragma GCC system_header // for include_next
 

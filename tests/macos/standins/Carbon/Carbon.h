@@ -24,21 +24,18 @@ struct EventTypeSpec {
     OSType eventClass;
     UInt32 eventKind;
 };
-
 enum { eventNotHandledErr = -9874, eventHotKeyExistsErr = -9878, eventHotKeyInvalidErr = -9879 };
 enum { kEventClassKeyboard = 0x6B657962, kEventHotKeyPressed = 5, kEventHotKeyNoOptions = 0 };
 enum { kEventParamDirectObject = 0x2D2D2D2D, typeEventHotKeyID = 0x686B6964 };
 enum { cmdKey = 0x100, shiftKey = 0x200, optionKey = 0x800, controlKey = 0x1000 };
 
 extern "C" {
-
 EventTargetRef GetApplicationEventTarget();
-OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount count,
-                             const EventTypeSpec* types, void* user, EventHandlerRef* reference);
-OSStatus RemoveEventHandler(EventHandlerRef handler);
-OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID id, EventTargetRef target,
-                             OptionBits options, EventHotKeyRef* reference);
-OSStatus UnregisterEventHotKey(EventHotKeyRef key);
-OSStatus GetEventParameter(EventRef event, EventParamName name, EventParamType type, EventParamType* actualType,
-                           ByteCount size, ByteCount* actualSize, void* data);
+OSStatus InstallEventHandler(EventTargetRef, EventHandlerUPP, ItemCount, const EventTypeSpec*, void*,
+                             EventHandlerRef*);
+OSStatus RemoveEventHandler(EventHandlerRef);
+OSStatus RegisterEventHotKey(UInt32, UInt32, EventHotKeyID, EventTargetRef, OptionBits, EventHotKeyRef*);
+OSStatus UnregisterEventHotKey(EventHotKeyRef);
+OSStatus GetEventParameter(EventRef, EventParamName, EventParamType, EventParamType*, ByteCount, ByteCount*,
+                           void*);
 }

@@ -22,7 +22,6 @@ using CFStringRef = const struct OpaqueCFString*;
 using CFBooleanRef = const struct OpaqueCFBoolean*;
 using CFNumberRef = const struct OpaqueCFNumber*;
 using CFDataRef = const struct OpaqueCFData*;
-using CFDateRef = const struct OpaqueCFDate*;
 using CFArrayRef = const struct OpaqueCFArray*;
 using CFMutableArrayRef = struct OpaqueCFArray*;
 using CFDictionaryRef = const struct OpaqueCFDictionary*;
@@ -34,8 +33,7 @@ enum CFNumberType : CFIndex { kCFNumberSInt64Type = 4, kCFNumberFloat64Type = 6 
 enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
 
 struct CFRange {
-    CFIndex location;
-    CFIndex length;
+    CFIndex location, length;
 };
 inline CFRange CFRangeMake(CFIndex location, CFIndex length) { return {location, length}; }
 
@@ -44,7 +42,6 @@ struct CFDictionaryKeyCallBacks {};
 struct CFDictionaryValueCallBacks {};
 
 extern "C" {
-
 extern const CFAllocatorRef kCFAllocatorDefault;
 extern const CFBooleanRef kCFBooleanTrue;
 extern const CFBooleanRef kCFBooleanFalse;
@@ -53,52 +50,38 @@ extern const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks;
 extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
 extern const CFStringRef kCFPreferencesCurrentUser;
 extern const CFStringRef kCFPreferencesAnyHost;
-
-CFTypeRef CFRetain(CFTypeRef object);
-void CFRelease(CFTypeRef object);
-CFTypeID CFGetTypeID(CFTypeRef object);
-
+CFTypeRef CFRetain(CFTypeRef);
+void CFRelease(CFTypeRef);
+CFTypeID CFGetTypeID(CFTypeRef);
 CFTypeID CFStringGetTypeID();
-CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex count,
-                                    CFStringEncoding encoding, Boolean isExternalRepresentation);
-CFIndex CFStringGetLength(CFStringRef text);
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
-Boolean CFStringGetCString(CFStringRef text, char* buffer, CFIndex size, CFStringEncoding encoding);
-
+CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8*, CFIndex, CFStringEncoding, Boolean);
+CFIndex CFStringGetLength(CFStringRef);
+CFIndex CFStringGetMaximumSizeForEncoding(CFIndex, CFStringEncoding);
+Boolean CFStringGetCString(CFStringRef, char*, CFIndex, CFStringEncoding);
 CFTypeID CFBooleanGetTypeID();
-Boolean CFBooleanGetValue(CFBooleanRef boolean);
+Boolean CFBooleanGetValue(CFBooleanRef);
 CFTypeID CFNumberGetTypeID();
-CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
-Boolean CFNumberIsFloatType(CFNumberRef number);
-Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
-
+CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType, const void*);
+Boolean CFNumberIsFloatType(CFNumberRef);
+Boolean CFNumberGetValue(CFNumberRef, CFNumberType, void*);
 CFTypeID CFDataGetTypeID();
-CFDataRef CFDataCreate(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length);
-CFIndex CFDataGetLength(CFDataRef data);
-void CFDataGetBytes(CFDataRef data, CFRange range, UInt8* buffer);
-CFDateRef CFDateCreate(CFAllocatorRef allocator, double at);
-
+CFDataRef CFDataCreate(CFAllocatorRef, const UInt8*, CFIndex);
+CFIndex CFDataGetLength(CFDataRef);
+void CFDataGetBytes(CFDataRef, CFRange, UInt8*);
 CFTypeID CFArrayGetTypeID();
-CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef allocator, CFIndex capacity, const CFArrayCallBacks* calls);
-CFIndex CFArrayGetCount(CFArrayRef array);
-const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
-void CFArrayAppendValue(CFMutableArrayRef array, const void* value);
-
+CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef, CFIndex, const CFArrayCallBacks*);
+CFIndex CFArrayGetCount(CFArrayRef);
+const void* CFArrayGetValueAtIndex(CFArrayRef, CFIndex);
+void CFArrayAppendValue(CFMutableArrayRef, const void*);
 CFTypeID CFDictionaryGetTypeID();
-CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
-                                                 const CFDictionaryKeyCallBacks* keyCalls,
-                                                 const CFDictionaryValueCallBacks* valueCalls);
-CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
-void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values);
-void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);
-
-CFStringRef CFUUIDCreateString(CFAllocatorRef allocator, CFUUIDRef uuid);
-
-CFPropertyListRef CFPreferencesCopyValue(CFStringRef key, CFStringRef application, CFStringRef user,
-                                         CFStringRef host);
-CFDictionaryRef CFPreferencesCopyMultiple(CFArrayRef keys, CFStringRef application, CFStringRef user,
-                                          CFStringRef host);
-void CFPreferencesSetValue(CFStringRef key, CFPropertyListRef value, CFStringRef application, CFStringRef user,
-                           CFStringRef host);
-Boolean CFPreferencesSynchronize(CFStringRef application, CFStringRef user, CFStringRef host);
+CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef, CFIndex, const CFDictionaryKeyCallBacks*,
+                                                 const CFDictionaryValueCallBacks*);
+CFIndex CFDictionaryGetCount(CFDictionaryRef);
+void CFDictionaryGetKeysAndValues(CFDictionaryRef, const void**, const void**);
+void CFDictionaryAddValue(CFMutableDictionaryRef, const void*, const void*);
+CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef);
+CFPropertyListRef CFPreferencesCopyValue(CFStringRef, CFStringRef, CFStringRef, CFStringRef);
+CFDictionaryRef CFPreferencesCopyMultiple(CFArrayRef, CFStringRef, CFStringRef, CFStringRef);
+void CFPreferencesSetValue(CFStringRef, CFPropertyListRef, CFStringRef, CFStringRef, CFStringRef);
+Boolean CFPreferencesSynchronize(CFStringRef, CFStringRef, CFStringRef);
 }

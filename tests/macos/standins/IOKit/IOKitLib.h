@@ -25,17 +25,14 @@ using io_string_t = char[512];
 enum { kIORegistryIterateRecursively = 1 };
 
 extern "C" {
-
 extern const mach_port_t kIOMainPortDefault;
-kern_return_t IOObjectRelease(io_object_t object);
-io_object_t IOIteratorNext(io_iterator_t iterator);
-void IOIteratorReset(io_iterator_t iterator);
-boolean_t IOIteratorIsValid(io_iterator_t iterator);
-io_registry_entry_t IORegistryGetRootEntry(mach_port_t mainPort);
-kern_return_t IORegistryEntryCreateIterator(io_registry_entry_t entry, const io_name_t plane, IOOptionBits options,
-                                            io_iterator_t* iterator);
-kern_return_t IORegistryEntryGetName(io_registry_entry_t entry, io_name_t name);
-kern_return_t IORegistryEntryGetPath(io_registry_entry_t entry, const io_name_t plane, io_string_t path);
-CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t entry, CFStringRef key, CFAllocatorRef allocator,
-                                          IOOptionBits options);
+kern_return_t IOObjectRelease(io_object_t);
+io_object_t IOIteratorNext(io_iterator_t);
+void IOIteratorReset(io_iterator_t);
+boolean_t IOIteratorIsValid(io_iterator_t);
+io_registry_entry_t IORegistryGetRootEntry(mach_port_t);
+kern_return_t IORegistryEntryCreateIterator(io_registry_entry_t, const io_name_t, IOOptionBits, io_iterator_t*);
+kern_return_t IORegistryEntryGetName(io_registry_entry_t, io_name_t);
+kern_return_t IORegistryEntryGetPath(io_registry_entry_t, const io_name_t, io_string_t);
+CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t, CFStringRef, CFAllocatorRef, IOOptionBits);
 }
