@@ -211,8 +211,10 @@ void PresetDetail::redraw()
     content->setVisible(preset != nullptr);
     if (!preset)
         return;
-    if (name->text() != qString(preset->name))
-        name->setText(qString(preset->name)); // never while the user types: the store then holds what is typed
+    if (name->text() != qString(preset->name)) { // never while the user types: the store then holds what is typed
+        name->setText(qString(preset->name));
+        name->setCursorPosition(0);
+    }
     active->setText(editor.activePresetID.get() == id ? "Active" : "Not active");
     redrawShortcut(*preset);
     redrawLevels(*preset);
