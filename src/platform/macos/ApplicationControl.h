@@ -8,14 +8,14 @@
 
 namespace lumenvale {
 
-/// Shows or hides the Dock icon; does nothing when that is so already.
+/// Shows or hides the Dock icon; does nothing when that is so already. A program that was the active one stays it.
 void setInDock(bool isShown);
+
+/// Brings the program to the front of the others.
+void activateApplication();
 
 /// Closes a menu (an NSMenu, by its toolkit) that is open.
 void cancelMenuTracking(void* menu);
-
-/// True when this process hosts the tests of a bundle.
-bool isTestHost();
 
 /// Hears of clicks on the Dock icon, as long as it exists.
 class ReopenHandler {

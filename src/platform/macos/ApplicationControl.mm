@@ -2,7 +2,6 @@
 #include "platform/macos/ApplicationControl.h"
 
 #import <AppKit/AppKit.h>
-#include <objc/runtime.h>
 #include <utility>
 
 @interface LMVReopenTarget : NSObject {
@@ -62,12 +61,22 @@ ReopenHandler::~ReopenHandler()
 void setInDock(bool isShown)
 {
     const auto policy = isShown ? NSApplicationActivationPolicyRegular : NSApplicationActivationPolicyAccessory;
-    if (NSApp.activationPolicy != policy)
-        [NSApp setActivationPolicy:policy];
+    if (NSApp.activationPolicy == policy)
+        return;
+    const BOOL wasActive = NSApp.active;
+    [NSApp setActivationPolicy:policy];
+    if (wasActive) // giving up the icon deactivates the program, and its windows go behind others'
+        activateApplication();
+}
+
+void activateApplication()
+{
+    if (@available(macOS 14.0, *))
+        [NSApp activate];
+    else
+        [NSApp activateIgnoringOtherApps:YES];
 }
 
 void cancelMenuTracking(void* menu) { [(__bridge NSMenu*)menu cancelTracking]; }
-
-bool isTestHost() { return objc_lookUpClass("XCTestCase") != nil; }
 
 } // namespace lumenvale

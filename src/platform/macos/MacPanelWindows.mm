@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/MacPanelWindows.h"
 
+#include "platform/macos/ApplicationControl.h"
+
 #import <AppKit/AppKit.h>
 #import <QuartzCore/QuartzCore.h>
 
@@ -108,10 +110,7 @@ void MacPanelWindows::focus(WindowHandle handle)
     NSWindow* const window = windowOf(handle);
     if (!isDressed(window)) {
         window.toolbarStyle = NSWindowToolbarStylePreference;
-        if (@available(macOS 14.0, *))
-            [NSApp activate];
-        else
-            [NSApp activateIgnoringOtherApps:YES];
+        activateApplication();
     }
     [window makeFirstResponder:window.contentView]; // the toolkit's view, which hands keys on
     [window makeKeyAndOrderFront:nil];

@@ -4,7 +4,11 @@
 #include "platform/macos/MacPanelWindows.h"
 #include "platform/macos/MacStatusBar.h"
 
+#include <objc/runtime.h>
+
 namespace lumenvale {
+
+bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
 
 Shell makeNativeShell(const ProgramIdentity&)
 {
