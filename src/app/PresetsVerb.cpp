@@ -17,7 +17,7 @@ int printJson(VerbContext& context, const std::vector<BrightnessPreset>& presets
         context.err << encoded.error() << '\n';
         return exitMisused;
     }
-    context.out << nlohmann::ordered_json::parse(*encoded).dump(2) << '\n';
+    context.out << nlohmann::ordered_json::parse(std::string(encoded->begin(), encoded->end())).dump(2) << '\n';
     return exitDone;
 }
 

@@ -187,7 +187,9 @@ tl::expected<std::vector<BrightnessPreset>, std::string> decodePresets(const Pro
 {
     Json document;
     try {
-        document = Json::parse(data.begin(), data.end());
+        // As characters: a library's traits for other types are not standard, and newer ones lack them.
+        const auto* const text = reinterpret_cast<const char*>(data.data());
+        document = Json::parse(text, text + data.size());
     } catch (const Json::exception& error) {
         return tl::unexpected(std::string("not a JSON document: ") + error.what());
     }

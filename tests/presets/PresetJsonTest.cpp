@@ -27,7 +27,11 @@ BrightnessPreset evening()
     return preset;
 }
 
-Json document() { return Json::parse(encodePresets({evening()}).value()); }
+Json document()
+{
+    const PropertyData data = encodePresets({evening()}).value();
+    return Json::parse(std::string(data.begin(), data.end()));
+}
 
 std::string problemOf(const Json& changed)
 {
