@@ -16,9 +16,7 @@ struct OpaqueEventHandlerRef {
     EventHandlerUPP function;
     void* user;
 };
-struct OpaqueEventHotKeyRef {
-    HotKey key;
-};
+struct OpaqueEventHotKeyRef : HotKey {};
 
 namespace {
 OpaqueEventTargetRef application;
@@ -40,7 +38,7 @@ std::vector<HotKey> lumenvale::standin::hotKeys()
 {
     std::vector<HotKey> registered;
     for (const EventHotKeyRef each : keys)
-        registered.push_back(each->key);
+        registered.push_back(*each);
     return registered;
 }
 OSStatus lumenvale::standin::press(std::uint32_t signature, std::uint32_t id)
@@ -83,7 +81,7 @@ OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID id,
     if (target != &application || options != kEventHotKeyNoOptions)
         fault("RegisterEventHotKey: wrong target or options");
     for (const EventHotKeyRef each : keys) {
-        if (each->key.keyCode == keyCode && each->key.modifiers == modifiers)
+        if (each->keyCode == keyCode && each->modifiers == modifiers)
             return eventHotKeyExistsErr;
     }
     *reference = new OpaqueEventHotKeyRef{{keyCode, modifiers, id.signature, id.id}};

@@ -18,11 +18,7 @@ State& state()
 
 Machine& machine() { return state().machine; }
 
-Machine& reset()
-{
-    state() = State();
-    return state().machine;
-}
+Machine& reset() { return (state() = State()).machine; }
 std::vector<std::string> leaks()
 {
     std::vector<std::string> texts;

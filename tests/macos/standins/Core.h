@@ -6,19 +6,8 @@
 
 namespace lumenvale::standin {
 /// The first ones in the order of PropertyValue's alternatives.
-enum Type : CFTypeID {
-    booleanType,
-    integerType,
-    realType,
-    stringType,
-    dataType,
-    arrayType,
-    dictionaryType,
-    uuidType,
-    modeType,
-    serviceType,
-    anyType
-};
+enum : CFTypeID { booleanType, integerType, realType, stringType, dataType, arrayType, dictionaryType };
+enum : CFTypeID { uuidType = dictionaryType + 1, modeType, serviceType, anyType };
 /// Every CoreFoundation object; which fields count depends on the type.
 struct Object {
     CFTypeID type = anyType;

@@ -15,19 +15,19 @@ Reference constant(CFTypeID type, PropertyValue value)
 {
     return as<Reference>(new Object{.type = type, .value = std::move(value)});
 }
-/// UTF-16 units of UTF-8 text, or none when it is not that.
-std::optional<CFIndex> utf16Length(const std::string& text)
+/// UTF-16 units of UTF-8 text, or -1 when it is not that.
+CFIndex utf16Length(const std::string& text)
 {
     CFIndex units = 0;
     int pending = 0; // bytes that the character still needs
     for (const unsigned char byte : text) {
         const bool continues = (byte & 0xC0) == 0x80;
         if (continues != (pending > 0) || byte > 0xF4 || byte == 0xC0 || byte == 0xC1)
-            return std::nullopt;
+            return -1;
         pending = continues ? pending - 1 : byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : byte >= 0xC0 ? 1 : 0;
         units += continues ? 0 : byte >= 0xF0 ? 2 : 1;
     }
-    return pending == 0 ? std::optional(units) : std::nullopt;
+    return pending == 0 ? units : -1;
 }
 /// What the object stands for now; none where that is no property list.
 std::optional<PropertyValue> toValue(const Object& object)
@@ -89,14 +89,11 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex 
                                     Boolean)
 {
     const std::string text(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
-    if (failing(__func__) || encoding != kCFStringEncodingUTF8 || !utf16Length(text))
+    if (failing(__func__) || encoding != kCFStringEncodingUTF8 || utf16Length(text) < 0)
         return nullptr;
     return as<CFStringRef>(newObject(stringType, "text " + text, text));
 }
-CFIndex CFStringGetLength(CFStringRef text)
-{
-    return utf16Length(check(text, __func__, stringType).text()).value_or(0);
-}
+CFIndex CFStringGetLength(CFStringRef text) { return utf16Length(check(text, __func__, stringType).text()); }
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding) { return 3 * length; }
 Boolean CFStringGetCString(CFStringRef text, char* buffer, CFIndex size, CFStringEncoding)
 {
@@ -129,10 +126,7 @@ CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length)
 {
     return as<CFDataRef>(newObject(dataType, "data", PropertyData(bytes, bytes + length)));
 }
-CFIndex CFDataGetLength(CFDataRef data)
-{
-    return static_cast<CFIndex>(check(data, __func__, dataType).get<PropertyData>().size());
-}
+CFIndex CFDataGetLength(CFDataRef data) { return std::ssize(check(data, __func__, dataType).get<PropertyData>()); }
 void CFDataGetBytes(CFDataRef data, CFRange range, UInt8* buffer)
 {
     const auto bytes = check(data, __func__, dataType).get<PropertyData>();
@@ -147,10 +141,7 @@ CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef, CFIndex, const CFArrayCal
         fault("CFArrayCreateMutable: elements would not be retained");
     return as<CFMutableArrayRef>(newObject(arrayType, "array"));
 }
-CFIndex CFArrayGetCount(CFArrayRef array)
-{
-    return static_cast<CFIndex>(check(array, __func__, arrayType).elements.size());
-}
+CFIndex CFArrayGetCount(CFArrayRef array) { return std::ssize(check(array, __func__, arrayType).elements); }
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index)
 {
     return check(array, __func__, arrayType).elements.at(static_cast<std::size_t>(index));
@@ -169,7 +160,7 @@ CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef, CFIndex, const 
 }
 CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary)
 {
-    return static_cast<CFIndex>(check(dictionary, __func__, dictionaryType).entries.size());
+    return std::ssize(check(dictionary, __func__, dictionaryType).entries);
 }
 void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values)
 {
@@ -204,10 +195,8 @@ CFDictionaryRef CFPreferencesCopyMultiple(CFArrayRef keys, CFStringRef applicati
 {
     if (keys)
         fault("CFPreferencesCopyMultiple: not asked for all keys");
-    PropertyDictionary entries;
-    for (const auto& [key, value] : domainOf(application, user, host, __func__))
-        entries.emplace_back(key, value);
-    return static_cast<CFDictionaryRef>(makeObject(entries));
+    const auto& domain = domainOf(application, user, host, __func__);
+    return static_cast<CFDictionaryRef>(makeObject(PropertyDictionary(domain.begin(), domain.end())));
 }
 void CFPreferencesSetValue(CFStringRef key, CFPropertyListRef value, CFStringRef application, CFStringRef user,
                            CFStringRef host)

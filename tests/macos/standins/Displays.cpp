@@ -5,6 +5,7 @@
 
 #include <ColorSync/ColorSync.h>
 #include <CoreGraphics/CoreGraphics.h>
+#include <algorithm>
 #include <dlfcn.h>
 
 using namespace lumenvale::standin;
@@ -14,11 +15,8 @@ std::vector<std::pair<CGDisplayReconfigurationCallBack, void*>> callbacks;
 
 const Display* findDisplay(std::uint32_t id)
 {
-    for (const Display& each : machine().displays) {
-        if (each.id == id)
-            return &each;
-    }
-    return nullptr;
+    const auto found = std::ranges::find(machine().displays, id, &Display::id);
+    return found == machine().displays.end() ? nullptr : &*found;
 }
 template <typename Value>
 Value ofDisplay(std::uint32_t id, Value Display::*field, Value otherwise)
@@ -26,6 +24,7 @@ Value ofDisplay(std::uint32_t id, Value Display::*field, Value otherwise)
     const Display* display = findDisplay(id);
     return display ? display->*field : otherwise;
 }
+const Display& of(CGDisplayModeRef mode, const char* function) { return check(mode, function, modeType).display; }
 using Library = std::map<std::string, void*>;
 } // namespace
 
@@ -51,18 +50,9 @@ CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID id)
     mode->display = *display;
     return as<CGDisplayModeRef>(mode);
 }
-std::size_t CGDisplayModeGetPixelWidth(CGDisplayModeRef mode)
-{
-    return check(mode, __func__, modeType).display.pixelWidth;
-}
-std::size_t CGDisplayModeGetPixelHeight(CGDisplayModeRef mode)
-{
-    return check(mode, __func__, modeType).display.pixelHeight;
-}
-double CGDisplayModeGetRefreshRate(CGDisplayModeRef mode)
-{
-    return check(mode, __func__, modeType).display.refreshRate;
-}
+std::size_t CGDisplayModeGetPixelWidth(CGDisplayModeRef mode) { return of(mode, __func__).pixelWidth; }
+std::size_t CGDisplayModeGetPixelHeight(CGDisplayModeRef mode) { return of(mode, __func__).pixelHeight; }
+double CGDisplayModeGetRefreshRate(CGDisplayModeRef mode) { return of(mode, __func__).refreshRate; }
 CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack function, void* user)
 {
     if (failing(__func__))

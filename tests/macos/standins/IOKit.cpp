@@ -51,10 +51,13 @@ kern_return_t copyOut(const std::string& text, char* buffer, std::size_t size, s
     std::snprintf(buffer, size, "%s", failure ? "" : text.c_str());
     return failure.value_or(KERN_SUCCESS);
 }
-const Bus* busOf(IOAVServiceRef service, const char* function)
+template <typename Transfer>
+IOReturn onBus(IOAVServiceRef service, const char* function, Transfer transfer)
 {
-    const auto found = machine().buses.find(check(service, function, serviceType).text());
-    return found == machine().buses.end() ? nullptr : &found->second;
+    if (const auto code = failing(function))
+        return *code;
+    const auto bus = machine().buses.find(check(service, function, serviceType).text());
+    return bus == machine().buses.end() ? kIOReturnNoDevice : transfer(bus->second);
 }
 } // namespace
 
@@ -126,18 +129,15 @@ IOAVServiceRef IOAVServiceCreateWithService(CFAllocatorRef, io_service_t service
 IOReturn IOAVServiceReadI2C(IOAVServiceRef service, std::uint32_t chip, std::uint32_t address, void* buffer,
                             std::uint32_t size)
 {
-    if (const auto code = failing(__func__))
-        return *code;
-    const Bus* bus = busOf(service, __func__);
-    return bus ? bus->read(chip, address, {static_cast<std::uint8_t*>(buffer), size}) : kIOReturnNoDevice;
+    const std::span<std::uint8_t> bytes(static_cast<std::uint8_t*>(buffer), size);
+    return onBus(service, __func__, [&](const Bus& bus) { return bus.read(chip, address, bytes); });
 }
 IOReturn IOAVServiceWriteI2C(IOAVServiceRef service, std::uint32_t chip, std::uint32_t address, void* buffer,
                              std::uint32_t size)
 {
-    if (const auto code = failing(__func__))
-        return *code;
-    const Bus* bus = busOf(service, __func__);
     const auto* bytes = static_cast<const std::uint8_t*>(buffer);
-    return bus ? bus->write(chip, address, {bytes, bytes + size}) : kIOReturnNoDevice;
+    return onBus(service, __func__, [&](const Bus& bus) {
+        return bus.write(chip, address, {bytes, bytes + size});
+    });
 }
 } // extern "C"
