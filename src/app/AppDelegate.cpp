@@ -114,6 +114,8 @@ void AppDelegate::installMainMenu()
     quit->setShortcut(QKeySequence("Ctrl+Q"));
 }
 
+QList<QAction*> AppDelegate::mainMenuActions() const { return mainMenu->actions().value(0)->menu()->actions(); }
+
 void AppDelegate::observeCounts()
 {
     displayCount = store.displays.get().size();

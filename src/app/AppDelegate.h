@@ -66,6 +66,7 @@ private:
     void registerShortcuts();
     void installSettingsKeyMonitor();
     void installMainMenu();
+    QList<QAction*> mainMenuActions() const; ///< windows carry them where no menu bar offers their keys
     void observeCounts();
     void tellEditorOfDisplays();
     void applyPresentation(AppPresentation presentation);

@@ -39,8 +39,7 @@ double AppDelegate::menuHeight() const
 void AppDelegate::showPanel(const Rect& frame)
 {
     menuPanel = std::make_unique<BrightnessPanel>();
-    menuPanel->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                              Qt::NoDropShadowWindowHint);
+    menuPanel->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     menuPanel->setAttribute(Qt::WA_TranslucentBackground, services.shell.panels->canBlend());
     menuPanel->setAttribute(Qt::WA_MacAlwaysShowToolWindow);
     menuPanel->setWindowTitle("Lumenvale");
@@ -48,7 +47,7 @@ void AppDelegate::showPanel(const Rect& frame)
     layout->setContentsMargins(0, 0, 0, 0);
     auto* menu = makeMenu();
     layout->addWidget(menu);
-    menuPanel->addActions(mainMenu->actions().value(0)->menu()->actions());
+    menuPanel->addActions(mainMenuActions());
     PanelWindows& windows = *services.shell.panels;
     menu->setHasSystemMaterial(windows.dress(menuPanel->winId()));
     setPanelFrame(frame);

@@ -31,8 +31,7 @@ void AppDelegate::createSettingsWindow()
     auto* pages = new SettingsTabController(
         {store, presets, presetEditor(), preferences, services.diagnostics, services.clock, services.build});
     settingsWindow = std::make_unique<SettingsWindow>(pages, services.defaults);
-    if (!mainMenu->isNativeMenuBar()) // nobody else offers the menu's keys then
-        settingsWindow->addActions(mainMenu->actions().value(0)->menu()->actions());
+    settingsWindow->addActions(mainMenuActions());
     settingsWindow->resignedKey = [this] { presetEditor().settingsResignedKey(); };
     settingsWindow->closed = [this] {
         presetEditor().settingsResignedKey();

@@ -2,11 +2,13 @@
 #include "app/Desktop.h"
 
 #include "app/AppDelegate.h"
+#include "app/AppearanceChoice.h"
 #include "app/BuildResources.h"
 #include "app/InstanceLock.h"
 #include "app/RequestChannel.h"
 #include "app/TerminationSignals.h"
 #include "base/Identity.h"
+#include "platform/qt/ProgramFile.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtMainThread.h"
 
@@ -42,13 +44,11 @@ void handOver(const std::string& folder, std::optional<DesktopRequest> request)
 ProgramIdentity programIdentity(const DesktopOptions& options)
 {
     const bool isSimulated = options.simulationFolder.has_value();
-    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
-    const QString packed = qEnvironmentVariable("APPIMAGE");
     ProgramIdentity identity;
     identity.identifier = isSimulated ? simulatedIdentifier : applicationIdentifier;
     identity.objectPath = isSimulated ? simulatedObjectPath : applicationObjectPath;
     identity.name = isSimulated ? "Lumenvale (Simulated)" : applicationName;
-    identity.command = {(packed.isEmpty() ? QCoreApplication::applicationFilePath() : packed).toStdString()};
+    identity.command = {programFile()};
     if (isSimulated)
         identity.command.insert(identity.command.end(), {"--simulate", *options.simulationFolder});
     return identity;
@@ -79,6 +79,12 @@ int runApplication(const DesktopOptions& options, const std::string& folder, int
 
     DisplayHardware hardware(std::move(platform->hardware), mainThread);
     Shell shell = makeNativeShell(identity);
+    if (shell.appearance) {
+        shell.appearance->observe([system = QApplication::palette()](const AppearanceWish& wish) {
+            const AppearanceChoice choice = chooseAppearance(wish, system);
+            Theme::set(choice.appearance, choice.accent);
+        });
+    }
     AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
                           *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell,
                           sharedBuildInfo()});

@@ -125,6 +125,24 @@ public:
     virtual void useActivationToken(const std::string& token) = 0;
 };
 
+/// What the user chose for the whole desktop, as far as the desktop tells.
+struct AppearanceWish {
+    std::optional<bool> isDark;
+    std::optional<std::uint32_t> accent; ///< 0xRRGGBB
+
+    bool operator==(const AppearanceWish& other) const = default;
+};
+
+class AppearanceSource {
+public:
+    using Observer = std::function<void(const AppearanceWish&)>;
+
+    virtual ~AppearanceSource() = default;
+
+    /// Calls `observer` when the wish is known and at each change. Call it once.
+    virtual void observe(Observer observer) = 0;
+};
+
 /// How this copy of the program is named to the system and started by it.
 struct ProgramIdentity {
     std::string identifier; ///< "app.lumenvale.Lumenvale"
@@ -138,6 +156,7 @@ struct Shell {
     std::unique_ptr<StatusBar> statusBar;
     std::unique_ptr<Dock> dock;
     std::unique_ptr<PanelWindows> panels;
+    std::unique_ptr<AppearanceSource> appearance; ///< null where the toolkit follows the desktop by itself
 };
 
 /// True when the process is the host of another program's tests and must not act as the program. Defined once

@@ -5,8 +5,8 @@
 #include "platform/linux/PortalHotKeys.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/linux/XdgAutostart.h"
+#include "platform/qt/ProgramFile.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QGuiApplication>
 
@@ -14,10 +14,7 @@ namespace lumenvale {
 
 std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options)
 {
-    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
-    const QString packed = qEnvironmentVariable("APPIMAGE");
-    std::vector<std::string> command{
-        (packed.isEmpty() ? QCoreApplication::applicationFilePath() : packed).toStdString()};
+    std::vector<std::string> command{programFile()};
     if (!options.simulationFolder)
         return std::make_unique<XdgAutostart>(
             autostartPlace(applicationIdentifier, applicationName, std::move(command)));

@@ -4,8 +4,11 @@
 #include "platform/linux/LauncherDock.h"
 #include "platform/linux/LinuxPanelWindows.h"
 #include "platform/linux/LinuxStatusBar.h"
+#include "platform/linux/PortalAppearance.h"
 
 #include <QDBusConnection>
+#include <QGuiApplication>
+#include <QIcon>
 
 namespace lumenvale {
 
@@ -20,6 +23,8 @@ Shell makeNativeShell(const ProgramIdentity& identity)
     shell.dock =
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
     shell.panels = std::make_unique<LinuxPanelWindows>();
+    shell.appearance = makePortalAppearance(bus);
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(applicationIdentifier));
     return shell;
 }
 
