@@ -96,7 +96,10 @@ void BrightnessSlider::show(const BrightnessRow& row)
     problem->setToolTip(qString(display.error.value_or("")));
     problem->setAccessibleName(problem->toolTip());
     slider->setAccessibleName(qString(display.name + " brightness"));
-    slider->setAccessibleDescription(problem->toolTip());
+    // Without a problem to show, the status says why a display cannot be set.
+    const QString hint = canBeSet(shown) ? QString() : qString(display.status);
+    setToolTip(hint);
+    slider->setAccessibleDescription(display.error ? problem->toolTip() : hint);
     slider->setEnabled(canBeSet(shown));
     slider->setStep(stepFraction(display));
     showBrightness();

@@ -110,7 +110,8 @@ void LevelSlider::paintEvent(QPaintEvent*)
         painter.setBrush(theme.accent);
         painter.drawRoundedRect(filled, radius, radius);
     }
-    drawKnob(painter, knob, knobRadius);
+    painter.setOpacity(1.0);
+    drawKnob(painter, knob, knobRadius, theme, isEnabled());
     if (showsFocus(this)) {
         constexpr double ringWidth = 2.0;
         painter.setBrush(Qt::NoBrush);

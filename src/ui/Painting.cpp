@@ -87,24 +87,26 @@ void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Th
     painter.drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
 }
 
-void drawKnob(QPainter& painter, const QPointF& centre, double radius)
+void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled)
 {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     const double reach = radius + shadowReach;
+    const double strength = enabled ? 1.0 : 0.5;
     const QPointF shadowCentre = centre + QPointF(0, shadowOffset);
     QRadialGradient shadow(shadowCentre, reach);
     // How much of the shadow is left at distances from the knob's edge: a blur's falling half.
     constexpr std::array<std::pair<double, double>, 6> falling = {
         {{-2.0, 0.9}, {0.0, 0.5}, {0.8, 0.27}, {1.6, 0.13}, {2.5, 0.04}, {3.5, 0.0}}};
     for (const auto& [distance, left] : falling)
-        shadow.setColorAt((radius + distance) / reach, shadowColour(shadowOpacity * left));
+        shadow.setColorAt((radius + distance) / reach, shadowColour(strength * shadowOpacity * left));
     painter.setBrush(shadow);
     painter.drawEllipse(shadowCentre, reach, reach);
     const double line = std::min(hairlineWidth(painter), 0.5);
-    painter.setBrush(shadowColour(outlineOpacity));
+    painter.setBrush(shadowColour(strength * outlineOpacity));
     painter.drawEllipse(centre, radius + line, radius + line);
-    painter.setBrush(Qt::white);
+    const QColor faded(theme.isDark ? 0xFF7C7C82 : 0xFFF0F0F2); // opaque: the track must not show through
+    painter.setBrush(enabled ? QColor(Qt::white) : faded);
     painter.drawEllipse(centre, radius, radius);
 }
 

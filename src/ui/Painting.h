@@ -35,8 +35,8 @@ void drawControlFace(QPainter& painter, const QRectF& box, const Theme& theme, C
 /// The ring around what has the keyboard focus. `box` is the control's; the ring lies just inside.
 void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Theme& theme);
 
-/// A white disc with a soft shadow below it.
-void drawKnob(QPainter& painter, const QPointF& centre, double radius);
+/// A disc with a soft shadow below it: white, or faded where it cannot be moved.
+void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled);
 
 /// True when the focus came by the keyboard, so that a ring helps; a click needs none.
 bool showsFocus(const QWidget* widget);

@@ -206,6 +206,8 @@ TEST_F(BrightnessMenuTest, StepButtonsAreEnabledWhereAStepIsPossible)
     EXPECT_FALSE(slider("C")->isEnabled());
     EXPECT_FALSE(minus("C")->isEnabled());
     EXPECT_FALSE(plus("C")->isEnabled());
+    EXPECT_EQ(slider("C")->accessibleDescription().toStdString(), store->display("C")->status);
+    EXPECT_EQ(slider("A")->accessibleDescription(), "");
     EXPECT_TRUE(shows<NumberLabel>(panel, "—"));
 
     sendMouse(*plus("B"), QEvent::MouseButtonPress, {5, 5});
