@@ -6,6 +6,7 @@ import time
 
 from gi.repository import Atspi, Gio, GLib
 
+from appearance_portal import AppearancePortal
 from session import BUILT_IN, MONITORS, OFFICE, OFFICE_MONITOR, STUDIO, Session, preset
 from status_bar import turn_loop, wait_until
 
@@ -33,6 +34,19 @@ def status_item_appears_when_a_bar_does(session):
     assert bar.property("Title") == "Lumenvale"
     width, height, pixels = bar.property("IconPixmap")[0]
     assert width == height == 22 and len(pixels) == 22 * 22 * 4 and any(pixels)
+
+
+def colours_follow_the_desktop(session):
+    portal = AppearancePortal(session.bus, dark=True)
+    try:
+        box = session.box(session.start_with_open_panel())
+        def lightness():
+            return sum(session.colour_at(box.x + box.width // 2, box.y + box.height - 12)) / 3
+        wait_until(lambda: lightness() < 90, "the panel is dark")
+        portal.choose(dark=False)
+        wait_until(lambda: lightness() > 200, "the panel becomes light")
+    finally:
+        portal.close()
 
 
 def dragging_and_stepping_reach_the_monitor(session):
@@ -157,10 +171,11 @@ def copies_started_together_leave_one(session):
 
 def a_killed_program_starts_again(session):
     session.start_with_open_panel()
+    before = list(session.status_bar.items)
     session.processes[0].kill()
     session.processes[0].wait()
     session.start()
-    wait_until(lambda: len(set(session.status_bar.items)) == 2, "the new copy's item registers")
+    wait_until(lambda: session.status_bar.items not in ([], before), "the new copy's item registers")
     session.open_panel()
 
 
@@ -266,6 +281,7 @@ def shortcut_applies_its_preset_from_any_program(session):
 ALL = [
     status_item_opens_and_closes_the_panel,
     status_item_appears_when_a_bar_does,
+    colours_follow_the_desktop,
     dragging_and_stepping_reach_the_monitor,
     panel_follows_the_monitors_own_buttons,
     panel_grows_and_shrinks_in_place,

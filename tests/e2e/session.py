@@ -161,6 +161,12 @@ class Session:
     def box(accessible):
         return accessible.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
 
+    @staticmethod
+    def colour_at(x, y):
+        pixel = subprocess.run(["import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"],
+                               check=True, capture_output=True, timeout=20).stdout
+        return tuple(pixel[:3])
+
     # The mouse and the keyboard
 
     @staticmethod

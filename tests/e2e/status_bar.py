@@ -37,13 +37,22 @@ class StatusBar:
     def __init__(self, bus):
         self.bus = bus
         self.items = []
+        self.names = []
         info = Gio.DBusNodeInfo.new_for_xml(WATCHER_XML).interfaces[0]
         self.object = bus.register_object("/StatusNotifierWatcher", info, self.called, self.read, None)
         self.name = Gio.bus_own_name_on_connection(bus, WATCHER, Gio.BusNameOwnerFlags.NONE, None, None)
 
     def called(self, _bus, _sender, _path, _interface, _method, parameters, invocation):
-        self.items.append(parameters.unpack()[0])
+        item = parameters.unpack()[0]
+        self.items.append(item)
+        self.names.append(Gio.bus_watch_name_on_connection(
+            self.bus, item, Gio.BusNameWatcherFlags.NONE, None, lambda *_: self.forget(item)))
         invocation.return_value(None)
+
+    def forget(self, item):
+        """An item is gone with its name."""
+        if item in self.items:
+            self.items.remove(item)
 
     def read(self, *_):
         return GLib.Variant("b", True)
@@ -52,12 +61,19 @@ class StatusBar:
         return wait_until(lambda: self.items and self.items[-1], "the status item registers")
 
     def call(self, method, signature, *arguments, path="/StatusNotifierItem", interface=ITEM):
-        item = self.item()
-        answer = []
-        self.bus.call(item, path, interface, method, GLib.Variant(signature, arguments), None,
-                      Gio.DBusCallFlags.NONE, 5000, None, lambda _bus, result: answer.append(result))
-        wait_until(lambda: answer, f"{method} is answered")
-        return self.bus.call_finish(answer[0]).unpack()
+        """Of the newest item; of the next one when that goes before it answers."""
+        while True:
+            item = self.item()
+            answer = []
+            self.bus.call(item, path, interface, method, GLib.Variant(signature, arguments), None,
+                          Gio.DBusCallFlags.NONE, 5000, None, lambda _bus, result, to=answer: to.append(result))
+            wait_until(lambda to=answer: to, f"{method} is answered")
+            try:
+                return self.bus.call_finish(answer[0]).unpack()
+            except GLib.Error:
+                turn_loop()
+                if item in self.items:
+                    raise
 
     def property(self, name):
         return self.call("Get", "(ss)", ITEM, name, interface="org.freedesktop.DBus.Properties")[0]
@@ -76,4 +92,6 @@ class StatusBar:
     def close(self):
         self.bus.unregister_object(self.object)
         Gio.bus_unown_name(self.name)
+        for name in self.names:
+            Gio.bus_unwatch_name(name)
         turn_loop()

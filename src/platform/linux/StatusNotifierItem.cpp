@@ -39,7 +39,7 @@ DBusImage squareImage(const Bitmap& bitmap, bool isLight)
 
 QString newServiceName()
 {
-    static int count = 0;
+    static int count = 100; // the toolkit counts from 1, on a connection of its own
     return QString("org.kde.StatusNotifierItem-%1-%2").arg(::getpid()).arg(++count);
 }
 
