@@ -14,10 +14,15 @@ constexpr char library[] = "/System/Library/PrivateFrameworks/DisplayServices.fr
 
 std::int32_t readHalf(std::uint32_t, float* brightness)
 {
+    EXPECT_TRUE(standin::isInPool());
     *brightness = 0.5F;
     return 0;
 }
-std::int32_t refuse(std::uint32_t, float) { return 5; }
+std::int32_t refuse(std::uint32_t, float)
+{
+    EXPECT_TRUE(standin::isInPool());
+    return 5;
+}
 
 struct MacDisplaysTest : MacTest {
     MacDisplaysTest()

@@ -50,7 +50,7 @@ TEST_F(MacHotKeysTest, APressReachesTheHandlerWhoseAnswerCounts)
     EXPECT_EQ(standin::press(0x6F746872, 7), eventNotHandledStatus); // somebody else's
     machine.failures["GetEventParameter"] = {};
     EXPECT_EQ(standin::press(ours, 7), eventNotHandledStatus);
-    EXPECT_EQ(standin::pressWithoutEvent(), eventNotHandledStatus);
+    EXPECT_EQ(standin::press(ours, 0), eventNotHandledStatus);
     EXPECT_EQ(pressed.size(), 1U);
     keys.unregisterHotKey(reference);
     keys.unregisterHotKey(reference); // the second time is ignored

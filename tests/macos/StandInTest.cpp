@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The stand-ins themselves: a leak or a misuse that they missed would be missed by every other test.
+#include "platform/macos/AutoreleasePool.h"
 #include "standins/Machine.h"
 
 #include <Carbon/Carbon.h>
@@ -23,6 +24,10 @@ TEST(StandInTest, WhatIsNotGivenBackIsALeak)
     const io_registry_entry_t root = IORegistryGetRootEntry(kIOMainPortDefault);
     EXPECT_EQ(standin::leaks().size(), 1U);
     IOObjectRelease(root);
+    EXPECT_TRUE(standin::leaks().empty());
+    void* const pool = objc_autoreleasePoolPush();
+    EXPECT_EQ(standin::leaks(), std::vector<std::string>{"autorelease pool"});
+    objc_autoreleasePoolPop(pool);
     EXPECT_TRUE(standin::leaks().empty());
     EXPECT_TRUE(standin::faults().empty());
 }

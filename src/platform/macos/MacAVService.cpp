@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/MacAVService.h"
 
+#include "platform/macos/AutoreleasePool.h"
+
 #include <utility>
 
 namespace lumenvale {
@@ -18,6 +20,7 @@ MacAVService::MacAVService(CFReference<IOAVServiceRef> opened) : service(std::mo
 int MacAVService::writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                            std::span<const std::uint8_t> bytes)
 {
+    const AutoreleasePool pool;
     // The function only reads its buffer, whatever its signature says.
     return IOAVServiceWriteI2C(service.get(), chipAddress, dataAddress, const_cast<std::uint8_t*>(bytes.data()),
                                static_cast<std::uint32_t>(bytes.size()));
@@ -25,6 +28,7 @@ int MacAVService::writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
 
 int MacAVService::readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes)
 {
+    const AutoreleasePool pool;
     return IOAVServiceReadI2C(service.get(), chipAddress, dataAddress, bytes.data(),
                               static_cast<std::uint32_t>(bytes.size()));
 }

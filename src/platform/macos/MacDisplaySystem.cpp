@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/MacDisplaySystem.h"
 
+#include "platform/macos/AutoreleasePool.h"
 #include "platform/macos/DisplayFacts.h"
 #include "platform/macos/PrivateInterfaces.h"
 #include "platform/macos/PropertyConversion.h"
@@ -13,14 +14,23 @@ std::optional<PropertyDictionary> MacDisplaySystem::informationDictionary(std::u
 {
     if (!CoreDisplay_DisplayCreateInfoDictionary)
         return std::nullopt;
+    const AutoreleasePool pool;
     const CFReference<CFDictionaryRef> information(CoreDisplay_DisplayCreateInfoDictionary(displayID));
     const auto value = toPropertyValue(information.get());
     const auto* dictionary = value ? value->as<PropertyDictionary>() : nullptr;
     return dictionary ? std::optional(*dictionary) : std::nullopt;
 }
 
-bool MacDisplaySystem::isOnline(std::uint32_t displayID) { return CGDisplayIsOnline(displayID) != 0; }
+bool MacDisplaySystem::isOnline(std::uint32_t displayID)
+{
+    const AutoreleasePool pool;
+    return CGDisplayIsOnline(displayID) != 0;
+}
 
-std::optional<std::string> MacDisplaySystem::uuid(std::uint32_t displayID) { return displayUuid(displayID); }
+std::optional<std::string> MacDisplaySystem::uuid(std::uint32_t displayID)
+{
+    const AutoreleasePool pool;
+    return displayUuid(displayID);
+}
 
 } // namespace lumenvale

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/MacNativeFunctions.h"
 
+#include "platform/macos/AutoreleasePool.h"
+
 #include <dlfcn.h>
 
 namespace lumenvale {
@@ -23,9 +25,15 @@ NativeFunctions loadDisplayServices()
         return functions;
     functions.handle = std::shared_ptr<void>(handle, [](void* opened) { dlclose(opened); });
     if (auto* getter = reinterpret_cast<Getter>(dlsym(handle, "DisplayServicesGetBrightness")))
-        functions.getter = getter;
+        functions.getter = [getter](std::uint32_t displayID, float* brightness) {
+            const AutoreleasePool pool;
+            return getter(displayID, brightness);
+        };
     if (auto* setter = reinterpret_cast<Setter>(dlsym(handle, "DisplayServicesSetBrightness")))
-        functions.setter = setter;
+        functions.setter = [setter](std::uint32_t displayID, float brightness) {
+            const AutoreleasePool pool;
+            return setter(displayID, brightness);
+        };
     return functions;
 }
 

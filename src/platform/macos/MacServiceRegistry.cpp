@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/MacServiceRegistry.h"
 
+#include "platform/macos/AutoreleasePool.h"
 #include "platform/macos/MacAVService.h"
 #include "platform/macos/MacReferences.h"
 #include "platform/macos/PropertyConversion.h"
@@ -75,6 +76,7 @@ std::vector<IOReference> walk(io_iterator_t iterator)
 
 void MacServiceRegistry::forEachEntry(const std::function<void(const RegistryEntry&)>& visit)
 {
+    const AutoreleasePool pool;
     const IOReference iterator = beginWalk();
     if (!iterator)
         return;

@@ -46,15 +46,12 @@ OSStatus lumenvale::standin::press(std::uint32_t signature, std::uint32_t id)
     OpaqueEventRef event{{signature, id}};
     for (const EventHandlerRef each : std::vector<EventHandlerRef>(handlers)) {
         const bool isInstalled = std::ranges::find(handlers, each) != handlers.end();
-        const OSStatus status = isInstalled ? each->function(nullptr, &event, each->user) : eventNotHandledErr;
+        const EventRef given = id == 0 ? nullptr : &event;
+        const OSStatus status = isInstalled ? each->function(nullptr, given, each->user) : eventNotHandledErr;
         if (status != eventNotHandledErr)
             return status;
     }
     return eventNotHandledErr;
-}
-OSStatus lumenvale::standin::pressWithoutEvent()
-{
-    return handlers.front()->function(nullptr, nullptr, handlers.front()->user);
 }
 
 extern "C" {

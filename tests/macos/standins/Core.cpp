@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Core.h"
+#include "platform/macos/AutoreleasePool.h"
 
 namespace lumenvale::standin {
 namespace {
@@ -8,6 +9,7 @@ struct State {
     std::map<const void*, std::string> living;
     std::vector<std::string> faults;
     std::map<std::string, int> calls;
+    std::intptr_t pools = 0;
 };
 State& state()
 {
@@ -17,21 +19,20 @@ State& state()
 } // namespace
 
 Machine& machine() { return state().machine; }
-
 Machine& reset() { return (state() = State()).machine; }
 std::vector<std::string> leaks()
 {
     std::vector<std::string> texts;
     for (const auto& [thing, what] : state().living)
         texts.push_back(what);
+    texts.resize(texts.size() + static_cast<std::size_t>(state().pools), "autorelease pool");
     return texts;
 }
 std::vector<std::string> faults() { return state().faults; }
-
 int calls(const std::string& function) { return state().calls[function]; }
+bool isInPool() { return state().pools > 0; }
 void fault(const std::string& text) { state().faults.push_back(text); }
 void born(const void* thing, const std::string& what) { state().living.insert_or_assign(thing, what); }
-
 bool died(const void* thing, const std::string& function)
 {
     if (state().living.erase(thing) == 1)
@@ -59,6 +60,11 @@ Object& check(CFTypeRef reference, const std::string& function, CFTypeID type)
         return *object;
     return nothing = Object();
 }
+void needPool(const char* function)
+{
+    if (!isInPool())
+        fault(std::string(function) + ": outside of an autorelease pool");
+}
 std::optional<int> failing(const char* function)
 {
     ++state().calls[function];
@@ -82,5 +88,11 @@ CFTypeRef makeObject(const PropertyValue& value)
     }
     return object;
 }
-
 } // namespace lumenvale::standin
+
+void* objc_autoreleasePoolPush() { return reinterpret_cast<void*>(++lumenvale::standin::state().pools); }
+void objc_autoreleasePoolPop(void* pool)
+{
+    if (reinterpret_cast<std::intptr_t>(pool) != lumenvale::standin::state().pools--)
+        lumenvale::standin::fault("objc_autoreleasePoolPop: not the innermost pool");
+}

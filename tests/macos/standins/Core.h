@@ -32,13 +32,13 @@ bool died(const void* thing, const std::string& function);
 Object* newObject(CFTypeID type, const std::string& what, PropertyValue value = 0);
 /// The object; after a fault, if it is null, given back already or of another type, an empty one.
 Object& check(CFTypeRef object, const std::string& function, CFTypeID type = anyType);
+/// A fault outside of an autorelease pool.
+void needPool(const char* function);
 /// Counts the call; the code when the machine wants it to fail.
 std::optional<int> failing(const char* function);
-
 template <typename Reference>
 Reference as(const Object* object)
 {
     return reinterpret_cast<Reference>(const_cast<Object*>(object));
 }
-
 } // namespace lumenvale::standin

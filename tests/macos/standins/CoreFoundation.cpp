@@ -217,5 +217,4 @@ Boolean CFPreferencesSynchronize(CFStringRef application, CFStringRef user, CFSt
     domainOf(application, user, host, __func__);
     return !failing(__func__);
 }
-
 } // extern "C"

@@ -73,6 +73,7 @@ CFUUIDRef CGDisplayCreateUUIDFromDisplayID(std::uint32_t id)
 }
 CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t id)
 {
+    needPool(__func__);
     const Display* display = findDisplay(id);
     return display && display->information ? static_cast<CFDictionaryRef>(makeObject(*display->information))
                                            : nullptr;
@@ -81,18 +82,16 @@ CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t id)
 
 void* standInOpen(const char* path, int)
 {
-    const auto found = machine().libraries.find(path);
-    if (found == machine().libraries.end())
+    if (!machine().libraries.contains(path))
         return nullptr;
-    auto* library = new Library(found->second);
-    born(library, "library " + found->first);
+    auto* library = new Library(machine().libraries.at(path));
+    born(library, std::string("library ") + path);
     return library;
 }
 void* standInSymbol(void* library, const char* name)
 {
     const auto& symbols = *static_cast<const Library*>(library);
-    const auto found = symbols.find(name);
-    return found == symbols.end() ? nullptr : found->second;
+    return symbols.contains(name) ? symbols.at(name) : nullptr;
 }
 int standInClose(void* library)
 {

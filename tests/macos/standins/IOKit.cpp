@@ -54,6 +54,7 @@ kern_return_t copyOut(const std::string& text, char* buffer, std::size_t size, s
 template <typename Transfer>
 IOReturn onBus(IOAVServiceRef service, const char* function, Transfer transfer)
 {
+    needPool(function);
     if (const auto code = failing(function))
         return *code;
     const auto bus = machine().buses.find(check(service, function, serviceType).text());
@@ -123,6 +124,7 @@ CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t entry, CFStringRef
 }
 IOAVServiceRef IOAVServiceCreateWithService(CFAllocatorRef, io_service_t service)
 {
+    needPool(__func__);
     const std::string bus = find(service, __func__).node->bus;
     return failing(__func__) || bus.empty() ? nullptr : newObject(serviceType, "IOAVService " + bus, bus);
 }

@@ -53,12 +53,12 @@ struct Machine {
 Machine& reset();
 Machine& machine();
 
-/// Everything that was made and not given back.
+/// Everything that was made and not given back, open autorelease pools included.
 std::vector<std::string> leaks();
 /// Everything that was used wrongly: released twice, null, of another type.
 std::vector<std::string> faults();
 int calls(const std::string& function);
-
+bool isInPool(); ///< an autorelease pool is open
 /// A new reference for the caller.
 CFTypeRef makeObject(const PropertyValue& value);
 /// The registry changes its structure: iterators end.
@@ -70,9 +70,7 @@ struct HotKey {
     std::uint32_t keyCode, modifiers, signature, id;
 };
 std::vector<HotKey> hotKeys();
-/// Sends a press to the installed handlers, the newest first, until one takes it; the last one's status.
+/// Sends a press to the installed handlers, the newest first, until one takes it; the last one's status. With 0
+/// for the id it calls them as the system never should: without an event.
 OSStatus press(std::uint32_t signature, std::uint32_t id);
-/// Calls the newest handler as the system never should: without an event.
-OSStatus pressWithoutEvent();
-
 } // namespace lumenvale::standin
