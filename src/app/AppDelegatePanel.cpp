@@ -49,7 +49,11 @@ void AppDelegate::showPanel(const Rect& frame)
     layout->addWidget(menu);
     menuPanel->addActions(mainMenuActions());
     PanelWindows& windows = *services.shell.panels;
-    menu->setHasSystemMaterial(windows.dress(menuPanel->winId()));
+    menuPanel->windowMade = [&windows, menu, panel = menuPanel.get()] {
+        menu->setHasSystemMaterial(windows.dress(panel->winId()));
+        windows.blurBehind(panel->winId(), panel->width(), panel->height(), panelCornerRadius);
+    };
+    menuPanel->winId(); // makes it
     setPanelFrame(frame);
     menuPanel->show();
     bringPanelToFront();

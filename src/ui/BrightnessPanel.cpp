@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "ui/BrightnessPanel.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 
 namespace lumenvale {
+
+bool BrightnessPanel::event(QEvent* event)
+{
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::WinIdChange && internalWinId() != 0 && windowMade)
+        windowMade();
+    return isHandled;
+}
 
 bool BrightnessPanel::focusNextPrevChild(bool next)
 {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 namespace lumenvale {
 
@@ -11,7 +12,11 @@ class BrightnessPanel final : public QWidget {
 public:
     using QWidget::QWidget;
 
+    /// The system's window was made, or made anew: what was set on it natively is to be set again.
+    std::function<void()> windowMade;
+
 protected:
+    bool event(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent* event) override;
 };

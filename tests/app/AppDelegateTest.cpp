@@ -240,6 +240,17 @@ TEST_F(AppDelegateTest, ReopeningMovesTheOpenPanelInsteadOfFlashing)
     EXPECT_EQ(panel(), first);
 }
 
+TEST_F(AppDelegateTest, APanelWhoseWindowIsMadeAnewIsDressedAnew)
+{
+    launch();
+    desktop.item->content.activated();
+    EXPECT_EQ(desktop.dressed, 1);
+    QWidget* const shown = panel();
+    shown->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+    shown->show();
+    EXPECT_EQ(desktop.dressed, 2);
+}
+
 TEST_F(AppDelegateTest, SettingsOpenByThemselvesAtTheFirstLaunchOnly)
 {
     defaults.values.clear();

@@ -24,6 +24,7 @@ struct FakeDesktop {
     int dockMenuChanges = 0;
     std::function<void()> clickedOutside; ///< while it is monitored
     int focused = 0;
+    int dressed = 0;
     std::string activationToken;
     std::optional<Rect> nextItemFrame = Rect{400, 0, 24, 24};
 };
@@ -85,7 +86,11 @@ class FakePanelWindows final : public PanelWindows {
 public:
     explicit FakePanelWindows(FakeDesktop& shared) : desktop(shared) {}
     bool canBlend() override { return true; }
-    bool dress(WindowHandle) override { return false; }
+    bool dress(WindowHandle) override
+    {
+        ++desktop.dressed;
+        return false;
+    }
     void blurBehind(WindowHandle, double, double, double) override {}
     void focus(WindowHandle) override { ++desktop.focused; }
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle, std::function<void()> clicked) override

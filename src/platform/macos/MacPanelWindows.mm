@@ -5,6 +5,7 @@
 
 #import <AppKit/AppKit.h>
 #import <QuartzCore/QuartzCore.h>
+#import <objc/runtime.h>
 
 /// A setter of NSPanel without a public declaration.
 @protocol LMVPreventsActivation
@@ -15,12 +16,18 @@ namespace lumenvale {
 
 namespace {
 
-/// The toolkit's handle is its view, the content of a window that it owns. Never kept: the window may be made
-/// anew.
-NSWindow* windowOf(WindowHandle handle)
+/// The toolkit's handle is its view, the content of a window that it owns. Never kept: the toolkit may make
+/// another view, and may put this one into another window.
+NSView* viewOf(WindowHandle handle) { return (__bridge NSView*)reinterpret_cast<void*>(handle); }
+
+/// Kept on a panel's view, and so what tells one from other windows: the radius of its corners.
+constexpr char cornerRadiusKey = 0;
+
+NSNumber* cornerRadiusOf(NSView* view) { return objc_getAssociatedObject(view, &cornerRadiusKey); }
+
+void setCornerRadius(NSView* view, double radius)
 {
-    NSView* const view = (__bridge NSView*)reinterpret_cast<void*>(handle);
-    return view.window;
+    objc_setAssociatedObject(view, &cornerRadiusKey, @(radius), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
 }
 
 /// AppKit tells the window server only when it makes a panel whether clicks on it activate the program; the
@@ -32,7 +39,19 @@ void preventActivation(NSWindow* window)
         [(id<LMVPreventsActivation>)window _setPreventsActivation:YES];
 }
 
-bool isDressed(NSWindow* window) { return (window.styleMask & NSWindowStyleMaskNonactivatingPanel) != 0; }
+void makePanel(NSWindow* window)
+{
+    if (window.styleMask != NSWindowStyleMaskNonactivatingPanel) // AppKit may rebuild the frame for it
+        window.styleMask = NSWindowStyleMaskNonactivatingPanel;
+    preventActivation(window);
+    window.level = NSPopUpMenuWindowLevel;
+    window.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorTransient |
+                                NSWindowCollectionBehaviorFullScreenAuxiliary;
+    window.hidesOnDeactivate = NO;
+    window.opaque = NO;
+    window.backgroundColor = NSColor.clearColor;
+    window.hasShadow = YES;
+}
 
 /// The material lies behind the toolkit's view: in it, it would cover what the toolkit draws, and the toolkit's
 /// view must stay the content view.
@@ -53,6 +72,14 @@ NSVisualEffectView* material(NSWindow* window)
     view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
     [frame addSubview:view positioned:NSWindowBelow relativeTo:content];
     return view;
+}
+
+void layMaterial(NSWindow* window, double cornerRadius)
+{
+    NSVisualEffectView* const view = material(window);
+    view.frame = window.contentView.frame;
+    view.layer.cornerRadius = cornerRadius;
+    [window invalidateShadow]; // it follows the outline
 }
 
 class OutsideClickMonitor final : public EventMonitor {
@@ -83,37 +110,33 @@ private:
 
 bool MacPanelWindows::dress(WindowHandle handle)
 {
-    NSWindow* const window = windowOf(handle);
-    window.styleMask = NSWindowStyleMaskNonactivatingPanel;
-    preventActivation(window);
-    window.level = NSPopUpMenuWindowLevel;
-    window.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorTransient |
-                                NSWindowCollectionBehaviorFullScreenAuxiliary;
-    window.hidesOnDeactivate = NO;
-    window.opaque = NO;
-    window.backgroundColor = NSColor.clearColor;
-    window.hasShadow = YES;
+    NSView* const view = viewOf(handle);
+    setCornerRadius(view, 0);
+    makePanel(view.window);
     return true;
 }
 
 void MacPanelWindows::blurBehind(WindowHandle handle, double, double, double cornerRadius)
 {
-    NSWindow* const window = windowOf(handle);
-    NSVisualEffectView* const view = material(window);
-    view.frame = window.contentView.frame;
-    view.layer.cornerRadius = cornerRadius;
-    [window invalidateShadow]; // it follows the outline
+    NSView* const view = viewOf(handle);
+    setCornerRadius(view, cornerRadius);
+    layMaterial(view.window, cornerRadius);
 }
 
 void MacPanelWindows::focus(WindowHandle handle)
 {
-    NSWindow* const window = windowOf(handle);
-    if (!isDressed(window)) {
+    NSView* const view = viewOf(handle);
+    NSWindow* const window = view.window;
+    if (NSNumber* const cornerRadius = cornerRadiusOf(view)) { // again, for the window may be another one by now
+        makePanel(window);
+        layMaterial(window, cornerRadius.doubleValue);
+    } else {
         window.toolbarStyle = NSWindowToolbarStylePreference;
         activateApplication();
     }
     [window makeFirstResponder:window.contentView]; // the toolkit's view, which hands keys on
     [window makeKeyAndOrderFront:nil];
+    [window orderFrontRegardless]; // in sight also where the system does not let the program become the active one
 }
 
 std::unique_ptr<EventMonitor> MacPanelWindows::monitorOutsideClicks(WindowHandle, std::function<void()> clicked)

@@ -4,6 +4,7 @@
 #include "platform/macos/MacPanelWindows.h"
 #include "platform/macos/MacStatusBar.h"
 
+#include <QByteArray>
 #include <objc/runtime.h>
 
 namespace lumenvale {
@@ -12,6 +13,8 @@ bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
 
 Shell makeNativeShell(const ProgramIdentity&)
 {
+    // Else the toolkit makes the program the active one whenever it raises a window, the panel included.
+    qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
     Shell shell;
     shell.statusBar = std::make_unique<MacStatusBar>();
     shell.dock = std::make_unique<MacDock>();

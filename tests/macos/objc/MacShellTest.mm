@@ -214,6 +214,28 @@ TEST_F(MacShellTest, ADressedPanelFloatsAndDoesNotActivate)
     EXPECT_EQ(panel.firstResponder, panel.contentView);
 }
 
+TEST_F(MacShellTest, APanelThatTheToolkitPutIntoAnotherWindowIsDressedWhenItIsShown)
+{
+    NSPanel* const first = makePanel(NSWindowStyleMaskBorderless);
+    MacPanelWindows windows;
+    NSView* const view = first.contentView;
+    const WindowHandle handle = handleOf(first);
+    windows.dress(handle);
+    windows.blurBehind(handle, 340, 200, 12);
+    NSPanel* const second = makePanel(NSWindowStyleMaskBorderless);
+    first.contentView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 340, 200)];
+    second.contentView = view;
+    setActive(false);
+    windows.focus(handle);
+    EXPECT_FALSE(NSApp.active);
+    EXPECT_TRUE(second.visible);
+    EXPECT_EQ(second.styleMask, 128U);
+    EXPECT_EQ(second.level, 101);
+    NSArray<NSView*>* const views = view.superview.subviews;
+    ASSERT_EQ(views.count, 2U);
+    EXPECT_EQ(views[0].layer.cornerRadius, 12);
+}
+
 TEST_F(MacShellTest, AWindowThatIsNoPanelComesToTheFrontWithTheProgram)
 {
     NSWindow* const window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 800, 580)
