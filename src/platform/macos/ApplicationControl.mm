@@ -69,13 +69,9 @@ void setInDock(bool isShown)
         activateApplication();
 }
 
-void activateApplication()
-{
-    if (@available(macOS 14.0, *))
-        [NSApp activate];
-    else
-        [NSApp activateIgnoringOtherApps:YES];
-}
+// Since macOS 14 there is also `activate`, a mere request, which the system declines for a program whose only
+// visible part was a panel that does not activate.
+void activateApplication() { [NSApp activateIgnoringOtherApps:YES]; }
 
 void cancelMenuTracking(void* menu) { [(__bridge NSMenu*)menu cancelTracking]; }
 

@@ -29,9 +29,11 @@ namespace {
 
 NSImage* templateImage(const StatusItemContent& content)
 {
-    const std::vector<std::uint8_t> file = encodeTiff({{content.image(1), 1}, {content.image(2), 2}});
+    const Bitmap image1 = content.image(1);
+    const std::vector<std::uint8_t> file = encodeTiff({{image1, 1}, {content.image(2), 2}});
     NSImage* const image = [[NSImage alloc] initWithData:[NSData dataWithBytes:file.data() length:file.size()]];
-    [image setTemplate:YES]; // tinted to suit the bar
+    image.size = NSMakeSize(image1.width, image1.height); // in points, whatever page AppKit takes first
+    [image setTemplate:YES];                              // tinted to suit the bar
     image.accessibilityDescription = toNSString(content.title);
     return image;
 }
