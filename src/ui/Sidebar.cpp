@@ -103,9 +103,11 @@ Sidebar::Sidebar(const QString& label, bool canMove, QWidget* parent) : QListWid
         setDefaultDropAction(Qt::MoveAction);
         setDropIndicatorShown(true);
     }
-    connect(this, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
-        if (item && !isShowing && onSelect)
-            onSelect(item->data(keyRole).toString());
+    // Not its current item: a list that gets the focus makes its first item the current one by itself.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> chosen = selectedItems();
+        if (!chosen.isEmpty() && !isShowing && onSelect)
+            onSelect(chosen.front()->data(keyRole).toString());
     });
 }
 
@@ -129,11 +131,10 @@ void Sidebar::show(const std::vector<SidebarItem>& items, const std::optional<QS
         if (selected == shownItem.key)
             current = static_cast<int>(i);
     }
-    if (current != currentRow())
-        setCurrentRow(current);
     if (current < 0)
         clearSelection();
-    shown = items;
+    else if (current != currentRow() || !item(current)->isSelected())
+        setCurrentRow(current);
     isShowing = false;
 }
 
@@ -149,10 +150,19 @@ void Sidebar::keyPressEvent(QKeyEvent* event)
     QListWidget::keyPressEvent(event);
 }
 
+void Sidebar::startDrag(Qt::DropActions actions)
+{
+    draggedKey = currentItem() ? currentItem()->data(keyRole).toString() : QString();
+    QListWidget::startDrag(actions);
+}
+
 void Sidebar::dropEvent(QDropEvent* event)
 {
-    // The store moves the display, and the list follows it; it never moves its own items.
-    const int source = currentRow();
+    // The store moves the display, and the list follows it; it never moves its own items. While one is dragged it
+    // may go, and others may move.
+    int source = count() - 1;
+    while (source >= 0 && item(source)->data(keyRole).toString() != draggedKey)
+        --source;
     const QModelIndex target = indexAt(event->position().toPoint());
     int destination = target.isValid() ? target.row() : count();
     if (target.isValid() && event->position().y() > visualRect(target).center().y())

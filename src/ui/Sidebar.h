@@ -15,8 +15,6 @@ struct SidebarItem {
     QString title;
     QString detail;
     QString symbol; ///< may be empty
-
-    bool operator==(const SidebarItem& other) const = default;
 };
 
 class Sidebar final : public QListWidget {
@@ -36,12 +34,13 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void dropEvent(QDropEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
 private:
-    std::vector<SidebarItem> shown;
     bool isShowing = false;
+    QString draggedKey;
 };
 
 } // namespace lumenvale

@@ -136,6 +136,19 @@ TEST_F(SettingsTest, TheDisplaysPageShowsTheSelectedDisplayAndFollowsIt)
     EXPECT_TRUE(shows<TextLabel>(window, "Connect a display and refresh."));
 }
 
+TEST_F(SettingsTest, AListThatGetsTheFocusChoosesNothingUntilAskedTo)
+{
+    addPreset();
+    editor.select(std::nullopt);
+    turnLoop();
+    window.activateWindow();
+    sidebar("Presets")->setFocus(Qt::TabFocusReason);
+    turnLoop();
+    EXPECT_EQ(editor.selection.get(), std::nullopt);
+    pressKey(*sidebar("Presets"), Qt::Key_Space);
+    EXPECT_EQ(editor.selection.get(), SettingsSelection(PresetSelection{onlyPreset().id}));
+}
+
 TEST_F(SettingsTest, DisplaysAreMovedByKeyboard)
 {
     Sidebar* list = sidebar("Displays");
