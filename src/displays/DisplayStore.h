@@ -72,8 +72,8 @@ public:
 
     const std::vector<DisplayInfo>& displayList() const override { return displays.get(); }
 
-    /// Also completes when a refresh has dropped the requests, and then on a later turn of the main loop. Must not
-    /// outlive the store.
+    /// Also completes when a refresh has dropped the requests, and always on a later turn of the main loop unless
+    /// there was nothing to wait for. Must not outlive the store.
     Task<> pendingWritesFinished() override;
 
     /// Writes one display after another in display order, those of unknown brightness too. A display that

@@ -204,8 +204,10 @@ void DisplayStore::announceIfIdle()
 Task<> DisplayStore::pendingWritesFinished()
 {
     while (isWriting()) {
-        NextEmission ended(writesEnded);
-        co_await ended;
+        {
+            NextEmission ended(writesEnded);
+            co_await ended;
+        }
         co_await sleepFor(clock, 0ms); // the waiting task goes on from the main loop, not from within this store
     }
 }

@@ -207,13 +207,21 @@ TEST_F(DisplayStoreBatch, PendingWritesFinishWhenARefreshHasDroppedThem)
     clock.advance(0ms);
     EXPECT_EQ(finished, 2);
 
+    store->apply({{"A", 0.1}});
+    waitForWrites(finished);
+    hardware.answerAll();
+    store->requestRefresh(1s);
+    EXPECT_EQ(finished, 2) << "a refresh asked for in between does not bring the turn of those who wait forward";
+    clock.advance(0ms);
+    EXPECT_EQ(finished, 3);
+
     store->setBrightness("A", 0.9);
     waitForWrites(finished);
     waits.cancelAll();
     clock.advance(90ms);
     hardware.answerAll();
     clock.advance(0ms);
-    EXPECT_EQ(finished, 2) << "nobody waits any more";
+    EXPECT_EQ(finished, 3) << "nobody waits any more";
 }
 
 } // namespace
