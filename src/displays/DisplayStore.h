@@ -76,9 +76,8 @@ public:
     /// there was nothing to wait for. Must not outlive the store.
     Task<> pendingWritesFinished() override;
 
-    /// Writes one display after another in display order, those of unknown brightness too. A display that
-    /// `setBrightness` is writing takes the level as its newest request. Levels of an earlier call that are not
-    /// yet written are kept unless this one names the same display.
+    /// Writes one display after another in display order, those of unknown brightness too. A level takes the place
+    /// of what was requested for its display and is not yet written; other levels of an earlier call are kept.
     void apply(const std::map<std::string, double>& levels) override;
     void setLevel(const std::string& id, double level) override;
 
@@ -100,7 +99,7 @@ private:
     Task<> writeBatch();
     void addToBatch(const std::string& id, double level);
     void withdrawFromBatch(const std::string& id);
-    bool hasRequest(const std::string& id) const;
+    bool hasNewerRequest(const std::string& id) const;
     void showOutcome(const std::string& id, const Outcome& outcome);
     bool isWriting() const;
     void announceIfIdle();

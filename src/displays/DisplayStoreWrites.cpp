@@ -98,10 +98,8 @@ void DisplayStore::apply(const std::map<std::string, double>& levels)
             continue;
         ++writeRevision;
         accepted[each.id] = quantise(each, level->second);
-        if (writes.contains(each.id))
-            pendingValues[each.id] = accepted[each.id];
-        else
-            addToBatch(each.id, accepted[each.id]);
+        pendingValues.erase(each.id);
+        addToBatch(each.id, accepted[each.id]);
     }
     if (accepted.empty())
         return;
@@ -147,10 +145,10 @@ void DisplayStore::withdrawFromBatch(const std::string& id)
         batchWrite.reset();
 }
 
-/// A value of this display waits, or is on its way and its outcome will be shown.
-bool DisplayStore::hasRequest(const std::string& id) const
+/// A value of this display waits, or is on its way in the batch and its outcome will be shown.
+bool DisplayStore::hasNewerRequest(const std::string& id) const
 {
-    return writes.contains(id) || batchWrite == id ||
+    return pendingValues.contains(id) || batchWrite == id ||
            std::any_of(batchLevels.begin(), batchLevels.end(),
                        [&](const BatchLevel& each) { return each.id == id; });
 }
@@ -161,7 +159,8 @@ void DisplayStore::keepRequests(std::vector<DisplayInfo>& found)
     std::set<std::string> kept;
     for (DisplayInfo& each : found) {
         const DisplayInfo* shown = display(each.id);
-        if (!shown || !shown->brightness || each.method == ControlMethod::unavailable || !hasRequest(each.id))
+        if (!shown || !shown->brightness || each.method == ControlMethod::unavailable ||
+            !(writes.contains(each.id) || hasNewerRequest(each.id)))
             continue;
         showRequest(each, *shown->brightness); // of a display with a request, that is the request
         kept.insert(each.id);
@@ -180,7 +179,7 @@ void DisplayStore::showOutcome(const std::string& id, const Outcome& outcome)
         unconfirmed.insert(id);
         roundsSinceDdcRead = 0; // leaves time to read the error, which the next reading in turn clears
     }
-    const bool isNewest = !pendingValues.contains(id); // else what the finger has asked for since stays on show
+    const bool isNewest = !hasNewerRequest(id); // else what was asked for since stays on show
     displays.modify([&](std::vector<DisplayInfo>& list) {
         DisplayInfo& shown = listed(list, id);
         shown.error = outcome ? std::nullopt : std::optional(std::string(description(outcome.error())));

@@ -78,17 +78,21 @@ TEST_F(DisplayStoreBatch, AnAnswerThatComesAfterTheUsersOwnWriteIsNotShown)
     EXPECT_EQ(shown("A").status, description(BrightnessError::writeFailed));
 }
 
-TEST_F(DisplayStoreBatch, LevelsForADisplayThatTheUserIsMovingGoThroughItsWriteTask)
+TEST_F(DisplayStoreBatch, LevelsForADisplayThatTheUserIsMovingReplaceItsRequestAndSurviveARefresh)
 {
     store->setBrightness("A", 0.9);
     clock.advance(90ms);
-    store->apply({{"A", 0.1}, {"B", 0.2}});
-    EXPECT_EQ(hardware.waiting(), (Ids{"set A 0.9", "set B 0.2"}));
-    hardware.answerAll();
+    store->setBrightness("A", 0.8);
+    store->apply({{"B", 0.2}, {"A", 0.1}});
+    EXPECT_EQ(hardware.waiting(), (Ids{"set A 0.9", "set A 0.1"}));
+    hardware.answer();
     EXPECT_EQ(shown("A").brightness, 0.1);
+    EXPECT_EQ(shown("A").status, applying);
+    store->requestRefresh(1s);
+    hardware.answerAll();
     clock.advance(90ms);
     hardware.answerAll();
-    EXPECT_EQ(hardware.writes, (Writes{{"A", 0.9}, {"B", 0.2}, {"A", 0.1}}));
+    EXPECT_EQ(hardware.writes, (Writes{{"A", 0.9}, {"A", 0.1}, {"B", 0.2}}));
 }
 
 TEST_F(DisplayStoreBatch, ASecondOneReplacesTheLevelsThatItNamesAndKeepsTheOthers)

@@ -17,7 +17,7 @@ const std::vector<std::string> names{"A", "B", "C", "D", "E"};
 /// What the test knows of the last request for a display.
 struct Request {
     double level = 0.0;
-    bool mayBeDropped = false; ///< a refresh came after it, and it did not come from a batch alone
+    bool mayBeDropped = false; ///< a refresh came after it, and it did not come from a batch
 };
 
 class RandomWorld : public StoreFixture {
@@ -136,7 +136,9 @@ private:
         const DisplayInfo* display = store->display(id);
         if (!display || display->method == ControlMethod::unavailable || !hardware.monitors.contains(id))
             return; // no request, or one that the refresh to come drops
-        if (!byBatch)
+        if (byBatch)
+            requestedByUser.erase(id);
+        else
             requestedByUser.insert(id);
         requests[id] = {quantise(*display, value), false};
     }
