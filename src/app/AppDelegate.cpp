@@ -165,21 +165,9 @@ void AppDelegate::perform(const DesktopRequest& request)
         showSettings();
         return;
     case DesktopRequest::Action::applyPreset:
-        break;
-    }
-    if (store.lastRefresh.get()) {
         performPreset(request.preset);
         return;
     }
-    waitingRequest = request;
-    firstRefresh = store.lastRefresh.subscribe([this](const auto&) { callLater(&AppDelegate::performWaiting); });
-}
-
-void AppDelegate::performWaiting()
-{
-    firstRefresh.reset();
-    if (const auto request = std::exchange(waitingRequest, std::nullopt))
-        performPreset(request->preset);
 }
 
 void AppDelegate::performPreset(const std::string& wanted)

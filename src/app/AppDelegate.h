@@ -99,7 +99,6 @@ private:
     void createSettingsWindow();
     bool handleSettingsKey(QWindow* window, QEvent* event);
 
-    void performWaiting();
     void performPreset(const std::string& wanted);
     void tellVisibility();
     void callLater(void (AppDelegate::*operation)());
@@ -122,8 +121,6 @@ private:
     std::unique_ptr<QMenuBar> mainMenu;
     std::vector<Subscription> menuSizeObservation;
     std::vector<Subscription> menuObservation;
-    Subscription firstRefresh;
-    std::optional<DesktopRequest> waitingRequest; ///< until the displays are known
     std::optional<Clock::TimePoint> dismissedByClick;
     std::size_t displayCount = 0;
     std::size_t presetCount = 0;

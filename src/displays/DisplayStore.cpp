@@ -105,6 +105,7 @@ void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generati
         return; // an observer has asked for the next refresh
     isRefreshing.set(false);
     lastRefresh.set(clock.wallTime());
+    announceIfIdle();
 }
 
 void DisplayStore::setOrder(std::vector<std::string> order)

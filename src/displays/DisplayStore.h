@@ -102,6 +102,7 @@ private:
     bool hasNewerRequest(const std::string& id) const;
     void showOutcome(const std::string& id, const Outcome& outcome);
     bool isWriting() const;
+    bool areDisplaysUnknown() const;
     void announceIfIdle();
 
     Task<> monitor();

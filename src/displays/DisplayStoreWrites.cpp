@@ -194,6 +194,9 @@ void DisplayStore::showOutcome(const std::string& id, const Outcome& outcome)
 
 bool DisplayStore::isWriting() const { return !writes.empty() || !batchLevels.empty() || batchTask.isRunning(); }
 
+/// The first refresh is under way.
+bool DisplayStore::areDisplaysUnknown() const { return isRefreshing.get() && !lastRefresh.get(); }
+
 void DisplayStore::announceIfIdle()
 {
     if (!isWriting())
@@ -202,7 +205,7 @@ void DisplayStore::announceIfIdle()
 
 Task<> DisplayStore::pendingWritesFinished()
 {
-    while (isWriting()) {
+    while (isWriting() || areDisplaysUnknown()) {
         {
             NextEmission ended(writesEnded);
             co_await ended;

@@ -18,7 +18,8 @@ public:
     /// The connected displays, in display order. The reference is good until the list changes.
     virtual const std::vector<DisplayInfo>& displayList() const = 0;
 
-    /// Completes when every write requested so far has reached its display or failed.
+    /// Completes when every write requested so far has reached its display or failed; after a start not before
+    /// the displays are known.
     virtual Task<> pendingWritesFinished() = 0;
 
     /// Starts writing a level (0.0 to 1.0) to each connected display named, and returns.

@@ -66,6 +66,21 @@ TEST_F(PresetEditorStoreTest, AnActivatedPresetReachesEveryDisplayAndStaysActive
     EXPECT_EQ(*editor.activePresetID, std::nullopt);
 }
 
+TEST_F(PresetEditorStoreTest, APresetActivatedBeforeTheFirstRefreshIsAppliedWhenTheDisplaysAreKnown)
+{
+    const Uuid id = presets.addPreset({{"A", 0.2}, {"B", 0.3}}, {}).id;
+    plug("A", {.brightness = 0.4});
+    plug("B", {.method = ControlMethod::apple, .brightness = 0.8});
+    store->requestRefresh();
+    editor.activate(id);
+    EXPECT_EQ(*editor.message, std::nullopt);
+    settle();
+    EXPECT_EQ(hardware.monitors.at("A").brightness, 0.2);
+    EXPECT_EQ(hardware.monitors.at("B").brightness, 0.3);
+    EXPECT_EQ(*editor.activePresetID, id);
+    EXPECT_EQ(editor.message->value_or(""), "Applied Preset 1.");
+}
+
 TEST_F(PresetEditorStoreTest, ASlidersDragOnThePresetPageKeepsThePresetActiveAndOneInThePanelEndsIt)
 {
     plugTwo();
