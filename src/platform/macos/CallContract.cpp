@@ -22,6 +22,12 @@ namespace {
 SIGNATURE(CFRetain, CFTypeRef (*)(CFTypeRef));
 SIGNATURE(CFRelease, void (*)(CFTypeRef));
 SIGNATURE(CFGetTypeID, CFTypeID (*)(CFTypeRef));
+SIGNATURE(CFStringGetTypeID, CFTypeID (*)());
+SIGNATURE(CFBooleanGetTypeID, CFTypeID (*)());
+SIGNATURE(CFNumberGetTypeID, CFTypeID (*)());
+SIGNATURE(CFDataGetTypeID, CFTypeID (*)());
+SIGNATURE(CFArrayGetTypeID, CFTypeID (*)());
+SIGNATURE(CFDictionaryGetTypeID, CFTypeID (*)());
 SIGNATURE(CFStringCreateWithBytes,
           CFStringRef (*)(CFAllocatorRef, const UInt8*, CFIndex, CFStringEncoding, Boolean));
 SIGNATURE(CFStringGetLength, CFIndex (*)(CFStringRef));
@@ -50,6 +56,15 @@ SIGNATURE(CFPreferencesCopyMultiple, CFDictionaryRef (*)(CFArrayRef, CFStringRef
 SIGNATURE(CFPreferencesSetValue, void (*)(CFStringRef, CFPropertyListRef, CFStringRef, CFStringRef, CFStringRef));
 SIGNATURE(CFPreferencesSynchronize, Boolean (*)(CFStringRef, CFStringRef, CFStringRef));
 static_assert(kCFStringEncodingUTF8 == 0x08000100 && kCFNumberSInt64Type == 4 && kCFNumberFloat64Type == 6);
+SIGNATURE(kCFAllocatorDefault, const CFAllocatorRef*);
+SIGNATURE(kCFBooleanTrue, const CFBooleanRef*);
+SIGNATURE(kCFBooleanFalse, const CFBooleanRef*);
+SIGNATURE(kCFPreferencesCurrentUser, const CFStringRef*);
+SIGNATURE(kCFPreferencesAnyHost, const CFStringRef*);
+SIGNATURE(kCFTypeArrayCallBacks, const CFArrayCallBacks*);
+SIGNATURE(kCFTypeDictionaryKeyCallBacks, const CFDictionaryKeyCallBacks*);
+SIGNATURE(kCFTypeDictionaryValueCallBacks, const CFDictionaryValueCallBacks*);
+static_assert(std::is_same_v<decltype(CFRangeMake(0, 0)), CFRange> && sizeof(CFRange) == 2 * sizeof(CFIndex));
 static_assert(sizeof(CFIndex) == 8 && sizeof(Boolean) == 1);
 
 SIGNATURE(IORegistryGetRootEntry, io_registry_entry_t (*)(mach_port_t));
@@ -65,6 +80,7 @@ SIGNATURE(IORegistryEntryCreateCFProperty,
           CFTypeRef (*)(io_registry_entry_t, CFStringRef, CFAllocatorRef, IOOptionBits));
 static_assert(sizeof(io_name_t) == 128 && sizeof(io_string_t) == 512 && sizeof(io_object_t) == 4);
 static_assert(kIORegistryIterateRecursively == 1 && KERN_SUCCESS == 0 && IO_OBJECT_NULL == 0);
+SIGNATURE(kIOMainPortDefault, const mach_port_t*);
 static_assert(sizeof(kIOServicePlane) == sizeof("IOService"));
 
 SIGNATURE(CGMainDisplayID, CGDirectDisplayID (*)());
@@ -103,6 +119,9 @@ static_assert(eventHotKeyInvalidErr == -9879 && eventNotHandledErr == eventNotHa
 static_assert(cmdKey == HotKeyModifier::command && shiftKey == HotKeyModifier::shift);
 static_assert(optionKey == HotKeyModifier::option && controlKey == HotKeyModifier::control);
 
+SIGNATURE(dlopen, void* (*)(const char*, int));
+SIGNATURE(dlsym, void* (*)(void*, const char*));
+SIGNATURE(dlclose, int (*)(void*));
 static_assert(RTLD_LAZY == 1);
 
 #undef SIGNATURE

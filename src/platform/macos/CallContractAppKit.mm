@@ -3,6 +3,7 @@
 // CallContract.cpp; selectors, their types and their availability the compiler checks where they are used.
 #import <AppKit/AppKit.h>
 #import <ServiceManagement/ServiceManagement.h>
+#import <objc/runtime.h>
 
 static_assert(NSWindowStyleMaskNonactivatingPanel == 1 << 7);
 static_assert((NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorTransient |
@@ -17,3 +18,5 @@ static_assert(SMAppServiceStatusNotRegistered == 0 && SMAppServiceStatusEnabled 
 static_assert(NSViewWidthSizable == 2 && NSViewHeightSizable == 16);
 static_assert(kCoreEventClass == 0x61657674 && kAEReopenApplication == 0x72617070);
 static_assert(sizeof(BOOL) == 1 && sizeof(NSInteger) == 8 && sizeof(CGFloat) == 8);
+static_assert(NSActivityUserInitiatedAllowingIdleSystemSleep == 0x00EFFFFF);
+static_assert(OBJC_ASSOCIATION_RETAIN_NONATOMIC == 1);

@@ -4,6 +4,10 @@
 #include "platform/macos/ApplicationControl.h"
 
 #import <AppKit/AppKit.h>
+#if __has_include(<AppKit/NSTrackingArea.h>) // not among what stands in for the system's headers elsewhere
+#import <AppKit/NSTrackingArea.h>
+#define LUMENVALE_HAS_TRACKING_AREAS
+#endif
 #import <QuartzCore/QuartzCore.h>
 #import <objc/runtime.h>
 
@@ -82,6 +86,29 @@ void layMaterial(NSWindow* window, double cornerRadius)
     [window invalidateShadow]; // it follows the outline
 }
 
+/// The toolkit follows the pointer only while its program is the active one, which a panel's seldom is: nothing
+/// under the pointer would light up or show its help.
+void followPointer([[maybe_unused]] NSView* view)
+{
+#ifdef LUMENVALE_HAS_TRACKING_AREAS
+    NSArray<NSTrackingArea*>* const areas = view.trackingAreas;
+    for (NSTrackingArea* each in areas) {
+        if (each.options & NSTrackingActiveAlways)
+            return; // done already
+    }
+    for (NSTrackingArea* each in areas) {
+        if (!(each.options & NSTrackingActiveInActiveApp))
+            continue;
+        const NSTrackingAreaOptions options =
+            (each.options & ~NSTrackingAreaOptions(NSTrackingActiveInActiveApp)) | NSTrackingActiveAlways;
+        [view addTrackingArea:[[NSTrackingArea alloc] initWithRect:each.rect
+                                                           options:options
+                                                             owner:each.owner
+                                                          userInfo:each.userInfo]];
+    }
+#endif
+}
+
 class OutsideClickMonitor final : public EventMonitor {
 public:
     explicit OutsideClickMonitor(const std::function<void()>& clicked)
@@ -130,6 +157,7 @@ void MacPanelWindows::focus(WindowHandle handle)
     if (NSNumber* const cornerRadius = cornerRadiusOf(view)) { // again, for the window may be another one by now
         makePanel(window);
         layMaterial(window, cornerRadius.doubleValue);
+        followPointer(view);
     } else {
         window.toolbarStyle = NSWindowToolbarStylePreference;
         activateApplication();
