@@ -166,11 +166,38 @@ TEST_F(WholePathTest, AnUnpluggedDisplayIsRefused)
     machine.displays[1].uuid = "ANOTHER"; // took over the number
     EXPECT_EQ(set(0.5, "MONITOR"), failure(BrightnessError::disconnected));
     monitor.log.clear();
+    const standin::Node unplugged = machine.root.children[1];
     machine.displays.erase(machine.displays.begin() + 1);
     machine.root.children.erase(machine.root.children.begin() + 1);
     inspect();
     EXPECT_EQ(set(0.5, "MONITOR"), failure(BrightnessError::disconnected));
     EXPECT_TRUE(monitor.log.empty());
+    machine.root.children.push_back(unplugged); // back, under another number
+    machine.displays.push_back(
+        {.id = 7, .uuid = "MONITOR", .information = PropertyDictionary{{"IODisplayLocation", path}}});
+    EXPECT_EQ(set(0.5, "MONITOR"), failure(BrightnessError::disconnected)); // nobody has looked yet
+    inspect();
+    EXPECT_EQ(set(0.7, "MONITOR"), 0.7);
+    EXPECT_EQ(monitor.current, 70);
+}
+
+TEST_F(WholePathTest, TwoMonitorsThatCannotBeToldApartAreRefused)
+{
+    for (std::size_t each : {1U, 2U}) {
+        machine.displays[each].information =
+            PropertyDictionary{{"DisplayVendorID", 0x10AC},         {"DisplayProductID", 0xD04C},
+                               {"DisplayWeekManufacture", 2},       {"DisplayYearManufacture", 2017},
+                               {"DisplayHorizontalImageSize", 600}, {"DisplayVerticalImageSize", 340}};
+        machine.root.children[each].children[0].properties.push_back(
+            {"EDID UUID", "10AC4CD0-0000-0000-021B-0104B53C2278"});
+    }
+    inspect();
+    EXPECT_EQ(records[1].method, ControlMethod::unavailable);
+    EXPECT_TRUE(monitor.log.empty());
+    machine.displays.pop_back();
+    machine.root.children.pop_back();
+    inspect(); // alone it is known by the same facts
+    EXPECT_EQ(set(0.6, "MONITOR"), 0.6);
 }
 
 TEST_F(WholePathTest, SeveralChannelsAtOneFramebufferAreTrustedByNobody)
