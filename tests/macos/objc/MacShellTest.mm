@@ -66,6 +66,19 @@ NSPanel* makePanel(NSWindowStyleMask mask)
                                           defer:NO];
 }
 
+NSEvent* mouseEvent(NSEventType type)
+{
+    return [NSEvent mouseEventWithType:type
+                              location:NSMakePoint(0, 0)
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:0
+                               context:nil
+                           eventNumber:0
+                            clickCount:1
+                              pressure:1];
+}
+
 WindowHandle handleOf(NSWindow* window)
 {
     return reinterpret_cast<WindowHandle>((__bridge void*)window.contentView);
@@ -261,6 +274,11 @@ TEST_F(MacShellTest, ClicksInOtherProgramsAreToldUntilTheMonitorEnds)
     sendGlobalEvent(mouseDown());
     EXPECT_EQ(clicks, 1);
     EXPECT_EQ(eventMonitors(), 0U);
+
+    const auto another = MacPanelWindows().monitorOutsideClicks(0, [&] { ++clicks; });
+    for (const NSEventType type : {NSEventTypeRightMouseDown, NSEventTypeLeftMouseUp, NSEventTypeRightMouseUp})
+        sendGlobalEvent(mouseEvent(type));
+    EXPECT_EQ(clicks, 2); // of the right button
 }
 
 TEST_F(MacShellTest, TheDockIconComesAndGoes)
