@@ -93,13 +93,16 @@ void BrightnessSlider::show(const BrightnessRow& row)
     symbol->setSymbol(display.isBuiltIn ? "laptopcomputer" : "display");
     title->setText(name);
     problem->setVisible(display.error.has_value());
-    problem->setToolTip(qString(display.error.value_or("")));
-    problem->setAccessibleName(problem->toolTip());
+    const QString error = qString(display.error.value_or(""));
+    problem->setToolTip(toolTipText(error));
+    problem->setAccessibleName(error);
+    problem->setAccessibleDescription(error); // not the tooltip's markup
     slider->setAccessibleName(qString(display.name + " brightness"));
     // Without a problem to show, the status says why a display cannot be set.
     const QString hint = canBeSet(shown) ? QString() : qString(display.status);
-    setToolTip(hint);
-    slider->setAccessibleDescription(display.error ? problem->toolTip() : hint);
+    setToolTip(toolTipText(hint));
+    setAccessibleDescription(hint);
+    slider->setAccessibleDescription(display.error ? error : hint);
     slider->setEnabled(canBeSet(shown));
     slider->setStep(stepFraction(display));
     showBrightness();

@@ -129,7 +129,7 @@ QString detailText(const DisplayInfo& display, const std::vector<Finding>& findi
 }
 
 DisplayDetail::DisplayDetail(QWidget* parent)
-    : QWidget(parent), title(new TextLabel(TextRole::title)), control(new Rows), identity(new Rows),
+    : QWidget(parent), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
       status(new TextLabel(TextRole::digits, TextColour::secondary)),
       problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
       copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))

@@ -12,6 +12,7 @@
 
 namespace lumenvale {
 
+class ElidedLabel;
 class SmallButton;
 class TextLabel;
 
@@ -37,7 +38,7 @@ private:
 
     DisplayInfo shown;
     std::vector<Finding> shownFindings;
-    TextLabel* title;
+    ElidedLabel* title;
     Rows* control;
     Rows* identity;
     TextLabel* status;

@@ -7,10 +7,18 @@
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
 namespace lumenvale {
+
+QString toolTipText(const QString& text)
+{
+    constexpr qsizetype longestLine = 120; // the toolkit wraps nothing but markup
+    const bool isPlain = text.size() <= longestLine && !Qt::mightBeRichText(text);
+    return isPlain ? text : "<span>" + text.toHtmlEscaped() + "</span>";
+}
 
 QColor colourOf(const Theme& theme, TextColour colour)
 {
@@ -36,10 +44,11 @@ ElidedLabel::ElidedLabel(TextRole role, TextColour textColour, QWidget* parent)
 
 void ElidedLabel::setText(const QString& text)
 {
-    if (text == content)
+    const QString line = oneLine(text);
+    if (line == content)
         return;
-    content = text;
-    setAccessibleName(text);
+    content = line;
+    setAccessibleName(line);
     updateGeometry();
     updateToolTip();
     update();
@@ -76,7 +85,7 @@ void ElidedLabel::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
-void ElidedLabel::updateToolTip() { setToolTip(sizeHint().width() > width() ? content : QString()); }
+void ElidedLabel::updateToolTip() { setToolTip(sizeHint().width() > width() ? toolTipText(content) : QString()); }
 
 NumberLabel::NumberLabel(QWidget* parent) : QWidget(parent)
 {

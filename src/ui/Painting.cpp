@@ -123,11 +123,21 @@ QColor contentColour(const Theme& theme, bool enabled)
     return colour;
 }
 
+QString oneLine(QString text)
+{
+    for (QChar& each : text) {
+        if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
+            each == QChar::ParagraphSeparator)
+            each = ' ';
+    }
+    return text;
+}
+
 void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction)
 {
     const QFontMetricsF metrics(painter.font(), painter.device());
     // A width of whole points is what a label asks for; it must not cost the last letter.
-    const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width() + 0.5);
+    const QString shown = metrics.elidedText(oneLine(text), Qt::ElideRight, box.width() + 0.5);
     const Qt::Alignment side = direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
     const Qt::LayoutDirection before = painter.layoutDirection();
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);

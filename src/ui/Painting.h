@@ -44,6 +44,9 @@ bool showsFocus(const QWidget* widget);
 /// The colour of a symbol or text on a control.
 QColor contentColour(const Theme& theme, bool enabled);
 
+/// The text with its line breaks made blanks, as wide as it is drawn.
+QString oneLine(QString text);
+
 /// One line of text at the box's leading side, cut with an ellipsis where it is too long. The text's own direction
 /// orders its words; `direction` is the interface's and only says where it starts.
 void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PresetRow.h"
 
+#include "ui/Labels.h"
 #include "ui/Painting.h"
 #include "ui/PreferredHeight.h"
 #include "ui/PresetRowAccessible.h"
@@ -31,6 +32,7 @@ void PresetRow::show(const QString& name, bool active)
         return;
     isActive = active;
     setText(name);
+    setShortcut({}); // which the base class makes from an ampersand in the name
     setAccessibleName(name);
     setAccessibleDescription(active ? QStringLiteral("Active") : QString());
     setFont(fontFor(active ? TextRole::strong : TextRole::body));
@@ -54,7 +56,7 @@ QRectF PresetRow::nameBox() const
 void PresetRow::updateToolTip()
 {
     const bool isCut = QFontMetricsF(font()).horizontalAdvance(text()) > nameBox().width();
-    setToolTip(isCut ? text() : QString());
+    setToolTip(isCut ? toolTipText(text()) : QString());
 }
 
 void PresetRow::resizeEvent(QResizeEvent* event)

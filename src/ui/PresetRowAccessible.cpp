@@ -16,7 +16,8 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        return QAccessibleWidget::text(kind == QAccessible::Value ? QAccessible::Description : kind);
+        // Not the base class's description, which is the tooltip where there is none.
+        return kind == QAccessible::Value ? row()->accessibleDescription() : QAccessibleWidget::text(kind);
     }
     QStringList actionNames() const override
     {

@@ -2,6 +2,7 @@
 #include "ui/Sidebar.h"
 
 #include "ui/FocusMark.h"
+#include "ui/Labels.h"
 #include "ui/Painting.h"
 #include "ui/ScrollBar.h"
 #include "ui/Symbols.h"
@@ -72,8 +73,7 @@ private:
         const auto line = [&](const QRect& place, TextRole role, const QColor& colour, const QString& text) {
             painter.setFont(fontFor(role));
             painter.setPen(colour);
-            painter.drawText(place, QStyle::visualAlignment(direction, Qt::AlignLeft) | Qt::AlignVCenter,
-                             painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+            drawElidedText(painter, place, text, direction);
         };
         const int middle = inner.top() + inner.height() * 11 / 20;
         line(QRect(inner.topLeft(), QPoint(inner.right(), middle)), TextRole::body, primary,
@@ -127,7 +127,7 @@ void Sidebar::show(const std::vector<SidebarItem>& items, const std::optional<QS
         row->setData(detailRole, shownItem.detail);
         row->setData(symbolRole, shownItem.symbol);
         row->setData(Qt::AccessibleTextRole, QString(shownItem.title + ", " + shownItem.detail));
-        row->setToolTip(shownItem.title);
+        row->setToolTip(toolTipText(shownItem.title));
         if (selected == shownItem.key)
             current = static_cast<int>(i);
     }

@@ -228,7 +228,7 @@ TEST_F(BrightnessMenuTest, ARefusedBrightnessShowsItsProblem)
     settle();
     auto* symbol = named<SymbolLabel>(panel, text);
     ASSERT_TRUE(symbol);
-    EXPECT_EQ(symbol->toolTip(), text);
+    EXPECT_EQ(symbol->toolTip(), toolTipText(text));
     EXPECT_EQ(slider("A")->accessibleDescription(), text);
 }
 
@@ -270,6 +270,24 @@ TEST_F(BrightnessMenuTest, PresetsAreListedMarkedAndApplied)
     presets.deletePreset(evening);
     turnLoop();
     EXPECT_FALSE(presetRow("Evening"));
+}
+
+TEST_F(BrightnessMenuTest, ANameIsOnlyText)
+{
+    open();
+    const std::string name = "<b>R&D</b>, " + std::string(80, 'W');
+    addPreset(name.c_str(), 0.2);
+    turnLoop();
+    PresetRow* const row = presetRow(QString::fromStdString(name));
+    ASSERT_TRUE(row);
+    EXPECT_TRUE(row->shortcut().isEmpty()) << "Alt-D would apply it";
+    EXPECT_TRUE(row->toolTip().contains("&lt;b&gt;R&amp;D&lt;/b&gt;"));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(row)->text(QAccessible::Value), "") << "it is not active";
+    ElidedLabel twoLines(TextRole::name);
+    ElidedLabel one(TextRole::name);
+    twoLines.setText("two\nlines");
+    one.setText("two lines");
+    EXPECT_EQ(twoLines.sizeHint(), one.sizeHint()) << "drawn with a blank, it needs room for it";
 }
 
 TEST_F(BrightnessMenuTest, TheFooterOpensSettingsAndRefreshes)
