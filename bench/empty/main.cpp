@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a program of windows costs before it does anything: an empty window and an icon in the tray. The whole program is
-// measured against it.
+// What a program of windows costs before it does anything: an empty window and an icon in the tray. The whole
+// program is measured against it.
 #include <QApplication>
 #include <QIcon>
 #include <QPixmap>

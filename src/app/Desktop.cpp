@@ -33,7 +33,7 @@ int runWithoutDelegate(int& argc, char** argv)
     return QApplication::exec();
 }
 
-void handOver(const std::string& folder, std::optional<DesktopRequest> request)
+void handOver(const std::string& folder, const std::optional<DesktopRequest>& request)
 {
     std::signal(SIGPIPE, SIG_IGN); // the first copy may end at this very moment
     DesktopRequest wanted = request.value_or(DesktopRequest());

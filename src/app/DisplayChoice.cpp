@@ -62,6 +62,7 @@ tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<D
     if (text == "all")
         return displays;
     std::vector<Candidate> candidates;
+    candidates.reserve(displays.size());
     for (const DisplayInfo& each : displays)
         candidates.push_back({each.id, each.name});
     return chooseByName(candidates, text, "display").map([&](std::size_t position) {

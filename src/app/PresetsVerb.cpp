@@ -42,9 +42,7 @@ std::vector<DisplayInfo> present(const BrightnessPreset& preset, std::vector<Dis
 void printAbsent(std::ostream& out, const BrightnessPreset& preset, const std::vector<DisplayInfo>& displays)
 {
     for (const auto& [id, level] : preset.values) {
-        const bool isPresent =
-            std::any_of(displays.begin(), displays.end(), [&](const DisplayInfo& each) { return each.id == id; });
-        if (isPresent)
+        if (std::ranges::find(displays, id, &DisplayInfo::id) != displays.end())
             continue;
         const auto name = preset.displayNames.find(id);
         out << (name == preset.displayNames.end() ? id : name->second) << ": Not connected.\n";

@@ -65,6 +65,7 @@ struct PromiseBase {
         Awaiter awaiter;
         TaskState* state;
 
+        // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the analyzer loses the pointer in the frame
         bool await_ready() { return !state->abandoned && awaiter.await_ready(); }
         template <typename Promise>
         std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> waiter)

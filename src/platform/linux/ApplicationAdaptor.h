@@ -17,12 +17,14 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
 public:
     ApplicationAdaptor(QObject* parent, const DockContent& called);
 
+    // NOLINTBEGIN(readability-identifier-naming): the interface names them
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
     /// The program opens no documents; it comes up as when it is activated.
     void Open(const QStringList& uris, const QVariantMap& platformData);
     /// `action` is the identifier of a row of the Dock menu; others are ignored.
     void ActivateAction(const QString& action, const QVariantList& parameter, const QVariantMap& platformData);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     const DockContent& content;

@@ -71,13 +71,13 @@ std::int64_t Backlight::minimum() const
 
 std::int64_t Backlight::rawValue(double level) const
 {
-    const double range = static_cast<double>(maximum - minimum());
+    const auto range = static_cast<double>(maximum - minimum());
     return minimum() + std::llround(std::clamp(level, 0.0, 1.0) * range);
 }
 
 double Backlight::level(std::int64_t raw) const
 {
-    const double range = static_cast<double>(maximum - minimum());
+    const auto range = static_cast<double>(maximum - minimum());
     return std::clamp(static_cast<double>(raw - minimum()) / range, 0.0, 1.0);
 }
 

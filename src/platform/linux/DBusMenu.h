@@ -33,6 +33,7 @@ public:
     /// Tells the bus that the menu is another one now.
     void announceChange();
 
+    // NOLINTBEGIN(readability-identifier-naming): the interface names them
 public Q_SLOTS:
     uint GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
                    lumenvale::DBusMenuLayout& layout);
@@ -48,6 +49,7 @@ Q_SIGNALS:
                                 const QList<lumenvale::DBusMenuItemKeys>& removed);
     void LayoutUpdated(uint revision, int parent);
     void ItemActivationRequested(int id, uint timestamp);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     int numberOf(const std::string& entryId);

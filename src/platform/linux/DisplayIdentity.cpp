@@ -58,7 +58,7 @@ std::string displayUuid(const Connector& connector, const std::vector<Connector>
 
 std::string displayName(const Connector& connector, const std::vector<Connector>& all)
 {
-    const std::string name = ownName(connector);
+    std::string name = ownName(connector);
     const bool isShared = std::any_of(all.begin(), all.end(), [&](const Connector& other) {
         return !isSame(connector, other) && other.isDisplay() && ownName(other) == name;
     });

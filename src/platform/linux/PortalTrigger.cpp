@@ -51,7 +51,7 @@ std::string portalTrigger(std::uint32_t keyCode, std::uint32_t modifiers)
 {
     const std::string key = keyName(keyCode);
     if (key.empty())
-        return key;
+        return {};
     std::string trigger;
     if (modifiers & HotKeyModifier::control)
         trigger += "CTRL+";

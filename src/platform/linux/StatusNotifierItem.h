@@ -94,6 +94,7 @@ public:
     bool itemIsMenu() const { return false; }
     QDBusObjectPath menu() const { return QDBusObjectPath(StatusNotifierItem::menuPath); }
 
+    // NOLINTBEGIN(readability-identifier-naming): the interface names them
 public Q_SLOTS:
     void Activate(int x, int y) { item.activate(x, y); }
     void SecondaryActivate(int x, int y) { item.activate(x, y); }
@@ -110,6 +111,7 @@ Q_SIGNALS:
     void NewToolTip();
     void NewStatus(const QString& status);
     void NewMenu();
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     StatusNotifierItem& item;

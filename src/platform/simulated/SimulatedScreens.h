@@ -33,7 +33,8 @@ private:
     std::vector<std::string> reported;
 };
 
-/// Watches the folder once someone listens. A monitor that only changed its brightness, or how it fails, is no news.
+/// Watches the folder once someone listens. A monitor that only changed its brightness, or how it fails, is no
+/// news.
 class SimulatedEvents final : public SystemEvents {
 public:
     SimulatedEvents(std::string folder, Clock& clock);
