@@ -154,17 +154,6 @@ TEST_F(DisplayStoreMonitoring, AnAnswerThatWasOvertakenChangesNothing)
     EXPECT_TRUE(observed.empty());
 }
 
-TEST_F(DisplayStoreMonitoring, StopsAskingTheOtherDisplaysWhenARequestComes)
-{
-    plug("second", {.method = ControlMethod::apple});
-    refresh();
-    clock.advance(750ms);
-    EXPECT_EQ(hardware.waiting(), (Ids{"read apple"}));
-    store->setBrightness("second", 0.9);
-    hardware.answerAll();
-    EXPECT_EQ(reads("second"), 0u);
-}
-
 TEST_F(DisplayStoreMonitoring, AfterAFailedWriteADdcDisplayIsReadNextWithTheErrorLeftOnShow)
 {
     store->setWindowVisible(true);
@@ -210,15 +199,6 @@ TEST_F(DisplayStoreMonitoring, AFailureThatIsOvercomeMakesNoReadingOutOfTurn)
     }
     EXPECT_EQ(reads("ddc"), 0u);
     EXPECT_EQ(reads("apple"), 2u);
-}
-
-TEST_F(DisplayStoreMonitoring, EndsForGoodAlsoFromWithinItsOwnReport)
-{
-    store->brightnessObserved = [this](const auto&) { store->stopMonitoring(); };
-    hardware.monitors["apple"].brightness = 0.1;
-    round();
-    EXPECT_EQ(shown("apple").brightness, 0.1);
-    EXPECT_EQ(clock.pendingCount(), 0u);
 }
 
 } // namespace

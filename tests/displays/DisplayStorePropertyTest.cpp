@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Random users, hands on monitors, cables and sleep; what must hold after every step and when all has settled.
 #include "base/TaskScope.h"
-#include "support/StoreFixture.h"
+#include "support/RandomWorld.h"
 
 #include <algorithm>
-#include <random>
 #include <set>
 
 namespace lumenvale {
@@ -12,61 +11,47 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::vector<std::string> names{"A", "B", "C", "D", "E"};
-
 /// What the test knows of the last request for a display.
 struct Request {
     double level = 0.0;
     bool mayBeDropped = false; ///< a refresh came after it, and it did not come from a batch
 };
 
-class RandomWorld : public StoreFixture {
+class StoreWorld : public RandomWorld {
 public:
-    void TestBody() override {}
-
-    explicit RandomWorld(unsigned seed) : random(seed), inOrder(seed % 2 == 0), usesBatches(seed % 3 != 0)
+    explicit StoreWorld(unsigned seed)
+        : RandomWorld(seed, {"A", "B", "C", "D", "E"}), inOrder(seed % 2 == 0), usesBatches(seed % 3 != 0)
     {
         subscription = store->displays.subscribe([this](const auto&) { ++published; });
         store->brightnessObserved = [this](const std::vector<DisplayInfo>& changed) {
             for (const DisplayInfo& each : changed)
                 EXPECT_EQ(shown(each.id), each);
         };
-        for (const std::string& name : names)
-            connect(name);
         store->startMonitoring();
         refresh();
     }
 
     void step()
     {
-        switch (pick(16)) {
-        case 0:
-        case 1:
-        case 2:
-            return request(name(), level());
-        case 3:
-            return usesBatches ? applyLevels() : request(name(), level());
-        case 4:
-        case 5:
-        case 6:
-            return clock.advance(std::chrono::milliseconds(pick(200)));
-        case 7:
-        case 8:
-        case 9:
-        case 10:
-            return answerOne();
-        case 11:
-            return changeByHand(name());
-        case 12:
-            return changeCables(name());
-        case 13:
-            return pick(3) == 0 ? requestRefresh(pick(2) * 300) : move();
-        case 14:
-            return sleepOrWake();
-        default:
-            ++waitsBegun;
-            return waits.spawn(countWhenFinished());
-        }
+        const unsigned choice = pick(16);
+        if (choice < 3)
+            request(name(), level());
+        else if (choice < 4)
+            usesBatches ? applyLevels() : request(name(), level());
+        else if (choice < 7)
+            clock.advance(std::chrono::milliseconds(pick(200)));
+        else if (choice < 11)
+            answerOne();
+        else if (choice < 12)
+            changeByHand(name());
+        else if (choice < 13)
+            replug(name());
+        else if (choice < 14)
+            pick(3) == 0 ? requestRefresh(pick(2) * 300) : store->moveDisplays({pick(6), pick(6)}, pick(7));
+        else if (choice < 15)
+            sleep();
+        else
+            waits.spawn(countWhenFinished());
     }
 
     void checkAlways()
@@ -90,11 +75,7 @@ public:
     /// Lets everything come to an end and compares the store with the world.
     void settle()
     {
-        for (auto& [id, monitor] : hardware.monitors)
-            monitor.isReadable = true;
-        screens.asleep.clear();
-        events.send(SystemEvent::screensDidWake);
-        store->setWindowVisible(true);
+        wakeEverything();
         for (int round = 0; round < 60; ++round) { // 6 s: longer than every delay, with DDC rounds at the end
             while (!hardware.waiting().empty())
                 answerOne();
@@ -119,18 +100,6 @@ public:
     }
 
 private:
-    unsigned pick(unsigned count) { return static_cast<unsigned>(random() % count); }
-    std::string name() { return names[pick(static_cast<unsigned>(names.size()))]; }
-    double level() { return pick(1001) / 1000.0; }
-
-    void connect(const std::string& id)
-    {
-        const ControlMethod method = id == "A"   ? ControlMethod::apple
-                                     : id == "E" ? ControlMethod::unavailable
-                                                 : ControlMethod::ddc;
-        plug(id, {.method = method, .maximum = static_cast<std::uint16_t>(id == "B" ? 255 : 100)});
-    }
-
     void note(const std::string& id, double value, bool byBatch)
     {
         const DisplayInfo* display = store->display(id);
@@ -185,36 +154,17 @@ private:
             EXPECT_EQ(published, before) << "an answer to a question from before a refresh was shown";
         }
     }
-    void changeByHand(const std::string& id)
-    {
-        const auto monitor = hardware.monitors.find(id);
-        if (monitor == hardware.monitors.end())
-            return;
-        const double units = monitor->second.maximum;
-        monitor->second.brightness = std::round(level() * units) / units;
-        const std::optional<BrightnessError> failures[] = {std::nullopt, std::nullopt, BrightnessError::mismatch,
-                                                           BrightnessError::readFailed};
-        monitor->second.writeError = failures[pick(4)];
-        monitor->second.isReadable = pick(4) != 0;
-    }
-    void changeCables(const std::string& id)
+    void replug(const std::string& id)
     {
         if (pick(3) != 0)
             return;
-        if (hardware.monitors.contains(id))
-            unplug(id);
-        else
-            connect(id);
         requests.erase(id);
         noteRefresh();
-        events.send(SystemEvent::screenParametersChanged);
+        changeCables(id);
     }
-    void move() { store->moveDisplays({pick(6), pick(6)}, pick(7)); }
-    void sleepOrWake()
+    void sleep()
     {
-        const SystemEvent kinds[] = {SystemEvent::screensDidSleep, SystemEvent::systemWillSleep,
-                                     SystemEvent::screensDidWake, SystemEvent::systemDidWake};
-        const SystemEvent event = kinds[pick(4)];
+        const SystemEvent event = sleepOrWake();
         if (event == SystemEvent::systemDidWake)
             noteRefresh();
         events.send(event);
@@ -224,6 +174,7 @@ private:
     }
     Task<> countWhenFinished()
     {
+        ++waitsBegun;
         co_await store->pendingWritesFinished();
         EXPECT_EQ(hardware.liveCalls("set"), 0u);
         ++waitsEnded;
@@ -239,7 +190,6 @@ private:
         return -1.0;
     }
 
-    std::mt19937 random;
     const bool inOrder;
     const bool usesBatches;
     std::map<std::string, Request> requests;
@@ -257,7 +207,7 @@ TEST(DisplayStoreProperties, HoldForRandomUsersMonitorsAndCables)
 {
     for (unsigned seed = 1; seed <= 60; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomWorld world(seed);
+        StoreWorld world(seed);
         for (int step = 0; step < 300 && !testing::Test::HasFailure(); ++step) {
             SCOPED_TRACE("step " + std::to_string(step));
             world.step();

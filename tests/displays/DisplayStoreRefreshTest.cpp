@@ -14,7 +14,7 @@ TEST_F(DisplayStoreRefresh, PublishesTheConnectedDisplaysInTheSavedOrderAndNewOn
     defaults.set("displayOrder", PropertyArray{"B", "X", 7, "A", "B"});
     store = std::make_unique<DisplayStore>(hardware, defaults, screens, events, clock);
     plug("N");
-    plug("A", {.method = ControlMethod::apple, .brightness = 0.25});
+    plug("A");
     plug("B", {.method = ControlMethod::unavailable});
     screens.list.emplace_back(); // a screen without a display number
 
@@ -28,50 +28,7 @@ TEST_F(DisplayStoreRefresh, PublishesTheConnectedDisplaysInTheSavedOrderAndNewOn
     EXPECT_EQ(savedOrder(), (Ids{"B", "X", "A", "N"}));
     EXPECT_FALSE(store->isRefreshing.get());
     EXPECT_EQ(store->lastRefresh.get(), clock.wallTime());
-    EXPECT_EQ(shown("A").brightness, 0.25);
-    EXPECT_EQ(shown("B").method, ControlMethod::unavailable);
     EXPECT_EQ(shown("B").status, "No control.");
-}
-
-TEST_F(DisplayStoreRefresh, WithoutScreensPublishesAnEmptyListAndKeepsTheOrder)
-{
-    plug("A");
-    plug("B");
-    refresh();
-    unplug("A");
-    unplug("B");
-    refresh();
-    EXPECT_TRUE(shownIDs().empty());
-    EXPECT_EQ(savedOrder(), (Ids{"A", "B"}));
-    EXPECT_FALSE(store->isRefreshing.get());
-}
-
-TEST_F(DisplayStoreRefresh, TwoInQuickSuccessionPublishOnceWithWhatTheSecondFinds)
-{
-    int published = 0;
-    const Subscription subscription = store->displays.subscribe([&](const auto&) { ++published; });
-    plug("A");
-    store->requestRefresh();
-    plug("B");
-    store->requestRefresh();
-    EXPECT_EQ(hardware.waiting(), (Ids{"inspect A", "inspect A B"})); // the first has begun and is finished
-    hardware.answer(1);
-    hardware.answer(0);
-    EXPECT_EQ(published, 1);
-    EXPECT_EQ(shownIDs(), (Ids{"A", "B"}));
-    EXPECT_FALSE(store->isRefreshing.get());
-}
-
-TEST_F(DisplayStoreRefresh, WaitsItsDelayBeforeItReadsTheScreens)
-{
-    store->requestRefresh(300ms);
-    plug("A");
-    clock.advance(299ms);
-    EXPECT_TRUE(hardware.log.empty());
-    EXPECT_TRUE(store->isRefreshing.get());
-    clock.advance(1ms);
-    hardware.answerAll();
-    EXPECT_EQ(shownIDs(), (Ids{"A"}));
 }
 
 TEST_F(DisplayStoreRefresh, FollowsScreenChangesAfter700AndAWakeAfter1500Milliseconds)
@@ -95,21 +52,6 @@ TEST_F(DisplayStoreRefresh, FollowsScreenChangesAfter700AndAWakeAfter1500Millise
     EXPECT_EQ(hardware.log.size(), 1u);
     clock.advance(1ms);
     EXPECT_EQ(hardware.log.size(), 2u);
-}
-
-TEST_F(DisplayStoreRefresh, ADisplayThatReturnsTakesItsOldPlace)
-{
-    for (const char* id : {"A", "B", "C"})
-        plug(id);
-    refresh();
-    unplug("A");
-    plug("D");
-    refresh();
-    EXPECT_EQ(shownIDs(), (Ids{"B", "C", "D"}));
-    plug("A");
-    refresh();
-    EXPECT_EQ(shownIDs(), (Ids{"A", "B", "C", "D"}));
-    EXPECT_EQ(savedOrder(), (Ids{"A", "B", "C", "D"}));
 }
 
 TEST_F(DisplayStoreRefresh, AMoveIsSavedAtOnceAndHoldsAgainstARefreshUnderWay)

@@ -180,16 +180,5 @@ TEST_F(DisplayStoreWrites, ARequestForADisplayThatARefreshNoLongerFindsIsDropped
     EXPECT_EQ(clock.pendingCount(), 0u);
 }
 
-TEST_F(DisplayStoreWrites, AnOutcomeFindsItsDisplayAgainAfterAMove)
-{
-    store->setBrightness("A", 0.9);
-    clock.advance(90ms);
-    store->moveDisplays({0}, 2);
-    hardware.answer();
-    EXPECT_EQ(shownIDs(), (Ids{"B", "A"}));
-    EXPECT_EQ(shown("A").brightness, 0.9);
-    EXPECT_EQ(shown("B").brightness, 0.5);
-}
-
 } // namespace
 } // namespace lumenvale

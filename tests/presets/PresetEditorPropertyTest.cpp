@@ -3,18 +3,15 @@
 // all has settled an active preset matches the screen, and a preset that nothing has been done against since it
 // was applied is active and on every monitor that it names.
 #include "presets/PresetEditor.h"
-#include "support/StoreFixture.h"
+#include "support/RandomWorld.h"
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace lumenvale {
 namespace {
 
 using namespace std::chrono_literals;
-
-const std::vector<std::string> names{"A", "B", "C", "D"};
 
 bool isShown(const DisplayInfo& display, double level)
 {
@@ -23,68 +20,58 @@ bool isShown(const DisplayInfo& display, double level)
     return std::abs(*display.brightness - level) <= 0.0001;
 }
 
-class PresetWorld : public StoreFixture {
+class PresetWorld : public RandomWorld {
 public:
-    explicit PresetWorld(unsigned seed) : random(seed)
+    explicit PresetWorld(unsigned seed) : RandomWorld(seed, {"A", "B", "C", "D"})
     {
         store->brightnessObserved = [this](const auto& changed) { editor.displaysChanged(changed); };
         listObserver = store->displays.subscribe([this](const auto& list) {
             editor.displaysChanged(list);
             isListNew = true;
         });
-        for (const std::string& name : names)
-            connect(name);
         store->startMonitoring();
         refresh();
         for (int count = 0; count < 3; ++count) {
             std::map<std::string, double> levels;
-            for (const std::string& name : names)
-                levels[name] = quantise(shown(name), level());
+            for (const std::string& each : names)
+                levels[each] = quantise(shown(each), level());
             presets.addPreset(std::move(levels), {});
         }
     }
     ~PresetWorld() override { listObserver.reset(); }
-    void TestBody() override {}
 
     void step()
     {
-        switch (pick(18)) {
-        case 0:
-        case 1:
-            return activate();
-        case 2:
-            return select();
-        case 3:
-            return pick(2) == 0 ? editor.show(name()) : close();
-        case 4:
-            return revert();
-        case 5:
-        case 6:
-            return edit();
-        case 7:
-            return request();
-        case 8:
-            return changeByHand();
-        case 9:
-            return requestRefresh();
-        case 10:
-            return pick(3) == 0 ? changeCables() : store->moveDisplays({pick(4)}, pick(5));
-        case 11:
-            return addOrDelete();
-        case 12:
-            return sleepOrWake();
-        default:
-            clock.advance(std::chrono::milliseconds(pick(150)));
-            for (unsigned answers = pick(4); answers > 0 && !hardware.waiting().empty(); --answers)
-                hardware.answer();
-            turn();
-        }
+        const unsigned choice = pick(18);
+        if (choice < 2)
+            activate();
+        else if (choice < 3)
+            select();
+        else if (choice < 4)
+            pick(2) == 0 ? editor.show(name()) : close();
+        else if (choice < 5)
+            revert();
+        else if (choice < 7)
+            edit();
+        else if (choice < 8)
+            disturb([this] { store->setBrightness(name(), level()); });
+        else if (choice < 9)
+            disturb([this] { changeByHand(name()); });
+        else if (choice < 10)
+            requestRefresh();
+        else if (choice < 11)
+            pick(3) == 0 ? replug() : store->moveDisplays({pick(4)}, pick(5));
+        else if (choice < 12)
+            addOrDelete();
+        else if (choice < 13)
+            sleep();
+        else
+            passTime();
     }
 
     void settle()
     {
-        events.send(SystemEvent::screensDidWake);
-        store->setWindowVisible(true);
+        wakeEverything();
         for (int round = 0; round < 70; ++round) {
             clock.advance(100ms);
             hardware.answerAll();
@@ -106,16 +93,8 @@ public:
     int undisturbedCount = 0;
 
 private:
-    unsigned pick(std::size_t count) { return static_cast<unsigned>(random() % count); }
-    const std::string& name() { return names[pick(names.size())]; }
-    double level() { return pick(1001) / 1000.0; }
     Uuid anyPreset() { return presets.presets->at(pick(presets.presets->size())).id; }
 
-    void connect(const std::string& id)
-    {
-        plug(id, {.method = id == "A" ? ControlMethod::apple : ControlMethod::ddc,
-                  .maximum = static_cast<std::uint16_t>(id == "B" ? 255 : 100)});
-    }
     void turn()
     {
         if (std::exchange(isListNew, false))
@@ -147,8 +126,7 @@ private:
     }
     void close()
     {
-        editor.settingsClosed(); // a preset that is not yet applied never is
-        undisturbed.reset();
+        disturb([this] { editor.settingsClosed(); }); // a preset that is not yet applied never is
     }
     void revert()
     {
@@ -169,20 +147,10 @@ private:
             isEdited = true;
         }
     }
-    void request()
+    template <typename Change>
+    void disturb(Change change)
     {
-        store->setBrightness(name(), level());
-        undisturbed.reset();
-    }
-    void changeByHand()
-    {
-        const auto monitor = hardware.monitors.find(name());
-        if (monitor == hardware.monitors.end())
-            return;
-        monitor->second.brightness = std::round(level() * monitor->second.maximum) / monitor->second.maximum;
-        monitor->second.writeError.reset();
-        if (pick(3) == 0)
-            monitor->second.writeError = pick(2) == 0 ? BrightnessError::mismatch : BrightnessError::readFailed;
+        change();
         undisturbed.reset();
     }
     void requestRefresh()
@@ -191,22 +159,22 @@ private:
         if (isEdited)
             undisturbed.reset();
     }
-    void changeCables()
+    void replug()
     {
-        const std::string id = name();
-        if (hardware.monitors.contains(id))
-            unplug(id);
-        else
-            connect(id);
-        events.send(SystemEvent::screenParametersChanged);
-        undisturbed.reset();
+        disturb([this] { changeCables(name()); });
         isListCurrent = false; // until all has settled
+    }
+    void passTime()
+    {
+        clock.advance(std::chrono::milliseconds(pick(150)));
+        for (unsigned answers = pick(4); answers > 0 && !hardware.waiting().empty(); --answers)
+            hardware.answer();
+        turn();
     }
     void addOrDelete()
     {
         if (pick(2) == 0) {
-            editor.addPresetFromCurrentLevels();
-            undisturbed.reset();
+            disturb([this] { editor.addPresetFromCurrentLevels(); });
         } else if (presets.presets->size() > 2) {
             const Uuid id = anyPreset();
             editor.deletePreset(id);
@@ -214,11 +182,9 @@ private:
                 undisturbed.reset();
         }
     }
-    void sleepOrWake()
+    void sleep()
     {
-        const SystemEvent kinds[] = {SystemEvent::screensDidSleep, SystemEvent::systemWillSleep,
-                                     SystemEvent::screensDidWake, SystemEvent::systemDidWake};
-        const SystemEvent event = kinds[pick(4)];
+        const SystemEvent event = sleepOrWake();
         events.send(event);
         if (event == SystemEvent::systemDidWake && isEdited)
             undisturbed.reset();
@@ -245,7 +211,6 @@ private:
         }
     }
 
-    std::mt19937 random;
     PresetStore presets{defaults};
     PresetEditor editor{*store, presets, defaults};
     Subscription listObserver;

@@ -15,11 +15,7 @@ class FakePresetDisplays final : public PresetDisplayControlling {
 public:
     const std::vector<DisplayInfo>& displayList() const override { return list; }
 
-    Task<> pendingWritesFinished() override
-    {
-        if (holdsWrites)
-            co_await Wait(*this);
-    }
+    Task<> pendingWritesFinished() override { co_await Wait(*this); }
 
     void apply(const std::map<std::string, double>& levels) override
     {
@@ -73,7 +69,6 @@ public:
     std::vector<DisplayInfo> list;
     std::vector<std::map<std::string, double>> applied;
     std::vector<std::pair<std::string, double>> set;
-    bool holdsWrites = true; ///< false: there are never pending writes
     std::function<void(const std::vector<DisplayInfo>&)> changed;
 
 private:

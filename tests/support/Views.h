@@ -32,13 +32,17 @@ Widget* named(const QWidget& window, const QString& name)
     return nullptr;
 }
 
-/// Presses the button of this name; fails where there is none that can be pressed.
+/// Presses the button of this name or text; fails where there is none that can be pressed.
 inline void click(const QWidget& window, const QString& name)
 {
-    auto* button = named<QAbstractButton>(window, name);
-    ASSERT_TRUE(button && button->isEnabled()) << name.toStdString();
-    button->click();
-    turnLoop();
+    for (QAbstractButton* each : window.findChildren<QAbstractButton*>()) {
+        if ((each->accessibleName().isEmpty() ? each->text() : each->accessibleName()) != name ||
+            !each->isVisibleTo(&window) || !each->isEnabled())
+            continue;
+        each->click();
+        return turnLoop();
+    }
+    FAIL() << name.toStdString();
 }
 
 /// True when some visible label of the window shows exactly this text.
