@@ -116,17 +116,13 @@ TEST(EnumerateServices, EachProxyBecomesACandidateWithTheFactsOfTheFramebufferBe
 
 TEST(EnumerateServices, PropertiesOfAnotherTypeLeaveTheDefaults)
 {
-    const auto candidates = enumerate({
-        {"IOMobileFramebufferShim",
-         {{"EDID UUID", 7}, {"DisplayAttributes", "text"}, {"Transport", true}},
-         "/x",
-         nullptr},
-        {"DCPAVServiceProxy", {{"Location", 1}}, "", std::make_shared<FakeDdcMonitor>()},
-    });
+    const PropertyDictionary wrong = {{"EDID UUID", 7}, {"DisplayAttributes", "text"}, {"Transport", true}};
+    const auto candidates =
+        enumerate({{"IOMobileFramebufferShim", wrong, "/x", nullptr},
+                   {"DCPAVServiceProxy", {{"Location", 1}}, "", std::make_shared<FakeDdcMonitor>()}});
     ASSERT_EQ(candidates.size(), 1U);
     EXPECT_EQ(candidates[0].edidUUID, "");
     EXPECT_FALSE(candidates[0].displayAttributes);
-    EXPECT_EQ(candidates[0].transportUpstream, "");
     EXPECT_EQ(candidates[0].service, nullptr);
 }
 
@@ -165,7 +161,6 @@ TEST(MatchScore, FactsBeyondTheirRangeAreClampedAndZeroKeysNeverCompared)
     EXPECT_EQ(score(facts(huge), candidate), 4);
     candidate.edidUUID = "00000000-0000-0000-0000-000000000000";
     EXPECT_EQ(score(facts(low), candidate), 0);
-    EXPECT_EQ(score(facts(1990 - 1990), candidate), 0);
 }
 
 TEST(MatchScore, AShortUUIDIsComparedAtItsEnd)
@@ -187,8 +182,6 @@ TEST_F(Chosen, TheLocationTellsTwoIdenticalMonitorsApart)
     const auto found = match({framebuffer("/b"), proxy(left), framebuffer("/a"), proxy(right)});
     ASSERT_TRUE(found);
     EXPECT_EQ(found->service, right);
-    EXPECT_EQ(found->displayID, 1U);
-    EXPECT_EQ(found->serviceLocation, 2);
     EXPECT_EQ(found->matchScore, 15);
     EXPECT_EQ(found->serviceDetails.ioDisplayLocation, "/a");
 }
@@ -196,11 +189,8 @@ TEST_F(Chosen, TheLocationTellsTwoIdenticalMonitorsApart)
 TEST_F(Chosen, TwoIdenticalMonitorsThatNothingTellsApartAreBothRefused)
 {
     EXPECT_FALSE(match({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(right)}));
-}
-
-TEST_F(Chosen, ARivalWithoutAChannelOfItsOwnIsARivalAllTheSame)
-{
-    EXPECT_FALSE(match({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(nullptr, "Embedded")}));
+    EXPECT_FALSE(match({framebuffer("/b"), proxy(left), framebuffer("/c"), proxy(nullptr, "Embedded")}))
+        << "a rival without a channel of its own is a rival all the same";
 }
 
 TEST_F(Chosen, TheSerialNumberTellsIdenticalMonitorsApart)
@@ -226,19 +216,12 @@ TEST_F(Chosen, AWeakMatchNeedsTheSameSerialNumberAndName)
     EXPECT_EQ(choose({framebuffer("/c", 0), proxy(left)}, weak), nullptr);
 }
 
-TEST_F(Chosen, AChannelThatIsNotExternalLeavesADisplayIdentifiedButWithoutService)
-{
-    const auto found = match({framebuffer("/a"), proxy(left, "Embedded")});
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->service, nullptr);
-    EXPECT_EQ(found->serviceDetails.ioDisplayLocation, "/a");
-}
-
 TEST_F(Chosen, SeveralChannelsAtOneFramebufferAreRefused)
 {
     const auto found = match({framebuffer("/a"), proxy(left), proxy(nullptr, "Embedded")});
-    ASSERT_TRUE(found);
+    ASSERT_TRUE(found) << "it is identified all the same";
     EXPECT_EQ(found->service, nullptr);
+    EXPECT_EQ(choose({framebuffer("/a"), proxy(left, "Embedded")}), nullptr);
     EXPECT_EQ(choose({framebuffer("/a"), proxy(left), proxy(right)}), nullptr);
     EXPECT_EQ(choose({framebuffer("/a"), proxy(nullptr, "Embedded"), proxy(left)}), left);
     EXPECT_EQ(choose({framebuffer("/a"), proxy(left), proxy(nullptr)}), left) << "one that could not be opened";
