@@ -20,16 +20,6 @@ TEST(DesktopEntry, ReadsWhatFilesContainAndWritesItBackInOrder)
                                 "[Desktop Action a]\nExec=x=y\n");
 }
 
-TEST(DesktopEntry, ChangesKeysAndDropsGroups)
-{
-    auto entry = DesktopEntry::parse("[Desktop Entry]\nA=1\nB=2\n[Desktop Action x]\nC=3\n[Other]\nD=4\n");
-    entry.set("Desktop Entry", "A", "9");
-    entry.remove("Desktop Entry", "B");
-    entry.removeGroups("Desktop Action ");
-    entry.set("New", "E", "5");
-    EXPECT_EQ(entry.toString(), "[Desktop Entry]\nA=9\n\n[Other]\nD=4\n\n[New]\nE=5\n");
-}
-
 TEST(DesktopEntry, NoTextBreaksOutOfItsLine)
 {
     EXPECT_EQ(escapeEntryText(" a\nExec=rm\t\\x\r"), "\\sa\\nExec=rm\\t\\\\x\\r");

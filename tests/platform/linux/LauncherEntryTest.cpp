@@ -55,10 +55,6 @@ TEST_F(LauncherEntryTest, AppearsAndGoesWithTheDock)
     EXPECT_FALSE(readTextFile(userFile));
     entry.update(menu, true);
     EXPECT_EQ(readTextFile(userFile), entry.text("", menu));
-    menu.pop_back();
-    menu.pop_back();
-    entry.update(menu, true);
-    EXPECT_EQ(readTextFile(userFile), entry.text("", menu));
     entry.update(menu, false);
     EXPECT_FALSE(readTextFile(userFile));
 }

@@ -2,6 +2,9 @@
 #include "FakeI2cDriver.h"
 #include "FakeSysfs.h"
 
+#include "hardware/MatchScore.h"
+#include "hardware/ServiceDiscovery.h"
+#include "platform/linux/LinuxDisplaySystem.h"
 #include "platform/linux/LinuxServiceRegistry.h"
 
 #include <gtest/gtest.h>
@@ -38,30 +41,20 @@ TEST(LinuxServiceRegistry, EachDisplayIsAFramebufferFollowedByItsChannel)
                        }));
 }
 
-TEST(LinuxServiceRegistry, AFramebufferCarriesWhatTheMonitorSaysOfItself)
+TEST(LinuxServiceRegistry, EveryFactOfADisplayFitsItsFramebuffer)
 {
     FakeSysfs system;
     system.addConnector(system.addCard(), "DP-1", EdidBuilder{.serial = 7, .serialText = "QX7"}.build());
     LinuxServiceRegistry registry(system.paths(), std::make_shared<FakeI2cDriver>(), [](auto) {}, {});
-    int framebuffers = 0;
-    registry.forEachEntry([&](const RegistryEntry& entry) {
-        if (entry.name() != "IOMobileFramebufferShim")
-            return;
-        ++framebuffers;
-        EXPECT_EQ(entry.property("EDID UUID"), PropertyValue("31B60127-0000-0000-0C1F-0104B53C2278"));
-        const PropertyDictionary product = {{"ManufacturerID", "LMV"},
-                                            {"ProductName", "Studio 27"},
-                                            {"SerialNumber", 7},
-                                            {"AlphanumericSerialNumber", "QX7"}};
-        EXPECT_EQ(entry.property("DisplayAttributes"),
-                  PropertyValue(PropertyDictionary{{"ProductAttributes", product},
-                                                   {"NativeFormatHorizontalPixels", 2560},
-                                                   {"NativeFormatVerticalPixels", 1440}}));
-        EXPECT_EQ(entry.property("Transport"),
-                  PropertyValue(PropertyDictionary{{"Upstream", "DisplayPort"}, {"Downstream", ""}}));
-        EXPECT_FALSE(entry.property("Location"));
-    });
-    EXPECT_EQ(framebuffers, 1);
+    LinuxDisplaySystem displays(system.paths());
+    const IOregService candidate = enumerateServices(registry).at(0);
+    const auto dictionary = displays.informationDictionary(displayNumber("card0", "DP-1"));
+    EXPECT_EQ(matchScore(matchFacts(dictionary.value()), candidate), 16);
+    EXPECT_EQ(candidate.edidUUID, "31B60127-0000-0000-0C1F-0104B53C2278");
+    EXPECT_EQ(candidate.alphanumericSerialNumber, "QX7");
+    EXPECT_EQ(*find(*candidate.displayAttributes, "NativeFormatHorizontalPixels"), 2560);
+    EXPECT_EQ(*find(*candidate.displayAttributes, "NativeFormatVerticalPixels"), 1440);
+    EXPECT_EQ(candidate.transportUpstream, "DisplayPort");
 }
 
 TEST(Transport, SaysWhatPeopleSeeAndWhatTheMonitorSpeaksWhereThatDiffers)

@@ -24,9 +24,9 @@ public:
 public Q_SLOTS:
     void SetBrightness(const QString& subsystem, const QString& name, quint32 value)
     {
-        calls.append(QStringLiteral("%1 %2 %3").arg(subsystem, name).arg(value));
+        calls.append(subsystem + ' ' + name + ' ' + QString::number(value));
         if (!error.isEmpty())
-            sendErrorReply(error, QStringLiteral("Refused"));
+            sendErrorReply(error, "Refused");
     }
 };
 
@@ -36,8 +36,7 @@ class LogindTest : public testing::Test {
 protected:
     LogindTest()
     {
-        service.registerObject(QStringLiteral("/org/freedesktop/login1/session/auto"), &session,
-                               QDBusConnection::ExportAllSlots);
+        service.registerObject("/org/freedesktop/login1/session/auto", &session, QDBusConnection::ExportAllSlots);
     }
 
     /// Calls from another thread, as the hardware thread does, while this one answers.
@@ -64,30 +63,29 @@ protected:
 
 TEST_F(LogindTest, TheSessionIsAskedForTheRawValue)
 {
-    ASSERT_TRUE(service.registerService(QStringLiteral("org.freedesktop.login1")));
+    ASSERT_TRUE(service.registerService("org.freedesktop.login1"));
     EXPECT_EQ(setBrightness(), 0);
-    EXPECT_EQ(session.calls, QStringList{QStringLiteral("backlight intel_backlight 515")});
-    session.error = QStringLiteral("org.freedesktop.DBus.Error.AccessDenied");
+    EXPECT_EQ(session.calls, QStringList{"backlight intel_backlight 515"});
+    session.error = "org.freedesktop.DBus.Error.AccessDenied";
     EXPECT_EQ(setBrightness(), EACCES);
-    session.error = QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"); // an old service
+    session.error = "org.freedesktop.DBus.Error.UnknownMethod"; // an old service
     EXPECT_EQ(setBrightness(), ENOSYS);
 }
 
 TEST_F(LogindTest, WithoutTheServiceOrTheBusItIsSaidSo)
 {
     EXPECT_EQ(setBrightness(), ENOTCONN);
-    EXPECT_EQ(setBrightnessThroughLogind(QDBusConnection(QStringLiteral("none")), "x", 1), ENOTCONN);
+    EXPECT_EQ(setBrightnessThroughLogind(QDBusConnection("none"), "x", 1), ENOTCONN);
 }
 
 TEST_F(LogindTest, GoingToSleepAndWakingAreReported)
 {
-    ASSERT_TRUE(service.registerService(QStringLiteral("org.freedesktop.login1")));
+    ASSERT_TRUE(service.registerService("org.freedesktop.login1"));
     std::vector<bool> seen;
     const SleepWatch watch(client, [&seen](bool isGoingToSleep) { seen.push_back(isGoingToSleep); });
     for (const bool begins : {true, false}) {
-        QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/login1"),
-                                                         QStringLiteral("org.freedesktop.login1.Manager"),
-                                                         QStringLiteral("PrepareForSleep"));
+        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/login1",
+                                                         "org.freedesktop.login1.Manager", "PrepareForSleep");
         signal << begins;
         service.send(signal);
     }

@@ -23,6 +23,8 @@ namespace {
 
 constexpr std::uint32_t keyF5 = 96;
 constexpr std::uint32_t keyK = 0x28;
+const QString service = "org.freedesktop.portal.Desktop";
+const QString desktopPath = "/org/freedesktop/portal/desktop";
 
 /// The desktop's side of the portal, as far as shortcuts need it.
 class FakePortal final : public QDBusVirtualObject {
@@ -33,15 +35,14 @@ public:
         bool announced = false;
         const QDBusServiceWatcher watcher(service, client, QDBusServiceWatcher::WatchForRegistration);
         QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &watcher, [&] { announced = true; });
-        bus.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                                  QDBusConnection::SubPath);
+        bus.registerVirtualObject(desktopPath, this, QDBusConnection::SubPath);
         bus.registerService(service);
         EXPECT_TRUE(turnLoopUntil([&] { return announced; }));
     }
     ~FakePortal() override
     {
         bus.unregisterService(service);
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/portal/desktop"));
+        bus.unregisterObject(desktopPath);
     }
 
     QString introspect(const QString&) const override { return {}; }
@@ -49,13 +50,13 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override
     {
         calls.push_back(message.member().toStdString());
-        if (message.member() == QLatin1String("Register")) {
+        if (message.member() == "Register") {
             applicationID = message.arguments().at(0).toString().toStdString();
             bus.send(message.createReply());
-        } else if (message.member() == QLatin1String("CreateSession")) {
-            session = QStringLiteral("/org/freedesktop/portal/desktop/session/%1").arg(++sessions);
-            answer(message, 0, {{QStringLiteral("session_handle"), session}});
-        } else if (message.member() == QLatin1String("BindShortcuts")) {
+        } else if (message.member() == "CreateSession") {
+            session = desktopPath + QString("/session/%1").arg(++sessions);
+            answer(message, 0, {{"session_handle", session}});
+        } else if (message.member() == "BindShortcuts") {
             bind(message);
         } else {
             bus.send(message.createReply());
@@ -91,9 +92,7 @@ public:
 private:
     static QDBusMessage shortcutSignal(const char* name)
     {
-        return QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
-                                          QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
-                                          QString::fromLatin1(name));
+        return QDBusMessage::createSignal(desktopPath, "org.freedesktop.portal.GlobalShortcuts", name);
     }
 
     void bind(const QDBusMessage& message)
@@ -110,11 +109,10 @@ private:
             argument >> name >> properties;
             argument.endStructure();
             names.push_back(name.toStdString());
-            triggers[names.back()] =
-                properties.value(QStringLiteral("preferred_trigger")).toString().toStdString();
+            triggers[names.back()] = properties.value("preferred_trigger").toString().toStdString();
         }
         argument.endArray();
-        answer(message, bindResponse, {{QStringLiteral("shortcuts"), QVariant::fromValue(list(names))}});
+        answer(message, bindResponse, {{"shortcuts", QVariant::fromValue(list(names))}});
     }
 
     static QDBusArgument list(const std::vector<std::string>& names)
@@ -123,8 +121,7 @@ private:
         argument.beginArray(qDBusRegisterMetaType<std::pair<QString, QVariantMap>>());
         for (const std::string& name : names) {
             argument.beginStructure();
-            argument << QString::fromStdString(name)
-                     << QVariantMap{{QStringLiteral("trigger_description"), QStringLiteral("a key")}};
+            argument << QString::fromStdString(name) << QVariantMap{{"trigger_description", "a key"}};
             argument.endStructure();
         }
         argument.endArray();
@@ -134,17 +131,14 @@ private:
     void answer(const QDBusMessage& message, uint response, const QVariantMap& results)
     {
         const auto options = qdbus_cast<QVariantMap>(message.arguments().constLast());
-        const QString sender = message.service().mid(1).replace(QLatin1Char('.'), QLatin1Char('_'));
-        const QString path = QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
-                                 .arg(sender, options.value(QStringLiteral("handle_token")).toString());
+        const QString sender = message.service().mid(1).replace('.', '_');
+        const QString path = desktopPath + "/request/" + sender + '/' + options.value("handle_token").toString();
         bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(path))));
-        QDBusMessage signal = QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.portal.Request"),
-                                                         QStringLiteral("Response"));
+        QDBusMessage signal = QDBusMessage::createSignal(path, "org.freedesktop.portal.Request", "Response");
         signal << response << results;
         bus.send(signal);
     }
 
-    const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
     QDBusConnection bus;
     QString session;
     int sessions = 0;
@@ -178,7 +172,7 @@ struct PortalHotKeysTest : testing::Test {
     std::map<std::uint32_t, std::string> messages;
 };
 
-TEST_F(PortalHotKeysTest, BindsASetOfKeysOnceAndDeliversPresses)
+TEST_F(PortalHotKeysTest, BindsEachSetOfKeysOnceDeliversPressesAndReportsTheUsersChanges)
 {
     FakePortal portal(desktopBus, programBus);
     EXPECT_EQ(add(keyF5, 1), 0);
@@ -188,33 +182,19 @@ TEST_F(PortalHotKeysTest, BindsASetOfKeysOnceAndDeliversPresses)
     EXPECT_EQ(portal.count("BindShortcuts"), 1u);
     EXPECT_EQ(portal.applicationID, "app.lumenvale.Lumenvale");
     EXPECT_EQ(portal.triggers.at("shortcut-CTRL+F5"), "CTRL+F5");
-    portal.press(QStringLiteral("shortcut-CTRL+k"));
+    portal.press("shortcut-CTRL+k");
     ASSERT_TRUE(turnLoopUntil([&] { return !pressed.empty(); }));
     EXPECT_EQ(pressed, std::vector<std::uint32_t>{2});
-}
 
-TEST_F(PortalHotKeysTest, AChangeOfTheSetMakesANewSessionAndClosesTheOldOne)
-{
-    FakePortal portal(desktopBus, programBus);
-    add(keyF5, 1);
-    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(1); }));
-    keys->unregisterHotKey(references[1]);
-    add(keyK, 2);
-    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(2); }));
-    EXPECT_EQ(portal.count("Close"), 1u);
-    EXPECT_EQ(portal.triggers.size(), 1u);
-    EXPECT_TRUE(portal.triggers.contains("shortcut-CTRL+k"));
-}
-
-TEST_F(PortalHotKeysTest, TheUsersChangesInTheDesktopsSettingsAreReported)
-{
-    FakePortal portal(desktopBus, programBus);
-    add(keyF5, 1);
-    add(keyK, 2);
-    ASSERT_TRUE(turnLoopUntil([&] { return messages.size() == 2; }));
     portal.userKeeps({"shortcut-CTRL+k"});
     ASSERT_TRUE(turnLoopUntil([&] { return !messages.at(1).empty(); }));
     EXPECT_EQ(messages.at(2), "");
+
+    messages.clear();
+    keys->unregisterHotKey(references[1]);
+    ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(2); }));
+    EXPECT_EQ(portal.count("Close"), 1u) << "the old session";
+    EXPECT_EQ(portal.triggers.size(), 1u);
 }
 
 TEST_F(PortalHotKeysTest, ARefusalAndAMissingPortalAreExplainedDifferently)

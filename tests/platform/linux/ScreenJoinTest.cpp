@@ -28,9 +28,7 @@ TEST_F(ScreenJoin, WithoutAWindowSystemTheConnectorsAreTheScreens)
     system.addConnector(device, "eDP-1", EdidBuilder{.name = "B140"}.build());
     const std::vector<Screen> screens = join({});
     ASSERT_EQ(screens.size(), 2U);
-    EXPECT_EQ(screens[0].name, "Built-in Display");
     EXPECT_TRUE(screens[0].isBuiltIn);
-    EXPECT_EQ(screens[1].name, "Studio 27");
     EXPECT_EQ(screens[1].displayID, displayNumber("card0", "DP-1"));
     EXPECT_EQ(screens[1].vendor, 0x31B6U);
     EXPECT_EQ(screens[1].model, 0x2701U);
@@ -78,15 +76,6 @@ TEST_F(ScreenJoin, TwinsAreJoinedByTheNamesThatServersGiveTheirOutputs)
     EXPECT_EQ(screens[2].displayID, displayNumber("card0", "DP-1"));
 }
 
-TEST_F(ScreenJoin, WhatIsLeftOnBothSidesBelongsTogether)
-{
-    system.addConnector(device, "DP-1", EdidBuilder{}.build());
-    const std::vector<Screen> screens = join({{.name = "DisplayPort-0", .width = 640, .height = 480}});
-    ASSERT_EQ(screens.size(), 1U);
-    EXPECT_EQ(screens[0].displayID, displayNumber("card0", "DP-1"));
-    EXPECT_EQ(screens[0].frameWidth, 640.0);
-}
-
 TEST_F(ScreenJoin, ScreensWithoutAConnectorAndConnectorsWithoutAScreenAreKept)
 {
     EXPECT_TRUE(join({{.name = ""}}).empty()) << "a placeholder";
@@ -98,6 +87,8 @@ TEST_F(ScreenJoin, ScreensWithoutAConnectorAndConnectorsWithoutAScreenAreKept)
 
     system.addConnector(device, "DP-1", EdidBuilder{.name = "First"}.build());
     system.addConnector(device, "DP-2", EdidBuilder{.name = "Mirror"}.build());
+    EXPECT_EQ(join({{.name = "Odd-0", .width = 640}})[0].displayID, displayNumber("card0", "DP-1"))
+        << "what is left on both sides belongs together";
     screens = join({{.name = "DP-1", .width = 640, .height = 480}});
     ASSERT_EQ(screens.size(), 2U);
     EXPECT_EQ(screens[1].name, "Mirror");

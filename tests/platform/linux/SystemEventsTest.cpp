@@ -34,7 +34,6 @@ TEST(Uevent, OnlyWhatConcernsDisplaysCounts)
     EXPECT_FALSE(concerns(message({"change@/devices/x/drm/card0", "ACTION=change", "SUBSYSTEM=drm"})));
     EXPECT_FALSE(concerns(message(
         {"change@/x/drm/card0", "ACTION=change", "SUBSYSTEM=drm", "HOTPLUG=1", "CONNECTOR=9", "PROPERTY=3"})));
-    EXPECT_FALSE(concerns(message({"change@/devices/battery", "ACTION=change", "SUBSYSTEM=power_supply"})));
 }
 
 TEST(Uevent, AnythingElseIsNoAnnouncement)
