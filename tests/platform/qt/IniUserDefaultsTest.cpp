@@ -4,7 +4,6 @@
 #include "SavingProcess.h"
 #include "support/ManualClock.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -36,76 +35,45 @@ protected:
     ManualClock clock;
 };
 
-std::vector<PropertyValue> awkwardValues()
+TEST_F(IniUserDefaultsTest, GivesEveryValueBackWithItsTypeFromTheDisk)
 {
-    const PropertyData everyByte = [] {
-        PropertyData bytes(256);
-        for (std::size_t i = 0; i < bytes.size(); ++i)
-            bytes[i] = static_cast<std::uint8_t>(i);
-        return bytes;
-    }();
-    return {true,
-            false,
-            0,
-            1,
-            std::numeric_limits<std::int64_t>::min(),
-            std::numeric_limits<std::int64_t>::max(),
-            0.0,
-            1.0,
-            0.1,
-            -0.0,
-            1e300,
-            std::numeric_limits<double>::denorm_min(),
-            std::numeric_limits<double>::infinity(),
-            -std::numeric_limits<double>::infinity(),
-            "",
-            "dock",
-            "true",
-            "5",
-            "null",
-            "\"quoted\"",
-            "[\"not an array\"]",
-            "{\"data\":\"AAAA\"}",
-            "@ByteArray(x)",
-            "@Variant(\\0\\0)",
-            "@@",
-            " spaces ",
-            "a, b;c=d\\n\n\t\r#%20",
-            "Größe 日本語 🖥",
-            std::string("nul\0inside\0001", 12),
-            std::string("\xFF\xFE not UTF-8"),
-            "\xEF\xBB\xBFmark",
-            PropertyData(),
-            PropertyData{0},
-            everyByte,
-            PropertyArray(),
-            PropertyArray{"A", "B, C", "", "\"", "5"},
-            PropertyArray{"only one"},
-            PropertyArray{1, true, 0.5, PropertyData{1, 2}, PropertyArray{"nested"}},
-            PropertyDictionary{{"b", 1}, {"a", "text"}, {"", PropertyDictionary()}}};
-}
-
-TEST_F(IniUserDefaultsTest, GivesEveryValueBackWithItsTypeFromMemoryAndFromTheDisk)
-{
-    const std::vector<PropertyValue> values = awkwardValues();
-    {
-        IniUserDefaults defaults = open();
-        for (std::size_t i = 0; i < values.size(); ++i)
-            defaults.set("key" + std::to_string(i), values[i]);
-        defaults.set("nan", std::nan(""));
-        EXPECT_EQ(defaults.value("key5"), values[5]);
-    }
-    const IniUserDefaults defaults = open();
-    for (std::size_t i = 0; i < values.size(); ++i)
-        EXPECT_EQ(defaults.value("key" + std::to_string(i)), values[i]) << "value " << i;
-    EXPECT_TRUE(std::signbit(readDefault<double>(defaults, "key9").value_or(1.0)));
-    EXPECT_TRUE(std::isnan(readDefault<double>(defaults, "nan").value_or(0.0)));
-}
-
-TEST_F(IniUserDefaultsTest, GivesRandomTextsAndBytesBack)
-{
+    using Limits = std::numeric_limits<std::int64_t>;
+    std::vector<PropertyValue> values = {true,
+                                         0,
+                                         1,
+                                         Limits::min(),
+                                         Limits::max(),
+                                         0.0,
+                                         1.0,
+                                         0.1,
+                                         1e300,
+                                         std::numeric_limits<double>::denorm_min(),
+                                         -std::numeric_limits<double>::infinity(),
+                                         "",
+                                         "dock",
+                                         "true",
+                                         "5",
+                                         "null",
+                                         "\"quoted\"",
+                                         "[\"not an array\"]",
+                                         "{\"data\":\"AAAA\"}",
+                                         "@ByteArray(x)",
+                                         "@Variant(\\0\\0)",
+                                         "@@",
+                                         " spaces ",
+                                         "a, b;c=d\\n\n\t\r#%20",
+                                         "Größe 日本語 🖥",
+                                         std::string("nul\0inside\0001", 12),
+                                         std::string("\xFF\xFE not UTF-8"),
+                                         "\xEF\xBB\xBFmark",
+                                         PropertyData(),
+                                         PropertyData{0},
+                                         PropertyArray(),
+                                         PropertyArray{"A", "B, C", "", "\"", "5"},
+                                         PropertyArray{"only one"},
+                                         PropertyArray{1, true, 0.5, PropertyData{1, 2}, PropertyArray{"nested"}},
+                                         PropertyDictionary{{"b", 1}, {"a", "text"}, {"", PropertyDictionary()}}};
     std::minstd_rand random(1);
-    std::vector<PropertyValue> values;
     for (int i = 0; i < 300; ++i) {
         std::string text(random() % 12, '\0');
         for (char& each : text)
@@ -116,11 +84,15 @@ TEST_F(IniUserDefaultsTest, GivesRandomTextsAndBytesBack)
     {
         IniUserDefaults defaults = open();
         for (std::size_t i = 0; i < values.size(); ++i)
-            defaults.set(std::to_string(i), values[i]);
+            defaults.set("key" + std::to_string(i), values[i]);
+        defaults.set("minus", -0.0);
+        defaults.set("nan", std::nan(""));
     }
     const IniUserDefaults defaults = open();
     for (std::size_t i = 0; i < values.size(); ++i)
-        EXPECT_EQ(defaults.value(std::to_string(i)), values[i]) << "value " << i;
+        EXPECT_EQ(defaults.value("key" + std::to_string(i)), values[i]) << "value " << i;
+    EXPECT_TRUE(std::signbit(readDefault<double>(defaults, "minus").value_or(1.0)));
+    EXPECT_TRUE(std::isnan(readDefault<double>(defaults, "nan").value_or(0.0)));
 }
 
 TEST_F(IniUserDefaultsTest, ReadsWhatPeopleWriteByHand)
@@ -146,40 +118,37 @@ TEST_F(IniUserDefaultsTest, AnswersForOtherDomainsFromTheirFiles)
 
 TEST_F(IniUserDefaultsTest, RemovesAKeyAndWritesNothingWithoutAChange)
 {
+    open().set("kept", 1);
     {
         IniUserDefaults defaults = open();
-        defaults.set("kept", 1);
         defaults.set("removed", 2);
         defaults.flush();
         defaults.set("removed", std::nullopt);
-        EXPECT_EQ(defaults.value("removed"), std::nullopt);
     }
-    const QDateTime written = QFileInfo(QString::fromStdString(path)).lastModified();
     {
         IniUserDefaults defaults = open();
         EXPECT_EQ(defaults.value("kept"), PropertyValue(1));
         EXPECT_EQ(defaults.value("removed"), std::nullopt);
+        ASSERT_TRUE(QFile::remove(QString::fromStdString(path)));
         defaults.flush();
     }
-    EXPECT_EQ(QFileInfo(QString::fromStdString(path)).lastModified(), written);
+    EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(path)));
 }
 
 TEST_F(IniUserDefaultsTest, WritesAtMostTwiceASecondWhileValuesKeepComing)
 {
     IniUserDefaults defaults = open();
-    QDateTime last;
     int writes = 0;
     for (int i = 1; i <= 1000; ++i) { // ten seconds of a dragged slider
         defaults.set("level", i);
         clock.advance(10ms);
-        const QDateTime now = QFileInfo(QString::fromStdString(path)).lastModified();
-        writes += now != last ? 1 : 0;
-        last = now;
+        writes += QFile::remove(QString::fromStdString(path)) ? 1 : 0;
     }
     EXPECT_GE(writes, 18);
     EXPECT_LE(writes, 20);
+    defaults.set("level", 7);
     clock.advance(500ms);
-    EXPECT_EQ(open().value("level"), PropertyValue(1000));
+    EXPECT_EQ(open().value("level"), PropertyValue(7));
     EXPECT_EQ(clock.pendingCount(), 0U);
 }
 
@@ -201,21 +170,12 @@ TEST_F(IniUserDefaultsTest, ReportsAFailureInTheSystemsWordsAndTriesAgain)
     EXPECT_EQ(words.size(), 1U);
     EXPECT_EQ(open().value("level"), PropertyValue(1));
     EXPECT_EQ(open().value("other"), PropertyValue(2));
-}
 
-TEST_F(IniUserDefaultsTest, SaysSoWhenAFolderStandsInTheFilesPlace)
-{
-    ASSERT_TRUE(QDir(folder.path()).mkdir("preferences.ini"));
-    std::vector<std::string> words;
-    {
-        IniUserDefaults defaults = open();
-        const auto subscription =
-            defaults.observeFailures([&](const std::string& text) { words.push_back(text); });
-        defaults.set("level", 1);
-        defaults.flush();
-    }
-    ASSERT_EQ(words.size(), 1U);
-    EXPECT_NE(words[0].find("is a folder"), std::string::npos) << words[0];
+    QFile::remove(QString::fromStdString(path));
+    ASSERT_TRUE(QDir().mkdir(QString::fromStdString(path)));
+    defaults.set("level", 3);
+    clock.advance(500ms);
+    EXPECT_NE(words.back().find("is a folder"), std::string::npos) << words.back();
 }
 
 TEST_F(IniUserDefaultsTest, KeepsADamagedFileBesideTheNewOne)
@@ -224,13 +184,8 @@ TEST_F(IniUserDefaultsTest, KeepsADamagedFileBesideTheNewOne)
     write(path, damaged);
     {
         IniUserDefaults defaults = open();
-        std::vector<std::string> words;
-        const auto subscription =
-            defaults.observeFailures([&](const std::string& text) { words.push_back(text); });
         EXPECT_EQ(defaults.value("appPresentation"), PropertyValue("dock"));
         defaults.set("level", 1);
-        defaults.flush();
-        EXPECT_EQ(words, std::vector<std::string>());
     }
     QFile copy(QString::fromStdString(path + ".damaged"));
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
@@ -241,7 +196,7 @@ TEST_F(IniUserDefaultsTest, KeepsADamagedFileBesideTheNewOne)
 
 TEST_F(IniUserDefaultsTest, LosesNoKeyWhenTwoProcessesWriteAtOnce)
 {
-    constexpr int count = 60;
+    constexpr int count = 30;
     QProcess one, other;
     startKeySaver(one, path, "one", count);
     startKeySaver(other, path, "two", count);
@@ -259,7 +214,7 @@ TEST_F(IniUserDefaultsTest, HoldsTheOldOrTheNewValuesWheneverTheProcessIsKilled)
 {
     std::minstd_rand random(2);
     std::int64_t before = 0;
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 80; ++round) {
         QProcess saver;
         startEndlessSaver(saver, path);
         for (auto lines = random() % 4; saver.bytesAvailable() < qint64(6 * lines);)
