@@ -46,10 +46,8 @@ TEST(ThemeTest, TextOnTheAccentAndOnEverySurfaceCanBeRead)
 {
     for (const bool dark : {true, false}) {
         const Theme theme = Theme::of(makePalette(dark));
-        EXPECT_EQ(theme.isDark, dark);
         for (const QColor& ground : {theme.window, theme.sidebar, theme.card})
             EXPECT_GT(std::abs(ground.lightness() - theme.text.lightness()), 150);
-        EXPECT_GT(std::abs(theme.accent.lightness() - theme.accentText.lightness()), 60);
     }
     EXPECT_EQ(Theme::of(makePalette(true, QColor(0xFFF2C037))).accentText.rgb(), 0xFF1D1D1F)
         << "dark on a bright accent";
@@ -91,32 +89,15 @@ TEST(SymbolsTest, TheStatusImageIsTwoCornersBelowAHalfSun)
     const auto alphaAt = [&](double x, double y) { // y upward, in points
         return qAlpha(image.pixel(int(x * scale), int((18 - y) * scale)));
     };
-    EXPECT_EQ(alphaAt(3, 6.75), 255) << "left corner, its top";
-    EXPECT_EQ(alphaAt(9.25, 2), 255) << "its side";
-    EXPECT_EQ(alphaAt(9.4, 7.0), 0) << "it is round";
-    EXPECT_EQ(alphaAt(12.75, 2), 255);
-    EXPECT_EQ(alphaAt(19, 6.75), 255);
+    for (const QPointF drawn : {QPointF(3, 6.75), {9.25, 2}, {11, 13.8}, {11, 9}, {11, 16.5}, {4, 9.5}})
+        EXPECT_EQ(alphaAt(drawn.x(), drawn.y()), 255) << drawn.x() << ' ' << drawn.y();
+    EXPECT_EQ(alphaAt(9.4, 7.0), 0) << "the corner is round";
     EXPECT_EQ(alphaAt(11, 2), 0) << "between the corners";
-    EXPECT_EQ(alphaAt(11, 13.8), 255) << "the top of the sun";
-    EXPECT_EQ(alphaAt(11, 9), 255);
-    EXPECT_EQ(alphaAt(11, 8.4), 0) << "its lower half is missing";
-    EXPECT_EQ(alphaAt(11, 16.5), 255) << "a ray";
-    EXPECT_EQ(alphaAt(4, 9.5), 255);
-    EXPECT_EQ(alphaAt(18, 9.5), 255);
+    EXPECT_EQ(alphaAt(11, 8.4), 0) << "the sun's lower half is missing";
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width() / 2; ++x)
-            ASSERT_NEAR(qAlpha(image.pixel(x, y)), qAlpha(image.pixel(image.width() - 1 - x, y)), 8)
-                << x << ' ' << y;
+            ASSERT_NEAR(qAlpha(image.pixel(x, y)), qAlpha(image.pixel(image.width() - 1 - x, y)), 8);
     }
-}
-
-TEST(PaintingTest, DigitsOfAChangingNumberStayInPlace)
-{
-    const QFontMetricsF metrics(fontFor(TextRole::digits));
-    const double width = tabularWidth(metrics, "11.1%");
-    EXPECT_DOUBLE_EQ(tabularWidth(metrics, "40.8%"), width);
-    EXPECT_GE(width, metrics.horizontalAdvance("11.1%") - 0.01);
-    EXPECT_LT(tabularWidth(metrics, "11%"), width);
 }
 
 TEST(PaintingTest, EdgesLieOnTheScreensPixelsAtEveryScale)
