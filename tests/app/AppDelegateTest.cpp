@@ -1,27 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "app/AppDelegate.h"
+#include "AppDelegateFixture.h"
 
-#include "FakeShell.h"
-#include "base/MemoryUserDefaults.h"
-#include "support/FakeDisplayHardware.h"
-#include "support/FakeHotKeyService.h"
-#include "support/FakeScreenSource.h"
-#include "support/FakeStartupService.h"
-#include "support/FakeSystemEvents.h"
-#include "support/ManualClock.h"
-#include "support/Views.h"
 #include "ui/PreferredHeight.h"
-
-#include <QWindow>
-#include <gtest/gtest.h>
+#include "ui/TextLabel.h"
 
 namespace lumenvale {
 namespace {
-
-class NoDiagnostics final : public Diagnostics {
-public:
-    std::vector<Finding> examine(const std::vector<DisplayInfo>&) override { return {}; }
-};
 
 std::vector<std::string> titles(const Menu& menu)
 {
@@ -31,128 +15,48 @@ std::vector<std::string> titles(const Menu& menu)
     return list;
 }
 
-class AppDelegateTest : public testing::Test {
-protected:
-    AppDelegateTest() { defaults.set("hasOpenedSettings", true); }
-
-    void savePreset(const std::string& name, const std::map<std::string, double>& values)
-    {
-        std::vector<BrightnessPreset> list;
-        if (const auto stored = readDefault<PropertyData>(defaults, "brightnessPresets"))
-            list = *decodePresets(*stored);
-        BrightnessPreset preset;
-        preset.id = Uuid::random();
-        preset.name = name;
-        preset.values = values;
-        preset.shortcut = defaultShortcut(list);
-        list.push_back(preset);
-        defaults.set("brightnessPresets", *encodePresets(list));
-        saved.push_back(preset);
-    }
-
-    void plug(const std::string& id, double brightness = 0.5)
-    {
-        const bool isFirst = screens.list.empty();
-        screens.connect(id, std::uint32_t(screens.list.size() + 1)).isMain = isFirst;
-        hardware.monitors[id].brightness = brightness;
-    }
-
-    void launch()
-    {
-        delegate = std::make_unique<AppDelegate>(
-            AppServices{hardware, defaults, screens, events, diagnostics, startup, &hotKeys, clock, shell, {}});
-        delegate->applicationDidFinishLaunching();
-        settle();
-    }
-
-    /// Lets everything that is under way come to its end.
-    void settle()
-    {
-        for (int i = 0; i < 5; ++i) {
-            clock.advance(std::chrono::milliseconds(100));
-            hardware.answerAll();
-            turnLoop();
-        }
-    }
-
-    static QWidget* visibleWindow(bool isPanel)
-    {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->isVisible() && (dynamic_cast<BrightnessPanel*>(each) != nullptr) == isPanel &&
-                (isPanel || dynamic_cast<SettingsWindow*>(each)))
-                return each;
-        }
-        return nullptr;
-    }
-    static QWidget* panel() { return visibleWindow(true); }
-    static QWidget* settings() { return visibleWindow(false); }
-
-    static void pressKeyIn(QWidget& window, int key)
-    {
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.windowHandle(), &press);
-        turnLoop();
-    }
-
-    /// Chooses where the program presents itself, on the General page.
-    static void choose(const QString& option)
-    {
-        for (QAbstractButton* each : settings()->findChildren<QAbstractButton*>()) {
-            if (each->text() == option)
-                each->click();
-        }
-        turnLoop();
-    }
-
-    MemoryUserDefaults defaults;
-    FakeScreenSource screens;
-    FakeSystemEvents events;
-    FakeDisplayHardware hardware;
-    FakeStartupService startup;
-    FakeHotKeyService hotKeys;
-    NoDiagnostics diagnostics;
-    ManualClock clock;
-    FakeDesktop desktop;
-    Shell shell = makeFakeShell(desktop);
-    std::vector<BrightnessPreset> saved;
-    std::unique_ptr<AppDelegate> delegate;
-};
-
 TEST_F(AppDelegateTest, PresentationShowsAndRemovesTheStatusItemAtRunTime)
 {
     launch();
     ASSERT_TRUE(desktop.item);
-    EXPECT_EQ(desktop.item->content.toolTip, "Lumenvale — control each display");
-    EXPECT_EQ(desktop.item->content.image(2).width, 44);
-    desktop.item->content.activated();
-    ASSERT_TRUE(panel());
     delegate->showSettings();
     desktop.item->content.activated();
     click(*settings(), "General");
-    choose("Dock");
+    click(*settings(), "Dock");
     EXPECT_FALSE(desktop.item);
     EXPECT_FALSE(panel());
-    choose("Menu bar");
+    click(*settings(), "Menu bar");
     EXPECT_TRUE(desktop.item);
     EXPECT_EQ(desktop.policies,
               (std::vector{ActivationPolicy::accessory, ActivationPolicy::regular, ActivationPolicy::accessory}));
 }
 
-TEST_F(AppDelegateTest, StatusItemOpensThePanelBelowItselfAndClosesIt)
+TEST_F(AppDelegateTest, StatusItemOpensThePanelBelowItselfWhichGrowsInPlaceWithTheDisplays)
 {
     plug("A");
-    plug("B");
     launch();
     desktop.item->content.activated();
     ASSERT_TRUE(panel());
-    EXPECT_EQ(panel()->geometry(), QRect(412 - 170, 30, 340, int(preferredHeight(2, 0))));
+    EXPECT_EQ(panel()->geometry(), QRect(412 - 170, 30, 340, int(preferredHeight(1, 0))));
     EXPECT_EQ(desktop.focused, 1);
+    plug("B");
+    events.send(SystemEvent::screenParametersChanged);
+    clock.advance(std::chrono::seconds(1));
+    settle();
+    EXPECT_EQ(panel()->geometry(), QRect(412 - 170, 30, 340, int(preferredHeight(2, 0))));
     desktop.item->content.activated();
     EXPECT_FALSE(panel());
     EXPECT_FALSE(desktop.clickedOutside);
+
+    hardware.log.clear();
+    for (int round = 0; round < 6; ++round) {
+        clock.advance(std::chrono::milliseconds(750));
+        hardware.answerAll();
+    }
+    EXPECT_TRUE(hardware.log.empty()) << "nobody sees it, so monitors are read seldom";
 }
 
-TEST_F(AppDelegateTest, ClickOnTheItemThatClosedThePanelDoesNotOpenItAgain)
+TEST_F(AppDelegateTest, TheClickOnTheItemThatClosedThePanelDoesNotOpenItAgain)
 {
     launch();
     desktop.item->content.activated();
@@ -183,7 +87,6 @@ TEST_F(AppDelegateTest, EscapeAndClicksInOtherWindowsCloseThePanel)
         QCoreApplication::sendEvent(window.windowHandle(), &event);
         turnLoop();
     };
-    press(*panel(), {400, 300});
     press(*settings(), {410, 10}); // on the item, which sees to itself
     EXPECT_TRUE(panel());
     press(*settings(), {10, 500});
@@ -191,20 +94,6 @@ TEST_F(AppDelegateTest, EscapeAndClicksInOtherWindowsCloseThePanel)
     desktop.item->content.activated();
     pressKeyIn(*panel(), Qt::Key_Escape);
     EXPECT_FALSE(panel());
-}
-
-TEST_F(AppDelegateTest, OpenPanelGrowsInPlaceWithTheDisplays)
-{
-    plug("A");
-    launch();
-    desktop.item->content.activated();
-    const QRect before = panel()->geometry();
-    plug("B");
-    events.send(SystemEvent::screenParametersChanged);
-    clock.advance(std::chrono::seconds(1));
-    settle();
-    EXPECT_EQ(panel()->geometry(), QRect(before.topLeft(), QSize(340, int(preferredHeight(2, 0)))));
-    EXPECT_TRUE(named(*panel(), "Name of B brightness"));
 }
 
 TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
@@ -225,19 +114,12 @@ TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
     EXPECT_GT(desktop.dockMenuChanges, 0);
     EXPECT_GT(desktop.item->menuChanges, 0);
     desktop.dock.menu()[0].action();
-    EXPECT_TRUE(panel());
+    QWidget* const open = panel();
+    ASSERT_TRUE(open);
+    desktop.dock.reopen();
+    EXPECT_EQ(panel(), open) << "it moves instead of flashing";
     desktop.dock.menuWillOpen();
     EXPECT_FALSE(panel());
-}
-
-TEST_F(AppDelegateTest, ReopeningMovesTheOpenPanelInsteadOfFlashing)
-{
-    launch();
-    desktop.dock.reopen();
-    QWidget* const first = panel();
-    ASSERT_TRUE(first);
-    desktop.dock.reopen();
-    EXPECT_EQ(panel(), first);
 }
 
 TEST_F(AppDelegateTest, APanelWhoseWindowIsMadeAnewIsDressedAnew)
@@ -251,26 +133,14 @@ TEST_F(AppDelegateTest, APanelWhoseWindowIsMadeAnewIsDressedAnew)
     EXPECT_EQ(desktop.dressed, 2);
 }
 
-TEST_F(AppDelegateTest, SettingsOpenByThemselvesAtTheFirstLaunchOnly)
-{
-    defaults.values.clear();
-    launch();
-    ASSERT_TRUE(settings());
-    EXPECT_EQ(settings()->size(), QSize(800, 580));
-    EXPECT_EQ(settings()->windowTitle(), "Lumenvale");
-    delegate.reset();
-    launch();
-    EXPECT_FALSE(settings());
-}
-
-TEST_F(AppDelegateTest, SettingsWindowKeepsItsFrameAndStartsWithAPresetReverted)
+TEST_F(AppDelegateTest, SettingsOpenAtTheFirstLaunchOnlyKeepTheirFrameAndRevertAPreset)
 {
     plug("A", 0.9);
     savePreset("Day", {{"A", 0.25}});
+    defaults.set("hasOpenedSettings", std::nullopt);
     launch();
+    ASSERT_TRUE(settings());
     desktop.dock.menu()[2].action(); // the preset
-    settle();
-    delegate->showSettings();
     settle();
     settings()->setGeometry(20, 40, 600, 400);
     auto* slider = named(*settings(), "Name of A brightness");
@@ -283,8 +153,14 @@ TEST_F(AppDelegateTest, SettingsWindowKeepsItsFrameAndStartsWithAPresetReverted)
     EXPECT_EQ(hardware.monitors["A"].brightness, 0.25);
     settings()->close();
     EXPECT_FALSE(settings());
+    const std::size_t writes = hardware.writes.size();
+    delegate->showSettings();
+    settle();
+    EXPECT_GT(hardware.writes.size(), writes) << "opened on the active preset, they apply it again";
+    settings()->close();
     delegate.reset();
     launch();
+    EXPECT_FALSE(settings());
     delegate->showSettings();
     EXPECT_EQ(settings()->geometry(), QRect(20, 40, 600, 400));
 }
@@ -293,12 +169,20 @@ TEST_F(AppDelegateTest, ShortcutsApplyPresetsFromTheStartUntilTheEnd)
 {
     plug("A");
     savePreset("Day", {{"A", 1.0}});
-    launch();
+    start();
     ASSERT_EQ(hotKeys.live.size(), 1u);
-    const HotKeyID id = hotKeys.live.begin()->second.id;
-    EXPECT_EQ(hotKeys.handler(id), 0);
+    EXPECT_EQ(hotKeys.handler(hotKeys.live.begin()->second.id), 0); // before the displays are known
     settle();
     EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
+    delegate->showSettings(); // on the active preset
+    settle();
+    hotKeys.statusObserver(hotKeys.usedIDs.back(), "The desktop refused the shortcut.");
+    turnLoop();
+    EXPECT_TRUE(shows<TextLabel>(*settings(), "The desktop refused the shortcut."));
+    click(*settings(), "Record keyboard shortcut");
+    EXPECT_TRUE(hotKeys.live.empty()) << "no key is kept from the recording";
+    click(*settings(), "Cancel");
+    EXPECT_EQ(hotKeys.live.size(), 1u);
     delegate->applicationWillTerminate();
     EXPECT_TRUE(hotKeys.live.empty());
 }
@@ -307,9 +191,7 @@ TEST_F(AppDelegateTest, RequestedPresetWaitsUntilTheDisplaysAreKnown)
 {
     plug("A");
     savePreset("Day", {{"A", 1.0}});
-    delegate = std::make_unique<AppDelegate>(
-        AppServices{hardware, defaults, screens, events, diagnostics, startup, &hotKeys, clock, shell, {}});
-    delegate->applicationDidFinishLaunching();
+    start();
     delegate->perform({DesktopRequest::Action::applyPreset, "Day", "token"});
     EXPECT_EQ(desktop.activationToken, "token");
     settle();
@@ -324,15 +206,16 @@ TEST_F(AppDelegateTest, WheelOverTheItemChangesTheMainDisplay)
 {
     plug("A", 0.5);
     plug("B", 0.5);
+    std::swap(screens.list[0].isMain, screens.list[1].isMain);
     launch();
     desktop.item->content.scrolled(-2);
     desktop.item->content.scrolled(-1);
     settle();
-    EXPECT_DOUBLE_EQ(hardware.monitors["A"].brightness, 0.35);
-    EXPECT_EQ(hardware.monitors["B"].brightness, 0.5);
+    EXPECT_DOUBLE_EQ(hardware.monitors["B"].brightness, 0.35);
+    EXPECT_EQ(hardware.monitors["A"].brightness, 0.5);
     desktop.item->content.scrolled(100);
     settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
+    EXPECT_EQ(hardware.monitors["B"].brightness, 1.0);
 }
 
 TEST_F(AppDelegateTest, NothingOutlivesTheDelegateWhateverIsOpen)

@@ -10,9 +10,8 @@ namespace {
 TEST(LevelArgument, ReadsTheFourForms)
 {
     const std::vector<std::pair<const char*, LevelArgument>> levels{
-        {"42%", {false, 0.42}},  {"0%", {false, 0.0}},   {"100%", {false, 1.0}},   {"12.5%", {false, 0.125}},
-        {"0.42", {false, 0.42}}, {"0", {false, 0.0}},    {"1", {false, 1.0}},      {"1.0", {false, 1.0}},
-        {"+5%", {true, 0.05}},   {"-5%", {true, -0.05}}, {"+0.5%", {true, 0.005}}, {"-100%", {true, -1.0}}};
+        {"42%", {false, 0.42}}, {"100%", {false, 1.0}}, {"12.5%", {false, 0.125}}, {"0.42", {false, 0.42}},
+        {"0", {false, 0.0}},    {"1", {false, 1.0}},    {"+0.5%", {true, 0.005}},  {"-100%", {true, -1.0}}};
     for (const auto& [text, level] : levels)
         EXPECT_EQ(parseLevel(text), level) << text;
 }
@@ -37,19 +36,27 @@ const T& verbOf(const tl::expected<CommandLine, std::string>& line)
 TEST(CommandLine, ReadsEveryVerb)
 {
     EXPECT_TRUE(verbOf<ListVerb>(parseCommandLine({"list", "--json"})).asJson);
-    EXPECT_FALSE(verbOf<ListVerb>(parseCommandLine({"list"})).asJson);
     EXPECT_EQ(verbOf<GetVerb>(parseCommandLine({"get", "Studio 27"})).display, "Studio 27");
-    const auto set = verbOf<SetVerb>(parseCommandLine({"set", "all", "+5%"}));
-    EXPECT_EQ(set.display, "all");
-    EXPECT_EQ(set.level, (LevelArgument{true, 0.05}));
     EXPECT_EQ(verbOf<SetVerb>(parseCommandLine({"set", "all", "-5%"})).level, (LevelArgument{true, -0.05}));
     EXPECT_TRUE(verbOf<PresetsVerb>(parseCommandLine({"presets", "--json"})).asJson);
     EXPECT_EQ(verbOf<ApplyVerb>(parseCommandLine({"apply", "Evening"})).preset, "Evening");
     verbOf<DoctorVerb>(parseCommandLine({"doctor"}));
-    verbOf<DesktopVerb>(parseCommandLine({}));
     EXPECT_EQ(verbOf<PrintVerb>(parseCommandLine({"--version"})).text, versionText() + '\n');
-    EXPECT_NE(verbOf<PrintVerb>(parseCommandLine({"--help"})).text.find("doctor"), std::string::npos);
     EXPECT_NE(verbOf<PrintVerb>(parseCommandLine({"set", "--help"})).text.find("LEVEL"), std::string::npos);
+}
+
+TEST(CommandLine, CarriesWhatTheDesktopProgramIsAskedFor)
+{
+    using Action = DesktopRequest::Action;
+    const auto requestOf = [](std::vector<std::string> arguments) {
+        return verbOf<DesktopVerb>(parseCommandLine(std::move(arguments))).request;
+    };
+    EXPECT_EQ(requestOf({}), std::nullopt);
+    EXPECT_EQ(requestOf({"--show-panel"}), (DesktopRequest{Action::showPanel, "", ""}));
+    EXPECT_EQ(requestOf({"--simulate", "/a b", "--open-settings"}),
+              (DesktopRequest{Action::openSettings, "", ""}));
+    EXPECT_EQ(requestOf({"--simulate", "--apply-preset", "Late evening"}),
+              (DesktopRequest{Action::applyPreset, "Late evening", ""}));
 }
 
 TEST(CommandLine, TakesTheGlobalOptionsBeforeTheVerb)
@@ -74,14 +81,13 @@ TEST(CommandLine, RefusesWrongUse)
                                                          {"list", "extra"},
                                                          {"list", "--simulate", "x"},
                                                          {"get"},
-                                                         {"get", "a", "b"},
                                                          {"set", "all"},
-                                                         {"set", "all", "42"},
-                                                         {"set", "all", "-5"},
                                                          {"set", "all", "5%", "6%"},
-                                                         {"apply"},
+                                                         {"set", "all", "-5"},
                                                          {"--bright"},
-                                                         {"list", "get", "x"}};
+                                                         {"list", "get", "x"},
+                                                         {"--show-panel", "--open-settings"},
+                                                         {"--apply-preset"}};
     for (const auto& arguments : mistakes) {
         const auto line = parseCommandLine(arguments);
         ASSERT_FALSE(line) << arguments.back();

@@ -54,13 +54,5 @@ TEST(Program, EndsWithTwoAfterWrongUse)
     }
 }
 
-TEST(Program, PrintsVersionAndHelp)
-{
-    const Ended version = runProgram({"--version"});
-    EXPECT_EQ(version.status, 0);
-    EXPECT_EQ(version.out.rfind("Lumenvale ", 0), 0U);
-    EXPECT_EQ(runProgram({"--help"}).status, 0);
-}
-
 } // namespace
 } // namespace lumenvale

@@ -152,13 +152,6 @@ TEST_F(VerbsTest, SetsAllDisplaysByAStepAndExplainsThoseThatFail)
     EXPECT_EQ(current("5.json"), 10);
 }
 
-TEST_F(VerbsTest, StopsAtTheEndsOfTheScale)
-{
-    plugSeven();
-    EXPECT_EQ(run({"set", "Studio", "-90%"}).out, "Studio 27: Hardware brightness verified at 0%.\n");
-    EXPECT_EQ(run({"set", "Studio", "+100%"}).out, "Studio 27: Hardware brightness verified at 100%.\n");
-}
-
 TEST_F(VerbsTest, SaysWhyTheHardwareRefused)
 {
     files.write("1.json", R"({"name": "Panel", "native": {"writeFails": true}})");
