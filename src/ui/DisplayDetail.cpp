@@ -60,10 +60,20 @@ public:
         column->addWidget(card);
         grid = new QGridLayout;
         grid->setHorizontalSpacing(10);
-        grid->setVerticalSpacing(8);
-        grid->setColumnMinimumWidth(0, nameColumnWidth);
-        grid->setColumnStretch(1, 1);
         card->rows()->addLayout(grid);
+        setStacked(false);
+    }
+
+    /// Each name above its value instead of beside it.
+    void setStacked(bool stacked)
+    {
+        isStacked = stacked;
+        grid->setVerticalSpacing(stacked ? 2 : 8);
+        grid->setColumnMinimumWidth(0, stacked ? 0 : nameColumnWidth);
+        grid->setColumnStretch(0, stacked ? 1 : 0);
+        grid->setColumnStretch(1, stacked ? 0 : 1);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            place(i);
     }
 
     void show(const std::vector<DetailRow>& rows)
@@ -79,16 +89,26 @@ public:
 private:
     void addRow(const QString& name)
     {
-        const int row = static_cast<int>(values.size());
         auto* label = new TextLabel(TextRole::body, TextColour::secondary);
         label->setText(name);
         auto* value = new TextLabel(name == "Identifier" ? TextRole::monospaced : TextRole::body);
-        grid->addWidget(label, row, 0, Qt::AlignBaseline);
-        grid->addWidget(value, row, 1, Qt::AlignBaseline);
+        value->setMinimumHeight(label->sizeHint().height()); // in line with it, whatever the font
+        names.push_back(label);
         values.push_back(value);
+        place(values.size() - 1);
+    }
+
+    void place(std::size_t index)
+    {
+        const int row = static_cast<int>(index);
+        names[index]->setContentsMargins(0, isStacked && index > 0 ? 6 : 0, 0, 0);
+        grid->addWidget(names[index], isStacked ? 2 * row : row, 0, Qt::AlignTop);
+        grid->addWidget(values[index], isStacked ? 2 * row + 1 : row, isStacked ? 0 : 1, Qt::AlignTop);
     }
 
     QGridLayout* grid;
+    bool isStacked = false;
+    std::vector<TextLabel*> names;
     std::vector<TextLabel*> values;
 };
 
@@ -132,7 +152,7 @@ DisplayDetail::DisplayDetail(QWidget* parent)
     : QWidget(parent), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
       status(new TextLabel(TextRole::digits, TextColour::secondary)),
       problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
-      copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
+      content(new QWidget), copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
 {
     copy->setToolTip("Copy everything on this page, for a bug report");
     connect(copy, &QAbstractButton::clicked, this,
@@ -141,9 +161,7 @@ DisplayDetail::DisplayDetail(QWidget* parent)
     findings->setContentsMargins(0, 0, 0, 0);
     findings->setSpacing(8);
 
-    auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(22, 18, 22, 18);
     column->setSpacing(12);
     auto* heading = new QHBoxLayout;
     heading->addWidget(title, 1);
@@ -159,6 +177,16 @@ DisplayDetail::DisplayDetail(QWidget* parent)
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll);
+}
+
+void DisplayDetail::resizeEvent(QResizeEvent* event)
+{
+    const bool isNarrow = width() < narrowPageWidth;
+    const int margin = isNarrow ? 12 : 22;
+    content->layout()->setContentsMargins(margin, 18, margin, 18);
+    control->setStacked(isNarrow);
+    identity->setStacked(isNarrow);
+    QWidget::resizeEvent(event);
 }
 
 void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>& findings)

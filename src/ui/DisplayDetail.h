@@ -33,6 +33,9 @@ public:
     /// `findings` are about this display or the whole system; they are shown where it cannot be controlled.
     void show(const DisplayInfo& display, const std::vector<Finding>& findings);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     class Rows;
 
@@ -44,6 +47,7 @@ private:
     TextLabel* status;
     TextLabel* problem;
     QWidget* findingList;
+    QWidget* content;
     SmallButton* copy;
 };
 

@@ -3,6 +3,7 @@
 
 #include "ui/DisplayDetail.h"
 #include "ui/PresetDetail.h"
+#include "ui/ScrollPage.h"
 #include "ui/Sidebar.h"
 #include "ui/SmallButton.h"
 #include "ui/TextLabel.h"
@@ -159,6 +160,12 @@ void DisplaySettings::showEvent(QShowEvent* event)
 {
     redrawLater.request();
     QWidget::showEvent(event);
+}
+
+void DisplaySettings::resizeEvent(QResizeEvent* event)
+{
+    side->setFixedWidth(width() - Sidebar::width < narrowPageWidth ? Sidebar::narrowWidth : Sidebar::width);
+    QWidget::resizeEvent(event);
 }
 
 void DisplaySettings::paintEvent(QPaintEvent*)

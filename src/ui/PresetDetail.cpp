@@ -21,20 +21,21 @@ constexpr int labelWidth = 146;
 
 QString qString(const std::string& text) { return QString::fromStdString(text); }
 
-QWidget* makeLabelledRow(const QString& label, const std::vector<QWidget*>& controls, bool stretchFirst)
+QBoxLayout* makeLabelledRow(const QString& label, const std::vector<QWidget*>& controls, bool stretchFirst)
 {
-    auto* row = new QWidget;
-    auto* line = new QHBoxLayout(row);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(8);
+    auto* row = new QBoxLayout(QBoxLayout::LeftToRight);
+    row->setSpacing(8);
     auto* title = new ElidedLabel(TextRole::body);
     title->setText(label);
     title->setFixedWidth(labelWidth);
-    line->addWidget(title);
+    row->addWidget(title);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(8);
     for (std::size_t i = 0; i < controls.size(); ++i)
         line->addWidget(controls[i], stretchFirst && i == 0 ? 1 : 0);
     if (!stretchFirst)
         line->addStretch(1);
+    row->addLayout(line, 1);
     return row;
 }
 
@@ -76,7 +77,6 @@ PresetDetail::PresetDetail(DisplayStore& displayStore, PresetStore& presetStore,
 {
     content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(22, 18, 22, 18);
     column->setSpacing(8);
     column->addWidget(makeIdentityCard());
     column->addWidget(makeShortcutHelp());
@@ -104,16 +104,27 @@ void PresetDetail::show(const Uuid& preset)
     QWidget::show();
 }
 
+void PresetDetail::resizeEvent(QResizeEvent* event)
+{
+    const bool isNarrow = width() < narrowPageWidth;
+    const int margin = isNarrow ? 12 : 22;
+    content->layout()->setContentsMargins(margin, 18, margin, 18);
+    for (QBoxLayout* row : labelledRows)
+        row->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    QWidget::resizeEvent(event);
+}
+
 QWidget* PresetDetail::makeIdentityCard()
 {
     auto* card = new Card;
-    card->rows()->addWidget(makeNameRow());
+    labelledRows = {makeNameRow(), makeShortcutRow()};
+    card->rows()->addLayout(labelledRows.front());
     card->rows()->addWidget(new Divider);
-    card->rows()->addWidget(makeShortcutRow());
+    card->rows()->addLayout(labelledRows.back());
     return card;
 }
 
-QWidget* PresetDetail::makeNameRow()
+QBoxLayout* PresetDetail::makeNameRow()
 {
     name = new TextField;
     name->setObjectName("presetName");
@@ -127,7 +138,7 @@ QWidget* PresetDetail::makeNameRow()
     return makeLabelledRow("Name", {name, trash}, true);
 }
 
-QWidget* PresetDetail::makeShortcutRow()
+QBoxLayout* PresetDetail::makeShortcutRow()
 {
     recorder = new SmallButton({}, "None", "Record keyboard shortcut");
     QFont medium = recorder->font();
@@ -171,6 +182,7 @@ QWidget* PresetDetail::makeLevels()
     heading->addWidget(active);
     column->addLayout(heading);
     auto* card = new Card;
+    levelCard = card;
     auto* connected = new QWidget;
     levelList = new QVBoxLayout(connected);
     levelList->setContentsMargins(0, 0, 0, 0);
@@ -181,7 +193,9 @@ QWidget* PresetDetail::makeLevels()
     absentList->setContentsMargins(0, 0, 0, 0);
     absentList->setSpacing(0);
     absentLevels.emplace_back(absentList);
+    levelDivider = new Divider;
     card->rows()->addWidget(connected);
+    card->rows()->addWidget(levelDivider);
     card->rows()->addWidget(absent);
     column->addWidget(card);
     return section;
@@ -278,6 +292,8 @@ void PresetDetail::redrawLevels(const BrightnessPreset& preset)
         });
     absentList->parentWidget()->setVisible(!absent.empty());
     levelList->parentWidget()->setVisible(!connected.empty());
+    levelDivider->setVisible(!absent.empty() && !connected.empty());
+    levelCard->setVisible(!absent.empty() || !connected.empty());
 }
 
 BrightnessSlider* PresetDetail::makeLevelRow(const std::string& display)

@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace lumenvale {
@@ -35,10 +36,13 @@ public:
     /// Shows another preset.
     void show(const Uuid& preset);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QWidget* makeIdentityCard();
-    QWidget* makeNameRow();
-    QWidget* makeShortcutRow();
+    QBoxLayout* makeNameRow();
+    QBoxLayout* makeShortcutRow();
     QWidget* makeShortcutHelp();
     QWidget* makeLevels();
     QWidget* makeFooter();
@@ -53,6 +57,7 @@ private:
     PresetEditor& editor;
     Clock& clock;
     QWidget* content = nullptr;
+    std::vector<QBoxLayout*> labelledRows;
     QLineEdit* name = nullptr;
     SmallButton* recorder = nullptr;
     SmallButton* cancel = nullptr;
@@ -62,6 +67,8 @@ private:
     TextLabel* active = nullptr;
     QVBoxLayout* levelList = nullptr;
     QVBoxLayout* absentList = nullptr;
+    QWidget* levelCard = nullptr;
+    QWidget* levelDivider = nullptr; ///< between the displays that are connected and those that are not
     std::vector<KeyedRows<std::string, BrightnessSlider>> levels;      // one, once its layout exists
     std::vector<KeyedRows<std::string, DisconnectedRow>> absentLevels; // likewise
     LaterCall redrawLater;

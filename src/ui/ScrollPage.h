@@ -8,6 +8,9 @@
 
 namespace lumenvale {
 
+/// A page narrower than this puts names above what they name, and keeps less room at its sides.
+constexpr int narrowPageWidth = 500;
+
 class ScrollPage final : public QScrollArea {
 public:
     explicit ScrollPage(QWidget* content)

@@ -31,6 +31,7 @@ public:
     std::function<void(int source, int destination)> onMove;
 
     static constexpr int width = 216;
+    static constexpr int narrowWidth = 160; ///< in a small window
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

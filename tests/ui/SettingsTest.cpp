@@ -11,6 +11,7 @@
 
 #include <QClipboard>
 #include <QLineEdit>
+#include <QScrollArea>
 
 namespace lumenvale {
 namespace {
@@ -274,6 +275,11 @@ TEST_F(SettingsTest, NothingIsCutOffAtTheSmallestSize)
         turnLoop();
         EXPECT_LE(window.minimumSizeHint().width(), 560) << tab;
         EXPECT_LE(window.minimumSizeHint().height(), 340) << tab;
+        for (const auto* page : window.findChildren<QScrollArea*>()) {
+            if (page->isVisibleTo(&window)) {
+                EXPECT_LE(page->widget()->width(), page->viewport()->width()) << tab;
+            }
+        }
     }
 }
 
