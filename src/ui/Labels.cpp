@@ -27,6 +27,8 @@ QColor colourOf(const Theme& theme, TextColour colour)
         break;
     case TextColour::secondary:
         return theme.secondary;
+    case TextColour::accent:
+        return theme.accent;
     case TextColour::warning:
         return theme.warning;
     case TextColour::failure:

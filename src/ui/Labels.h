@@ -12,7 +12,7 @@ namespace lumenvale {
 /// A tooltip that shows the text as it is, never as markup, and wraps it where it is long.
 QString toolTipText(const QString& text);
 
-enum class TextColour { primary, secondary, warning, failure };
+enum class TextColour { primary, secondary, accent, warning, failure };
 
 class ElidedLabel final : public QWidget {
     Q_OBJECT

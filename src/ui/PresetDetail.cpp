@@ -237,13 +237,12 @@ void PresetDetail::redraw()
 void PresetDetail::redrawShortcut(const BrightnessPreset& preset)
 {
     const bool isRecording = editor.recordingShortcutID.get() == id;
-    const Theme theme = Theme::of(this);
     if (isRecording) {
         recorder->setText("Press a shortcut…");
-        recorder->setTextColour(theme.accent);
+        recorder->setTextColour(TextColour::accent);
     } else {
         recorder->setText(preset.shortcut ? qString(displayLabel(*preset.shortcut)) : QString("None"));
-        recorder->setTextColour(preset.shortcut ? QColor() : theme.secondary);
+        recorder->setTextColour(preset.shortcut ? TextColour::primary : TextColour::secondary);
     }
     recorder->setAccessibleDescription(recorder->text());
     recorder->updateGeometry();

@@ -37,7 +37,7 @@ void SmallButton::setSymbol(const QString& name)
     update();
 }
 
-void SmallButton::setTextColour(const QColor& colour)
+void SmallButton::setTextColour(TextColour colour)
 {
     textColour = colour;
     update();
@@ -71,7 +71,7 @@ void SmallButton::paintEvent(QPaintEvent*)
     drawControlFace(painter, rect(), theme, {isEnabled(), underMouse(), isDown()});
     if (showsFocus(this))
         drawFocusRing(painter, rect(), controlCornerRadius, theme);
-    paintContent(painter, isEnabled() && textColour.isValid() ? textColour : contentColour(theme, isEnabled()));
+    paintContent(painter, isEnabled() ? colourOf(theme, textColour) : contentColour(theme, false));
 }
 
 void SmallButton::paintContent(QPainter& painter, const QColor& colour)

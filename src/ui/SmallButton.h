@@ -2,6 +2,7 @@
 // A small bordered button with a symbol, a text, or both.
 #pragma once
 
+#include "ui/Labels.h"
 #include "ui/PaintedButton.h"
 
 #include <QString>
@@ -20,8 +21,7 @@ public:
                 Size size = Size::regular);
 
     void setSymbol(const QString& name);
-    /// Draws the text in this colour instead of the ordinary one; invalid: the ordinary one.
-    void setTextColour(const QColor& colour);
+    void setTextColour(TextColour colour);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -41,7 +41,7 @@ private:
 
     QString symbol;
     Size size;
-    QColor textColour;
+    TextColour textColour = TextColour::primary;
 };
 
 } // namespace lumenvale

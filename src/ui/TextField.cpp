@@ -39,7 +39,7 @@ void TextField::paintEvent(QPaintEvent* event)
     {
         QPainter painter(this);
         const Theme theme = Theme::of(this);
-        drawControlFace(painter, rect(), theme, {});
+        drawRoundedBox(painter, rect(), controlCornerRadius, Qt::transparent, theme.hairline);
         if (hasFocus())
             drawFocusRing(painter, rect(), controlCornerRadius, theme);
     }
