@@ -11,7 +11,6 @@ TextLabel::TextLabel(TextRole role, TextColour textColour, QWidget* parent) : QL
     setWordWrap(true);
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
-    setFocusPolicy(Qt::NoFocus);
     applyColour();
 }
 
