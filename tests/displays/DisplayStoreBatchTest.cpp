@@ -82,6 +82,15 @@ TEST_F(DisplayStoreBatch, LevelsForADisplayThatTheUserIsMovingReplaceItsRequestA
     EXPECT_EQ(hardware.writes, (Writes{{"A", 0.9}, {"A", 0.1}, {"B", 0.2}}));
 }
 
+TEST_F(DisplayStoreBatch, ASecondOneReplacesTheLevelsThatItNamesAndKeepsTheOthers)
+{
+    store->apply({{"A", 0.1}, {"C", 0.3}});
+    store->apply({{"B", 0.2}, {"C", 0.4}});
+    hardware.answerAll();
+    EXPECT_EQ(hardware.writes, (Writes{{"A", 0.1}, {"B", 0.2}, {"C", 0.4}}));
+    EXPECT_EQ(shown("A").status, "Hardware brightness verified at 10%.") << "its write was in flight";
+}
+
 TEST_F(DisplayStoreBatch, GoesOnThroughARefreshWhichShowsTheLevelsStillToCome)
 {
     store->apply({{"A", 0.1}, {"B", 0.2}, {"C", 0.3}});

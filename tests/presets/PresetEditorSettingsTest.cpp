@@ -236,6 +236,14 @@ TEST_F(PresetEditorTest, AfterAStartThePresetSelectedLastIsActiveAgainIfTheDispl
     editor->displaysChanged(displays.list);
     EXPECT_TRUE(isActive(id));
 
+    displays.list[0].brightness.reset();
+    makeEditor();
+    editor->addPresetFromCurrentLevels();
+    finishAll();
+    displays.list[0].brightness = 0.1;
+    editor->displaysChanged(displays.list);
+    EXPECT_EQ(*editor->activePresetID, std::nullopt) << "the user has begun something else";
+
     displays.list[0].brightness = 0.2;
     makeEditor();
     EXPECT_EQ(*editor->activePresetID, std::nullopt);
