@@ -154,6 +154,17 @@ TEST_F(DisplayStoreMonitoring, AnAnswerThatWasOvertakenChangesNothing)
     EXPECT_TRUE(observed.empty());
 }
 
+TEST_F(DisplayStoreMonitoring, StopsAskingTheOtherDisplaysWhenARequestComes)
+{
+    plug("second", {.method = ControlMethod::apple});
+    refresh();
+    clock.advance(750ms);
+    store->setBrightness("second", 0.9);
+    hardware.answerAll();
+    EXPECT_EQ(reads("apple"), 1u);
+    EXPECT_EQ(reads("second"), 0u);
+}
+
 TEST_F(DisplayStoreMonitoring, AfterAFailedWriteADdcDisplayIsReadNextWithTheErrorLeftOnShow)
 {
     store->setWindowVisible(true);

@@ -7,11 +7,7 @@ namespace {
 
 KeyEvent keyDown(std::uint32_t code, std::uint32_t modifiers = 0)
 {
-    KeyEvent event;
-    event.keyCode = code;
-    event.modifiers = modifiers;
-    event.characters = "k";
-    return event;
+    return {.keyCode = code, .modifiers = modifiers, .characters = "k"};
 }
 
 TEST_F(PresetEditorTest, OpensOnTheDisplayAskedForElseTheMainOneElseTheFirst)

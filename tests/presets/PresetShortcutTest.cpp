@@ -2,7 +2,6 @@
 #include "presets/PresetShortcut.h"
 
 #include <gtest/gtest.h>
-#include <set>
 
 namespace lumenvale {
 namespace {
@@ -16,20 +15,11 @@ PresetShortcut functionShortcut(std::int64_t number)
 
 KeyEvent keyDown(std::uint32_t code, std::uint32_t modifiers = 0, const char* characters = "")
 {
-    KeyEvent event;
-    event.keyCode = code;
-    event.modifiers = modifiers;
-    event.characters = characters;
-    return event;
+    return {.keyCode = code, .modifiers = modifiers, .characters = characters};
 }
 
-TEST(PresetShortcut, FunctionKeysHaveTwentyDifferentCodesAndNoOthers)
+TEST(PresetShortcut, FunctionKeysAreOneToTwenty)
 {
-    std::set<std::uint32_t> codes;
-    for (std::int64_t number = 1; number <= 20; ++number)
-        codes.insert(functionKeyCode(number).value());
-    EXPECT_EQ(codes, (std::set<std::uint32_t>{64,  79,  80,  90,  96,  97,  98,  99,  100, 101,
-                                              103, 105, 106, 107, 109, 111, 113, 118, 120, 122}));
     EXPECT_EQ(functionKeyCode(1), 122u);
     EXPECT_EQ(functionKeyCode(16), 106u);
     EXPECT_EQ(functionKeyCode(20), 90u);
