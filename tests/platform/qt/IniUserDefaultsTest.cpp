@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/IniUserDefaults.h"
 
-#include "SavingProcess.h"
 #include "support/ManualClock.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -198,8 +200,12 @@ TEST_F(IniUserDefaultsTest, LosesNoKeyWhenTwoProcessesWriteAtOnce)
 {
     constexpr int count = 30;
     QProcess one, other;
-    startKeySaver(one, path, "one", count);
-    startKeySaver(other, path, "two", count);
+    const auto start = [this](QProcess& process, const char* prefix) {
+        process.start(QCoreApplication::applicationFilePath(),
+                      {"--save-keys", QString::fromStdString(path), prefix, QString::number(count)});
+    };
+    start(one, "one");
+    start(other, "two");
     ASSERT_TRUE(one.waitForFinished() && other.waitForFinished());
     EXPECT_EQ(one.exitCode(), 0);
     EXPECT_EQ(other.exitCode(), 0);
@@ -208,33 +214,6 @@ TEST_F(IniUserDefaultsTest, LosesNoKeyWhenTwoProcessesWriteAtOnce)
         EXPECT_EQ(defaults.value("one" + std::to_string(i)), PropertyValue(i));
         EXPECT_EQ(defaults.value("two" + std::to_string(i)), PropertyValue(i));
     }
-}
-
-TEST_F(IniUserDefaultsTest, HoldsTheOldOrTheNewValuesWheneverTheProcessIsKilled)
-{
-    std::minstd_rand random(2);
-    std::int64_t before = 0;
-    for (int round = 0; round < 80; ++round) {
-        QProcess saver;
-        startEndlessSaver(saver, path);
-        for (auto lines = random() % 4; saver.bytesAvailable() < qint64(6 * lines);)
-            ASSERT_TRUE(saver.waitForReadyRead());
-        for (volatile unsigned spin = random() % 2'000'000; spin != 0;) // any moment of the next save
-            spin = spin - 1;
-        saver.kill();
-        ASSERT_TRUE(saver.waitForFinished());
-        const std::int64_t confirmed = before + saver.readAllStandardOutput().count('\n');
-
-        const IniUserDefaults defaults = open();
-        const std::int64_t count = readDefault<std::int64_t>(defaults, "count").value_or(0);
-        ASSERT_GE(count, confirmed) << "a saved value is lost in round " << round;
-        ASSERT_LE(count, confirmed + 1);
-        if (count > 0) {
-            ASSERT_EQ(readDefault<std::string>(defaults, "text"), textFor(count));
-        }
-        before = count;
-    }
-    EXPECT_GT(before, 0);
 }
 
 } // namespace

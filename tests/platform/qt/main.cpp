@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The tests, or one of the processes that they start.
-#include "SavingProcess.h"
+// The tests, or the process that one of them starts: it sets the keys PREFIX1 to PREFIXn in the preferences FILE,
+// each with a save of its own.
+#include "platform/qt/IniUserDefaults.h"
+#include "support/ManualClock.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -8,8 +10,16 @@
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    if (const auto status = lumenvale::runSavingProcess(QCoreApplication::arguments()))
-        return *status;
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 5 && arguments[1] == "--save-keys") {
+        lumenvale::ManualClock clock;
+        lumenvale::IniUserDefaults defaults(arguments[2].toStdString(), "", clock);
+        for (int i = 1; i <= arguments[4].toInt(); ++i) {
+            defaults.set(arguments[3].toStdString() + std::to_string(i), i);
+            defaults.flush();
+        }
+        return 0;
+    }
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
