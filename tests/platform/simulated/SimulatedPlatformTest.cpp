@@ -107,6 +107,8 @@ TEST_F(SimulatedPlatformTest, FailsAsTheFilesAsk)
     const std::vector<std::pair<std::string, Error>> faults{
         {R"("native": {"writeFails": true})", Error::writeFailed},
         {R"("native": {"overridesTo": 0.1})", Error::mismatch},
+        {R"("ddc": {"ignoresWrites": true})", Error::mismatch},
+        {R"("ddc": {"overridesTo": 70})", Error::mismatch},
         {R"("online": false, "ddc": {})", Error::disconnected},
         {R"("native": {"readFails": true})", Error::disconnected},
         {R"("ddc": {"corruptEvery": 1})", Error::disconnected},

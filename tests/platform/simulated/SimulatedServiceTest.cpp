@@ -71,32 +71,16 @@ TEST_F(SimulatedServiceTest, IgnoresEveryDamagedOrShortenedMessage)
     }
 }
 
-TEST_F(SimulatedServiceTest, AcknowledgesNoOtherAddress)
+TEST_F(SimulatedServiceTest, AcknowledgesNoOtherAddressAndNothingWhileItIsSilent)
 {
     EXPECT_NE(service.writeI2C(0x50, 0x51, getLuminance), 0);
     EXPECT_NE(service.writeI2C(0x37, 0x50, getLuminance), 0);
     EXPECT_EQ(read().second, nullReply);
-}
-
-TEST_F(SimulatedServiceTest, ShowsEachFault)
-{
-    describe(R"("current": 42, "silent": true)");
+    EXPECT_TRUE(waits.empty());
+    describe(R"("current": 42, "silent": true, "delayMs": 30)");
     EXPECT_NE(write(setTo50), 0);
     EXPECT_NE(read().first, 0);
     EXPECT_EQ(current(), 42);
-
-    describe(R"("current": 42, "ignoresWrites": true)");
-    EXPECT_EQ(write(setTo50), 0);
-    EXPECT_EQ(current(), 42);
-
-    describe(R"("current": 42, "overridesTo": 70)");
-    EXPECT_EQ(write(setTo50), 0);
-    EXPECT_EQ(current(), 70);
-
-    EXPECT_TRUE(waits.empty());
-    describe(R"("current": 42, "delayMs": 30)");
-    EXPECT_EQ(write(getLuminance), 0);
-    EXPECT_EQ(read().second[9], 42);
     EXPECT_EQ(waits, std::vector(2, std::chrono::microseconds(30'000)));
 }
 
