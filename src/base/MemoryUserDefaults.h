@@ -21,8 +21,7 @@ public:
     std::map<std::string, PropertyDictionary> domains;
     /// When not empty, `set` changes nothing and reports this text.
     std::string failure;
-
-private:
+    /// What `observeFailures` hears; for tests.
     Signal<const std::string&> failures;
 };
 

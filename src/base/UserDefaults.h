@@ -25,7 +25,8 @@ public:
     /// Everything in another program's preferences; empty when there are none.
     virtual PropertyDictionary domain(const std::string& name) const = 0;
 
-    /// Calls `observer` with the system's words each time a change could not be brought to the disk.
+    /// Calls `observer` with the system's words each time a change could not be brought to the disk, and with an
+    /// empty text when everything has been brought there after all.
     [[nodiscard]] virtual Subscription observeFailures(std::function<void(const std::string&)> observer) = 0;
 
     /// Brings all changes to the disk before it returns.

@@ -42,7 +42,12 @@ PresetStore::PresetStore(UserDefaults& source) : defaults(source)
         else
             storedIsUnreadable = true;
     }
-    failures = defaults.observeFailures([this](const std::string& words) { setPersistenceError(words); });
+    failures = defaults.observeFailures([this](const std::string& words) {
+        if (words.empty())
+            persistenceError.setIfChanged(std::nullopt);
+        else
+            setPersistenceError(words);
+    });
 }
 
 const BrightnessPreset* PresetStore::preset(const Uuid& id) const

@@ -27,7 +27,8 @@ public:
     Published<std::vector<BrightnessPreset>> presets;
     /// What to show beside a preset's shortcut.
     Published<std::map<Uuid, std::string>> shortcutErrors;
-    /// The last save's failure, whether it was noticed at once or while the preferences were brought to the disk.
+    /// The last save's failure, whether it was noticed at once or while the preferences were brought to the disk;
+    /// none once they have been.
     Published<std::optional<std::string>> persistenceError{std::nullopt};
 
     /// Called after each change that can alter the set of shortcuts.

@@ -185,6 +185,11 @@ TEST_F(PresetStoreTest, AFailedSaveIsReportedUntilTheNextGoodOneAndKeepsTheChang
     store.rename(id, "Evening");
     EXPECT_EQ(*store.persistenceError, std::nullopt);
     EXPECT_EQ(saved().at(0).name, "Evening");
+
+    defaults.failures.emit("The disk is full.");
+    EXPECT_NE(*store.persistenceError, std::nullopt);
+    defaults.failures.emit("");
+    EXPECT_EQ(*store.persistenceError, std::nullopt) << "saved after all, without another change of a preset";
 }
 
 TEST_F(PresetStoreTest, CallersMayPassReferencesIntoTheListThatTheyChange)

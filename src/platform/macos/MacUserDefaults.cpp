@@ -72,10 +72,12 @@ void MacUserDefaults::flush()
     if (!isChanged)
         return;
     const auto owner = toCFString(application);
-    if (owner && CFPreferencesSynchronize(owner.get(), kCFPreferencesCurrentUser, kCFPreferencesAnyHost))
-        isChanged = false;
-    else
+    isChanged = !owner || !CFPreferencesSynchronize(owner.get(), kCFPreferencesCurrentUser, kCFPreferencesAnyHost);
+    const bool hadFailed = std::exchange(hasFailed, isChanged);
+    if (isChanged)
         failures.emit("The system's preferences database did not accept the change.");
+    else if (hadFailed)
+        failures.emit("");
 }
 
 } // namespace lumenvale

@@ -31,6 +31,7 @@ private:
     Clock& clock;
     Clock::TimerId timer = 0;
     bool isChanged = false; // since the last successful write
+    bool hasFailed = false; // the last write
     Signal<const std::string&> failures;
 };
 

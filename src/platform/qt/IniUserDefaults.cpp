@@ -128,10 +128,15 @@ void IniUserDefaults::flush()
     clock.cancel(std::exchange(timer, 0));
     if (changed.empty())
         return;
-    if (const auto saved = save())
-        changed.clear();
-    else
+    const auto saved = save();
+    const bool hadFailed = std::exchange(hasFailed, !saved);
+    if (!saved) {
         failures.emit(saved.error());
+        return;
+    }
+    changed.clear();
+    if (hadFailed)
+        failures.emit("");
 }
 
 tl::expected<void, std::string> IniUserDefaults::save()

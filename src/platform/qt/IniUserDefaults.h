@@ -41,6 +41,7 @@ private:
     std::map<std::string, PropertyValue> values; // as read at the start, and as set since
     std::set<std::string> changed;               // set since the last successful write
     bool isDamaged = false;                      // the file, as found at the start
+    bool hasFailed = false;                      // the last write
     Clock::TimerId timer = 0;
     Signal<const std::string&> failures;
 };
