@@ -49,7 +49,7 @@ void AppDelegate::scrollMainDisplay(int steps)
     if (target == displays.end())
         return;
     const std::string id = target->id; // the write changes the list
-    store.setBrightness(id, std::clamp(*target->brightness + steps * brightnessPerNotch, 0.0, 1.0));
+    store.setBrightness(id, adjusted(*target, steps * brightnessPerNotch));
 }
 
 Menu AppDelegate::dockMenu()

@@ -8,7 +8,7 @@ namespace {
 
 double targetLevel(const DisplayInfo& display, const LevelArgument& level)
 {
-    return quantise(display, level.isRelative ? display.brightness.value_or(0.0) + level.value : level.value);
+    return level.isRelative ? adjusted(display, level.value) : quantise(display, level.value);
 }
 
 } // namespace

@@ -68,6 +68,15 @@ double step(const DisplayInfo& display, int direction)
     return step(direction, isDdc(display) ? std::optional(display.maximum) : std::nullopt, display.brightness);
 }
 
+double adjusted(const DisplayInfo& display, double amount)
+{
+    const double current = display.brightness.value_or(0.0);
+    const double target = quantise(display, current + amount);
+    if (amount == 0.0 || target != quantise(display, current))
+        return target;
+    return step(display, amount < 0.0 ? -1 : 1);
+}
+
 std::string percentageText(const DisplayInfo& display) { return percentageText(display, display.brightness); }
 
 std::string percentageText(const DisplayInfo& display, std::optional<double> value)

@@ -52,6 +52,10 @@ double step(int direction, std::optional<std::uint16_t> hardwareUnits, std::opti
 /// The same with the display's own units and brightness.
 double step(const DisplayInfo& display, int direction);
 
+/// The display's brightness (0.0 when absent) changed by `amount` and quantised. Moves by at least one step unless
+/// `amount` is 0, so that repeating a small change reaches the end of a coarse scale too.
+double adjusted(const DisplayInfo& display, double amount);
+
 /// "42%", with as many digits as the display's scale has; "—" while the brightness is unknown.
 std::string percentageText(const DisplayInfo& display);
 

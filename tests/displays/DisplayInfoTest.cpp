@@ -69,6 +69,16 @@ TEST(Step, WalkingTheWholeScaleVisitsEveryUnitOnce)
     }
 }
 
+TEST(Adjusted, MovesByAtLeastOneUnitAndStopsAtTheEnds)
+{
+    EXPECT_EQ(adjusted(ddc(100, 0.42), -0.05), 0.37);
+    EXPECT_EQ(adjusted(ddc(10, 0.5), -0.05), 0.4) << "half a unit would be rounded back";
+    EXPECT_EQ(adjusted(ddc(10, 0.5), 0.01), 0.6);
+    EXPECT_EQ(adjusted(ddc(10, 0.5), 0.0), 0.5);
+    EXPECT_EQ(adjusted(ddc(10, 1.0), 0.01), 1.0);
+    EXPECT_EQ(adjusted(native(0.02), -0.05), 0.0);
+}
+
 TEST(DisplayTexts, SuitTheDisplaysScale)
 {
     EXPECT_EQ(percentageText(ddc(100, 0.5)), "50%");
