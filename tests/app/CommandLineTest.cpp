@@ -97,57 +97,34 @@ TEST(CommandLine, RefusesWrongUse)
               "\"42\" is not a brightness. LEVEL is 42%, 0.42, +5% or -5%.");
 }
 
-class DisplayChoiceTest : public testing::Test {
-protected:
-    std::vector<std::string> choose(const std::string& text)
-    {
-        std::vector<DisplayInfo> displays;
-        for (const auto& [id, name] : displayNames) {
-            DisplayInfo display;
-            display.id = id;
-            display.name = name;
-            displays.push_back(display);
-        }
-        const auto chosen = chooseDisplays(displays, text);
-        if (!chosen)
-            return {"error", chosen.error()};
-        std::vector<std::string> ids;
-        for (const DisplayInfo& each : *chosen)
-            ids.push_back(each.id);
-        return ids;
+TEST(DisplayChoice, PrefersTheCloserFitAndNamesTheCandidatesOfAnAmbiguousText)
+{
+    std::vector<DisplayInfo> displays;
+    for (const auto& [id, name] : std::vector<std::pair<std::string, std::string>>{{"37D8-A", "Studio 27"},
+                                                                                   {"37D8-B", "Studio"},
+                                                                                   {"display-2", "Écran"},
+                                                                                   {"display-3", "studio"},
+                                                                                   {"display-4", "Twin"},
+                                                                                   {"display-5", "Twin"}}) {
+        displays.emplace_back().id = id;
+        displays.back().name = name;
     }
-
-    std::vector<std::pair<std::string, std::string>> displayNames{{"37D8-A", "Studio 27"}, {"37D8-B", "Studio"},
-                                                                  {"display-2", "Écran"},  {"display-3", "studio"},
-                                                                  {"display-4", "Twin"},   {"display-5", "Twin"}};
-    using Ids = std::vector<std::string>;
-};
-
-TEST_F(DisplayChoiceTest, PrefersTheCloserFit)
-{
-    EXPECT_EQ(choose("37D8-A"), Ids{"37D8-A"});
-    EXPECT_EQ(choose("37d8-a"), Ids{"37D8-A"});
-    EXPECT_EQ(choose("Studio"), Ids{"37D8-B"});
-    EXPECT_EQ(choose("studio"), Ids{"display-3"});
-    EXPECT_EQ(choose("STUDIO 2"), Ids{"37D8-A"});
-    EXPECT_EQ(choose("éc"), Ids{"display-2"});
-    EXPECT_EQ(choose("display-2"), Ids{"display-2"});
-    EXPECT_EQ(choose("all").size(), displayNames.size());
-}
-
-TEST_F(DisplayChoiceTest, NamesTheCandidatesOfAnAmbiguousText)
-{
-    EXPECT_EQ(choose("Twin")[1], "\"Twin\" could be Twin (display-4) or Twin (display-5).");
-    EXPECT_EQ(choose("STUDIO")[1], "\"STUDIO\" could be Studio (37D8-B) or studio (display-3).");
-    EXPECT_EQ(choose("37")[1], "\"37\" could be Studio 27 (37D8-A) or Studio (37D8-B).");
-}
-
-TEST_F(DisplayChoiceTest, FindsNothingWhereThereIsNothing)
-{
-    EXPECT_EQ(choose("Office")[1], "There is no display \"Office\".");
-    EXPECT_EQ(choose("")[1], "There is no display \"\".");
-    displayNames.clear();
-    EXPECT_EQ(choose("all")[1], "There is no display.");
+    const auto choose = [&](const std::string& text) {
+        const auto chosen = chooseDisplays(displays, text);
+        return chosen ? chosen->front().id : chosen.error();
+    };
+    EXPECT_EQ(choose("37d8-a"), "37D8-A");
+    EXPECT_EQ(choose("Studio"), "37D8-B");
+    EXPECT_EQ(choose("studio"), "display-3");
+    EXPECT_EQ(choose("STUDIO 2"), "37D8-A");
+    EXPECT_EQ(choose("éc"), "display-2");
+    EXPECT_EQ(chooseDisplays(displays, "all")->size(), displays.size());
+    EXPECT_EQ(choose("Twin"), "\"Twin\" could be Twin (display-4) or Twin (display-5).");
+    EXPECT_EQ(choose("STUDIO"), "\"STUDIO\" could be Studio (37D8-B) or studio (display-3).");
+    EXPECT_EQ(choose("37"), "\"37\" could be Studio 27 (37D8-A) or Studio (37D8-B).");
+    EXPECT_EQ(choose("Office"), "There is no display \"Office\".");
+    EXPECT_EQ(choose(""), "There is no display \"\".");
+    EXPECT_EQ(chooseDisplays({}, "all").error(), "There is no display.");
 }
 
 } // namespace

@@ -230,8 +230,8 @@ TEST_F(DisplayEndpointsTest, ACancelledCallerStopsTheWorkBetweenDisplays)
     inspected();
     const CancellationToken token;
     token.cancel();
-    EXPECT_TRUE(endpoints->inspect({panel, other}, token).empty());
     EXPECT_TRUE(endpoints->currentBrightness({"PANEL"}, token).empty());
+    EXPECT_TRUE(endpoints->inspect({panel, other}, token).empty());
 }
 
 TEST_F(DisplayEndpointsTest, TheLogHoldsEveryTransferAndWait)

@@ -88,28 +88,22 @@ TEST(Connectors, DisplayNumbersDifferAndDependOnNothingButTheName)
     EXPECT_EQ(displayNumber("card1", "DP-2"), 0x010A02U);
 }
 
-TEST(Identity, AMonitorWithASerialKeepsItsUuidOnEverySocket)
+TEST(Identity, AMonitorIsKnownByItsSerialOnEverySocketElseByItsPlaceWhateverTheCardIsCalled)
 {
+    const auto uuidAt = [](const char* card, const char* address, const char* connector, const EdidBlock& edid) {
+        FakeSysfs system;
+        system.addConnector(system.addCard(card, "i915", address), connector, edid, card);
+        return uuidOf(system, connector);
+    };
     const EdidBlock edid = EdidBuilder{.serial = 7}.build();
-    EdidBlock overHdmi = EdidBuilder{.serial = 7, .revision = 3, .videoInput = 0x80, .width = 1920}.build();
-    FakeSysfs before;
-    before.addConnector(before.addCard(), "DP-1", edid);
-    FakeSysfs after;
-    after.addConnector(after.addCard("card1", "amdgpu", "0000:03:00.0"), "HDMI-A-2", overHdmi, "card1");
-    EXPECT_EQ(uuidOf(before, "DP-1"), uuidOf(after, "HDMI-A-2"));
-}
+    const EdidBlock overHdmi = EdidBuilder{.serial = 7, .revision = 3, .videoInput = 0x80, .width = 1920}.build();
+    EXPECT_EQ(uuidAt("card0", "0000:00:02.0", "DP-1", edid),
+              uuidAt("card1", "0000:03:00.0", "HDMI-A-2", overHdmi));
 
-TEST(Identity, AMonitorWithoutASerialIsKnownByItsPlaceWhateverTheCardIsCalled)
-{
-    const EdidBlock edid = EdidBuilder{}.build();
-    FakeSysfs before;
-    before.addConnector(before.addCard("card0"), "DP-1", edid);
-    FakeSysfs renumbered;
-    renumbered.addConnector(renumbered.addCard("card1"), "DP-1", edid, "card1");
-    FakeSysfs moved;
-    moved.addConnector(moved.addCard("card0"), "DP-2", edid);
-    EXPECT_EQ(uuidOf(before, "DP-1"), uuidOf(renumbered, "DP-1"));
-    EXPECT_NE(uuidOf(before, "DP-1"), uuidOf(moved, "DP-2"));
+    const EdidBlock nameless = EdidBuilder{}.build();
+    const std::string before = uuidAt("card0", "0000:00:02.0", "DP-1", nameless);
+    EXPECT_EQ(uuidAt("card1", "0000:00:02.0", "DP-1", nameless), before);
+    EXPECT_NE(uuidAt("card0", "0000:00:02.0", "DP-2", nameless), before);
 }
 
 TEST(Identity, MonitorsThatClaimTheSameIdentityAreToldApartByTheirPlace)
