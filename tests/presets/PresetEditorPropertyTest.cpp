@@ -106,6 +106,7 @@ private:
         const bool anyFails = std::ranges::any_of(
             hardware.monitors, [](const auto& each) { return each.second.writeError.has_value(); });
         undisturbed = anyFails || !isListCurrent ? std::nullopt : std::optional(id);
+        isEdited = false; // no refresh drops the levels of a preset
     }
     void activate()
     {
@@ -135,7 +136,6 @@ private:
         const Uuid id = editor.session.get()->savedPreset.id;
         if (editor.revert())
             applied(id);
-        isEdited = true; // its levels may go through write tasks, which a refresh drops
     }
     void edit()
     {
@@ -216,7 +216,7 @@ private:
     Subscription listObserver;
     bool isListNew = false;
     bool isListCurrent = true;       ///< no cable has been changed
-    bool isEdited = false;           ///< levels were edited since all had settled
+    bool isEdited = false;           ///< levels were edited since a preset was applied or all had settled
     std::optional<Uuid> undisturbed; ///< the preset applied last, while nothing was done against it
 };
 

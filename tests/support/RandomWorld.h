@@ -30,7 +30,9 @@ protected:
         const ControlMethod method = id == "A"   ? ControlMethod::apple
                                      : id == "E" ? ControlMethod::unavailable
                                                  : ControlMethod::ddc;
-        plug(id, {.method = method, .maximum = static_cast<std::uint16_t>(id == "B" ? 255 : 100)});
+        plug(id, {.method = method,
+                  .brightness = id == "B" ? 128.0 / 255 : 0.5,
+                  .maximum = static_cast<std::uint16_t>(id == "B" ? 255 : 100)});
     }
     void changeByHand(const std::string& id)
     {
