@@ -124,20 +124,7 @@ TEST_F(StatusItemTest, AppearsWhenAWatcherDoesAndAgainAfterItsRestart)
     EXPECT_FALSE(waitForItem().isEmpty());
 }
 
-TEST_F(StatusItemTest, PassesOnWhatTheUserDoes)
-{
-    show();
-    EXPECT_EQ(item->frame(), std::nullopt);
-    call(itemPath, itemInterface, "Activate", {120, 7});
-    EXPECT_EQ(activations, 1);
-    EXPECT_EQ(item->frame(), (Rect{120, 7, 0, 0}));
-    for (const int delta : {1, -1, 120, -240, 60, 30, 30, 0}) // whole steps, notches, and parts of one
-        call(itemPath, itemInterface, "Scroll", {delta, "vertical"});
-    call(itemPath, itemInterface, "Scroll", {120, "horizontal"});
-    EXPECT_EQ(scrolled, (std::vector{1, -1, 1, -2, 1}));
-}
-
-TEST_F(StatusItemTest, ShowsATintedSquareImageInNetworkByteOrder)
+TEST_F(StatusItemTest, ShowsATintedSquareImageInNetworkByteOrderAndPassesOnWhatTheUserDoes)
 {
     show();
     const auto images = qdbus_cast<QList<DBusImage>>(property("IconPixmap"));
@@ -150,6 +137,15 @@ TEST_F(StatusItemTest, ShowsATintedSquareImageInNetworkByteOrder)
     EXPECT_EQ(quint8(row[8]), 0x00);
     EXPECT_EQ(row.mid(1, 3), QByteArray("\x1D\x1D\x1F", 3)); // dark, for the light windows of a test
     EXPECT_EQ(qdbus_cast<DBusToolTip>(property("ToolTip")).title, "Tip");
+
+    EXPECT_EQ(item->frame(), std::nullopt);
+    call(itemPath, itemInterface, "Activate", {120, 7});
+    EXPECT_EQ(activations, 1);
+    EXPECT_EQ(item->frame(), (Rect{120, 7, 0, 0}));
+    for (const int delta : {1, -1, 120, -240, 60, 30, 30, 0}) // whole steps, notches, and parts of one
+        call(itemPath, itemInterface, "Scroll", {delta, "vertical"});
+    call(itemPath, itemInterface, "Scroll", {120, "horizontal"});
+    EXPECT_EQ(scrolled, (std::vector{1, -1, 1, -2, 1}));
 }
 
 TEST_F(StatusItemTest, OffersItsMenuAndDoesWhatTheChosenRowSaid)
