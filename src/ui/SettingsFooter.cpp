@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -18,14 +19,23 @@ namespace {
 
 constexpr int footerHeight = 54;
 
-QString localTime(BuildInfo::Time time)
+std::string localTime(BuildInfo::Time time)
 {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
-    const QDateTime local = QDateTime::fromSecsSinceEpoch(seconds);
-    return QLocale().toString(local.date(), "d MMM yyyy") + ", " + QLocale().toString(local.time(), "HH:mm:ss");
+    return buildTimeText(QDateTime::fromSecsSinceEpoch(seconds), QLocale()).toStdString();
 }
 
 } // namespace
+
+QString buildTimeText(const QDateTime& time, const QLocale& locale)
+{
+    // The toolkit has no middle formats: the long ones, without the day of the week and the time zone.
+    static const QRegularExpression weekday("^dddd[\\s,،]*|[\\s,،]*dddd");
+    static const QRegularExpression zone("\\s*\\(?t+\\)?\\s*");
+    const QString date = locale.dateFormat(QLocale::LongFormat).remove(weekday).replace("MMMM", "MMM");
+    const QString clock = locale.timeFormat(QLocale::LongFormat).remove(zone);
+    return locale.toString(time.date(), date) + ", " + locale.toString(time.time(), clock);
+}
 
 SettingsFooter::SettingsFooter(DisplayStore& displayStore, PresetEditor& presetEditor, Clock& time, BuildInfo info)
     : store(displayStore), editor(presetEditor), clock(time), build(std::move(info)),
@@ -67,8 +77,7 @@ SettingsFooter::SettingsFooter(DisplayStore& displayStore, PresetEditor& presetE
 
 void SettingsFooter::redraw()
 {
-    const auto label =
-        buildLabel(build, clock.wallTime(), [](BuildInfo::Time time) { return localTime(time).toStdString(); });
+    const auto label = buildLabel(build, clock.wallTime(), localTime);
     built->setText(QString::fromStdString(label.value_or("")));
     built->setVisible(label.has_value());
     message->setText(QString::fromStdString(editor.message.get().value_or("")));

@@ -8,6 +8,8 @@
 #include "presets/PresetEditor.h"
 #include "ui/LaterCall.h"
 
+#include <QDateTime>
+#include <QLocale>
 #include <QTimer>
 #include <QWidget>
 #include <vector>
@@ -17,6 +19,9 @@ namespace lumenvale {
 class ElidedLabel;
 class SmallButton;
 class TextLabel;
+
+/// Abbreviated date and time to the second, as the locale writes them.
+QString buildTimeText(const QDateTime& time, const QLocale& locale);
 
 class SettingsFooter final : public QWidget {
 public:

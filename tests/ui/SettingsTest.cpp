@@ -5,6 +5,7 @@
 #include "ui/DisplayDetail.h"
 #include "ui/Labels.h"
 #include "ui/LevelSlider.h"
+#include "ui/SettingsFooter.h"
 #include "ui/SettingsTabController.h"
 #include "ui/Sidebar.h"
 #include "ui/TextLabel.h"
@@ -251,6 +252,16 @@ TEST_F(SettingsTest, AShortcutIsRecordedRefusedAndDeleted)
     EXPECT_FALSE(presets.preset(second)->shortcut);
 }
 
+TEST(BuildTimeTest, IsWrittenAsTheLocaleWritesIt)
+{
+    const QDateTime time(QDate(2026, 11, 21), QTime(18, 4, 5));
+    EXPECT_EQ(buildTimeText(time, QLocale::c()), "21 Nov 2026, 18:04:05");
+    EXPECT_EQ(buildTimeText(time, QLocale("en_US")), "Nov 21, 2026, 6:04:05 PM");
+    EXPECT_EQ(buildTimeText(time, QLocale("en_GB")), "21 Nov 2026, 18:04:05");
+    EXPECT_EQ(buildTimeText(time, QLocale("de_DE")), "21. Nov. 2026, 18:04:05");
+    EXPECT_EQ(buildTimeText(time, QLocale("ja_JP")), "2026年11月21日, 18時04分05秒");
+}
+
 TEST_F(SettingsTest, EverythingThatTakesTheFocusHasANameAndNothingIsCutOffAtTheSmallestSize)
 {
     addPreset();
@@ -267,6 +278,11 @@ TEST_F(SettingsTest, EverythingThatTakesTheFocusHasANameAndNothingIsCutOffAtTheS
         turnLoop();
         EXPECT_LE(window.minimumSizeHint().width(), 560) << tab;
         EXPECT_LE(window.minimumSizeHint().height(), 340) << tab;
+        for (const auto* page : window.findChildren<QScrollArea*>()) {
+            if (page->isVisibleTo(&window)) {
+                EXPECT_LE(page->widget()->width(), page->viewport()->width()) << tab;
+            }
+        }
     }
 }
 
