@@ -8,10 +8,10 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <cmath>
 #include <utility>
 
 namespace lumenvale {
@@ -24,9 +24,15 @@ constexpr auto sameClick = std::chrono::milliseconds(500);
 
 QRegion roundedMask(QSize size)
 {
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(QPointF(), size), panelCornerRadius, panelCornerRadius);
-    return QRegion(outline.toFillPolygon().toPolygon());
+    constexpr int radius = panelCornerRadius;
+    QRegion mask(QRect(QPoint(), size).adjusted(0, radius, 0, -radius));
+    for (int row = 0; row < radius; ++row) { // not by a polygon, which would cut off the panel's own edge
+        const double distance = radius - row - 0.5;
+        const int inset = int(std::lround(radius - std::sqrt(radius * radius - distance * distance)));
+        mask += QRect(inset, row, size.width() - 2 * inset, 1);
+        mask += QRect(inset, size.height() - 1 - row, size.width() - 2 * inset, 1);
+    }
+    return mask;
 }
 
 } // namespace
