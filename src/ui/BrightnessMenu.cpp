@@ -135,6 +135,21 @@ void BrightnessMenu::settleLayout()
     layOut(*page->widget());
     QEvent request(QEvent::LayoutRequest); // makes it look at its content's new size
     QCoreApplication::sendEvent(page, &request);
+    chooseScrollBar();
+}
+
+void BrightnessMenu::resizeEvent(QResizeEvent* event)
+{
+    chooseScrollBar();
+    MenuGlassBackground::resizeEvent(event);
+}
+
+/// A window manager makes windows of whole steps, which at a scale of 1.5 are two pixels: the point that it then
+/// takes is worth no scroll bar.
+void BrightnessMenu::chooseScrollBar()
+{
+    const int missing = page->widget()->minimumSizeHint().height() + dividerHeight + footerHeight - height();
+    page->setVerticalScrollBarPolicy(missing > 1 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
 }
 
 void BrightnessMenu::redrawDisplays()

@@ -34,12 +34,14 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* makeContent();
     QWidget* makePresetSection();
     QWidget* makeFooter();
     void settleLayout();
+    void chooseScrollBar();
     void redrawDisplays();
     void redrawPresets();
     BrightnessSlider* makeRow(const std::string& id);
