@@ -15,9 +15,10 @@ NOON = preset(2, "Noon_&_sun", 1.0, 0.9)
 
 
 def status_item_opens_and_closes_the_panel(session):
-    panel = session.start_with_open_panel()
-    box = session.box(panel)
-    assert box.width == 340 and box.height == 171, (box.width, box.height)
+    session.start_with_open_panel()
+    wait_until(lambda: session.panel_height() == 171, "two displays")
+    box = session.box(session.panel())
+    assert box.width == 340, box.width
     assert abs(box.x + box.width / 2 - 640) <= 1 and box.y == 10, (box.x, box.y)
     session.status_bar.call("Activate", "(ii)", 640, 4)
     wait_until(lambda: not session.panel(), "the panel closes")
