@@ -58,7 +58,7 @@ TEST(Backlight, DevicesOfOtherThingsAndBrokenOnesAreLeftAlone)
     const auto device = system.addCard();
     system.addConnector(device, "eDP-1", panelEdid);
     const auto external = system.addConnector(device, "DP-1", panelEdid);
-    system.addBacklight(external, "on_another_connector", "raw", 100, 50);
+    system.addBacklight(external, "on_another_connector", "platform", 100, 50);
     const auto client = system.root() / "devices/i2c-7/7-0037";
     FakeSysfs::link(system.root() / "bus/i2c", client / "subsystem");
     system.addBacklight(client, "ddcci7", "raw", 100, 50);
