@@ -18,6 +18,17 @@ namespace {
 constexpr char frameKey[] = "LumenvaleSettings"; // "x y width height" of the content
 constexpr QSize contentSize(800, 580);
 constexpr QSize minimumContentSize(560, 340);
+constexpr int titleBarHeight = 28; ///< about; it lies above the frame
+
+/// A frame saved on a larger screen, so that all of the window can be reached.
+QRect movedInto(const QRect& available, QRect frame)
+{
+    const QRect room = available.adjusted(0, titleBarHeight, 0, 0);
+    frame.setSize(frame.size().boundedTo(room.size()).expandedTo(minimumContentSize));
+    frame.moveLeft(std::max(std::min(frame.left(), room.right() + 1 - frame.width()), room.left()));
+    frame.moveTop(std::max(std::min(frame.top(), room.bottom() + 1 - frame.height()), room.top()));
+    return frame;
+}
 
 } // namespace
 
@@ -75,12 +86,13 @@ bool SettingsWindow::restoreFrame()
     const QRect frame(x, y, std::max(width, minimumContentSize.width()),
                       std::max(height, minimumContentSize.height()));
     const QList<QScreen*> screens = QGuiApplication::screens();
-    const bool isReachable = std::any_of(screens.begin(), screens.end(), [&frame](const QScreen* screen) {
-        return screen->availableGeometry().contains(QPoint(frame.center().x(), frame.top()));
+    const auto screen = std::find_if(screens.begin(), screens.end(), [&frame](const QScreen* each) {
+        return each->availableGeometry().contains(QPoint(frame.center().x(), frame.top()));
     });
-    if (isReachable)
-        setGeometry(frame);
-    return isReachable;
+    if (screen == screens.end())
+        return false;
+    setGeometry(movedInto((*screen)->availableGeometry(), frame));
+    return true;
 }
 
 void SettingsWindow::saveFrame()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/SettingsFooter.h"
 
-#include "ui/Labels.h"
+#include "ui/ProgressIndicator.h"
 #include "ui/SmallButton.h"
 #include "ui/TextLabel.h"
 
@@ -41,8 +41,8 @@ SettingsFooter::SettingsFooter(DisplayStore& displayStore, PresetEditor& presetE
     : store(displayStore), editor(presetEditor), clock(time), build(std::move(info)),
       version(new TextLabel(TextRole::name)), built(new TextLabel(TextRole::caption, TextColour::secondary)),
       message(new TextLabel(TextRole::digits, TextColour::secondary)),
-      progress(new ElidedLabel(TextRole::caption, TextColour::secondary)),
-      refresh(new SmallButton("arrow.clockwise", "Refresh", {})), redrawLater([this] { redraw(); })
+      progress(new ProgressIndicator("Refreshing…")), refresh(new SmallButton("arrow.clockwise", "Refresh", {})),
+      redrawLater([this] { redraw(); })
 {
     setMinimumHeight(footerHeight);
     for (TextLabel* label : {version, built}) {
@@ -52,8 +52,6 @@ SettingsFooter::SettingsFooter(DisplayStore& displayStore, PresetEditor& presetE
     version->setText(QString::fromStdString("Lumenvale " + build.version));
     message->setAccessibleName("Message");
     refresh->setToolTip("Read brightness and detect displays again");
-    progress->setText("Refreshing…");
-    progress->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(3);

@@ -16,7 +16,7 @@
 
 namespace lumenvale {
 
-class ElidedLabel;
+class ProgressIndicator;
 class SmallButton;
 class TextLabel;
 
@@ -43,7 +43,7 @@ private:
     TextLabel* version;
     TextLabel* built;
     TextLabel* message;
-    ElidedLabel* progress;
+    ProgressIndicator* progress;
     SmallButton* refresh;
     QTimer everyMinute; // the label goes when the build is a week old
     LaterCall redrawLater;

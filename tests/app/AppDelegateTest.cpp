@@ -4,6 +4,8 @@
 #include "ui/PreferredHeight.h"
 #include "ui/TextLabel.h"
 
+#include <QProgressBar>
+
 namespace lumenvale {
 namespace {
 
@@ -157,12 +159,23 @@ TEST_F(AppDelegateTest, SettingsOpenAtTheFirstLaunchOnlyKeepTheirFrameAndRevertA
     delegate->showSettings();
     settle();
     EXPECT_GT(hardware.writes.size(), writes) << "opened on the active preset, they apply it again";
+    click(*settings(), "Refresh");
+    turnLoop();
+    EXPECT_TRUE(named<QProgressBar>(*settings(), "Refreshing…"));
+    settle();
+    EXPECT_FALSE(named<QProgressBar>(*settings(), "Refreshing…"));
     settings()->close();
     delegate.reset();
     launch();
     EXPECT_FALSE(settings());
     delegate->showSettings();
     EXPECT_EQ(settings()->geometry(), QRect(20, 40, 600, 400));
+    settings()->close();
+    delegate.reset();
+    defaults.set("LumenvaleSettings", "200 300 5000 4000"); // on a screen that is gone
+    launch();
+    delegate->showSettings();
+    EXPECT_TRUE(settings()->screen()->availableGeometry().contains(settings()->geometry()));
 }
 
 TEST_F(AppDelegateTest, ShortcutsApplyPresetsFromTheStartUntilTheEnd)
