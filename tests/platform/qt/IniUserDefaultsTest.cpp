@@ -137,6 +137,19 @@ TEST_F(IniUserDefaultsTest, RemovesAKeyAndWritesNothingWithoutAChange)
     EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(path)));
 }
 
+TEST_F(IniUserDefaultsTest, ReplacesTheFileAsAWholeSoThatAKilledProcessLeavesTheOldOrTheNewOne)
+{
+    IniUserDefaults defaults = open();
+    defaults.set("text", "old");
+    defaults.flush();
+    QFile before(QString::fromStdString(path));
+    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
+    defaults.set("text", "new");
+    defaults.flush();
+    EXPECT_TRUE(before.readAll().contains("text=old")) << "it was not written over";
+    EXPECT_EQ(open().value("text"), PropertyValue("new"));
+}
+
 TEST_F(IniUserDefaultsTest, WritesAtMostTwiceASecondWhileValuesKeepComing)
 {
     IniUserDefaults defaults = open();
