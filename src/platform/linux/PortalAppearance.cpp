@@ -6,7 +6,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -42,16 +42,17 @@ std::optional<std::uint32_t> accent(const QVariant& value)
     const auto argument = value.value<QDBusArgument>();
     if (argument.currentSignature() != "(ddd)")
         return std::nullopt;
-    std::uint32_t colour = 0;
+    std::array<double, 3> parts{};
     argument.beginStructure();
-    for (int part = 0; part < 3; ++part) {
-        double share = -1;
-        argument >> share;
-        if (!(share >= 0 && share <= 1))
+    for (double& part : parts)
+        argument >> part;
+    argument.endStructure(); // or what it holds is lost
+    std::uint32_t colour = 0;
+    for (const double part : parts) {
+        if (!(part >= 0 && part <= 1))
             return std::nullopt;
-        colour = colour << 8 | std::uint32_t(std::lround(share * 255));
+        colour = colour << 8 | std::uint32_t(std::lround(part * 255));
     }
-    argument.endStructure();
     return colour;
 }
 
