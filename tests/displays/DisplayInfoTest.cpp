@@ -30,6 +30,14 @@ DisplayInfo native(std::optional<double> brightness = std::nullopt)
     return display;
 }
 
+TEST(ControlMethod, IsMadeOfItsOwnTextOnly)
+{
+    for (const auto method : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable})
+        EXPECT_EQ(controlMethodFromRawValue(rawValue(method)), method);
+    for (const char* text : {"", "ddc", "Unavailable ", "apple native brightness"})
+        EXPECT_FALSE(controlMethodFromRawValue(text)) << text;
+}
+
 TEST(Quantise, ClampsAndRoundsToTheDisplaysUnits)
 {
     EXPECT_EQ(quantise(ddc(100), 0.426), 0.43);

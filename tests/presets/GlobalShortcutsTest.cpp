@@ -3,7 +3,9 @@
 
 #include "support/FakeHotKeyService.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace lumenvale {
 namespace {
@@ -135,6 +137,77 @@ TEST_F(GlobalShortcutsTest, APressMayRegisterAnewFromWithin)
     shortcuts->registerAll(presets);
     EXPECT_EQ(service.press(Combination(40, 0)), 0);
     EXPECT_EQ(activated, std::vector{presets[0].id});
+}
+
+/// The preset that a press of `combination` must mean: the first one that has it, where it is to be had.
+std::optional<Uuid> meant(const FakeHotKeyService& service, const std::vector<BrightnessPreset>& presets,
+                          Combination combination)
+{
+    const auto found = std::ranges::find_if(presets, [&](const BrightnessPreset& each) {
+        return each.shortcut &&
+               Combination(*keyCode(*each.shortcut), carbonModifiers(*each.shortcut)) == combination;
+    });
+    if (found == presets.end() || service.takenElsewhere.contains(combination))
+        return std::nullopt;
+    return found->id;
+}
+
+TEST_F(GlobalShortcutsTest, NoSequenceOfChangesAndPressesLosesAKeyOrMeansTheWrongPreset)
+{
+    std::mt19937 random(20240607);
+    const auto number = [&](unsigned below) { return static_cast<unsigned>(random() % below); };
+    const auto combination = [&] {
+        return Combination(30 + number(6),
+                           number(2) * HotKeyModifier::command + number(2) * HotKeyModifier::shift);
+    };
+    for (int sequence = 0; sequence < 10'000; ++sequence) {
+        service = FakeHotKeyService();
+        start();
+        std::vector<BrightnessPreset> presets;
+        std::vector<BrightnessPreset> registered;
+        for (int stepsLeft = 20; stepsLeft > 0; --stepsLeft) {
+            switch (number(5)) {
+            case 0:
+                presets.push_back(preset(number(4) == 0 ? std::nullopt : std::optional(combination())));
+                break;
+            case 1:
+                if (!presets.empty())
+                    presets.erase(presets.begin() + number(static_cast<unsigned>(presets.size())));
+                break;
+            case 2:
+                service.takenElsewhere = {combination(), combination()};
+                for (const auto& [reference, key] : service.live)
+                    service.takenElsewhere.erase(key.combination);
+                break;
+            case 3: {
+                std::set<Combination> wanted;
+                for (const BrightnessPreset& each : presets) {
+                    if (each.shortcut)
+                        wanted.emplace(*keyCode(*each.shortcut), carbonModifiers(*each.shortcut));
+                }
+                std::erase_if(wanted, [&](const auto& each) { return service.takenElsewhere.contains(each); });
+                shortcuts->registerAll(presets);
+                registered = presets;
+                ASSERT_EQ(service.live.size(), wanted.size());
+                ASSERT_TRUE(std::ranges::all_of(wanted, [&](const auto& each) { return service.find(each); }));
+                break;
+            }
+            default: {
+                const Combination pressed = combination();
+                const std::optional<Uuid> expected =
+                    service.find(pressed) ? meant(service, registered, pressed) : std::nullopt;
+                activated.clear();
+                service.press(pressed);
+                ASSERT_EQ(activated, expected ? std::vector{*expected} : std::vector<Uuid>());
+            }
+            }
+        }
+        std::ranges::sort(service.usedIDs);
+        ASSERT_EQ(std::ranges::adjacent_find(service.usedIDs), service.usedIDs.end()) << "an id was used twice";
+        shortcuts.reset();
+        ASSERT_TRUE(service.live.empty());
+        ASSERT_EQ(service.strayUnregistrations, 0);
+    }
 }
 
 } // namespace

@@ -32,6 +32,13 @@ protected:
         file.write(text);
     }
 
+    /// Another process that sets `prefix`1 to `prefix``count`, each with a save of its own.
+    void startSaver(QProcess& process, const char* prefix, int count) const
+    {
+        process.start(QCoreApplication::applicationFilePath(),
+                      {"--save-keys", QString::fromStdString(path), prefix, QString::number(count)});
+    }
+
     QTemporaryDir folder;
     std::string path = pathOf("preferences.ini");
     ManualClock clock;
@@ -137,17 +144,29 @@ TEST_F(IniUserDefaultsTest, RemovesAKeyAndWritesNothingWithoutAChange)
     EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(path)));
 }
 
-TEST_F(IniUserDefaultsTest, ReplacesTheFileAsAWholeSoThatAKilledProcessLeavesTheOldOrTheNewOne)
+TEST_F(IniUserDefaultsTest, LeavesTheOldOrTheNewFileAtWhateverMomentTheProcessIsKilled)
 {
-    IniUserDefaults defaults = open();
-    defaults.set("text", "old");
-    defaults.flush();
-    QFile before(QString::fromStdString(path));
-    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
-    defaults.set("text", "new");
-    defaults.flush();
-    EXPECT_TRUE(before.readAll().contains("text=old")) << "it was not written over";
-    EXPECT_EQ(open().value("text"), PropertyValue("new"));
+    const std::string filler(20'000, 'x');
+    std::minstd_rand random(2);
+    for (int round = 0; round < 200; ++round) {
+        QFile::remove(QString::fromStdString(path));
+        IniUserDefaults(path, "", clock).set("filler", filler);
+        QProcess saver;
+        startSaver(saver, "key", 1'000'000);
+        const std::string awaited = "key" + std::to_string(1 + random() % 3);
+        while (!IniUserDefaults(path, "", clock).value(awaited))
+            ASSERT_FALSE(saver.waitForFinished(1)) << saver.readAllStandardError().toStdString();
+        for (volatile unsigned spin = random() % 8'000'000; spin != 0;) // any moment of a later save
+            spin = spin - 1;
+        saver.kill();
+        ASSERT_TRUE(saver.waitForFinished());
+        const IniUserDefaults defaults = open();
+        ASSERT_EQ(defaults.value("filler"), PropertyValue(filler)) << "round " << round;
+        int last = 1;
+        for (; const auto value = defaults.value("key" + std::to_string(last)); ++last)
+            ASSERT_EQ(value, PropertyValue(last));
+        ASSERT_TRUE(defaults.value(awaited)) << "what was on the disk is lost";
+    }
 }
 
 TEST_F(IniUserDefaultsTest, WritesAtMostTwiceASecondWhileValuesKeepComing)
@@ -213,12 +232,8 @@ TEST_F(IniUserDefaultsTest, LosesNoKeyWhenTwoProcessesWriteAtOnce)
 {
     constexpr int count = 30;
     QProcess one, other;
-    const auto start = [this](QProcess& process, const char* prefix) {
-        process.start(QCoreApplication::applicationFilePath(),
-                      {"--save-keys", QString::fromStdString(path), prefix, QString::number(count)});
-    };
-    start(one, "one");
-    start(other, "two");
+    startSaver(one, "one", count);
+    startSaver(other, "two", count);
     ASSERT_TRUE(one.waitForFinished() && other.waitForFinished());
     EXPECT_EQ(one.exitCode(), 0);
     EXPECT_EQ(other.exitCode(), 0);
