@@ -103,18 +103,19 @@ void AppDelegate::registerShortcuts()
 
 void AppDelegate::installMainMenu()
 {
-    mainMenu = std::make_unique<QMenuBar>();
-    QMenu* const menu = mainMenu->addMenu("Lumenvale");
-    QAction* const settings = menu->addAction("Settings…", this, [this] { showSettings(); });
+    mainMenu = std::make_unique<QMenu>("Lumenvale");
+    QAction* const settings = mainMenu->addAction("Settings…", this, [this] { showSettings(); });
     settings->setMenuRole(QAction::PreferencesRole);
     settings->setShortcut(QKeySequence("Ctrl+,")); // the toolkit's "Ctrl" is the Command key on a Mac
-    menu->addSeparator();
-    QAction* const quit = menu->addAction("Quit Lumenvale", qApp, &QCoreApplication::quit);
+    mainMenu->addSeparator();
+    QAction* const quit = mainMenu->addAction("Quit Lumenvale", qApp, &QCoreApplication::quit);
     quit->setMenuRole(QAction::QuitRole);
     quit->setShortcut(QKeySequence("Ctrl+Q"));
+    if (services.shell.hasMenuBar) { // elsewhere a bar would show nowhere, and takes long to make
+        menuBar = std::make_unique<QMenuBar>();
+        menuBar->addMenu(mainMenu.get());
+    }
 }
-
-QList<QAction*> AppDelegate::mainMenuActions() const { return mainMenu->actions().value(0)->menu()->actions(); }
 
 void AppDelegate::observeCounts()
 {

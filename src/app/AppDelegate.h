@@ -66,7 +66,6 @@ private:
     void registerShortcuts();
     void installSettingsKeyMonitor();
     void installMainMenu();
-    QList<QAction*> mainMenuActions() const; ///< windows carry them where no menu bar offers their keys
     void observeCounts();
     void tellEditorOfDisplays();
     void applyPresentation(AppPresentation presentation);
@@ -118,7 +117,8 @@ private:
     std::unique_ptr<EventMonitor> outsideClickMonitor;
     std::unique_ptr<LocalEventMonitor> localEventMonitor;
     std::unique_ptr<SettingsWindow> settingsWindow;
-    std::unique_ptr<QMenuBar> mainMenu;
+    std::unique_ptr<QMenu> mainMenu; ///< windows carry its actions, for their keys
+    std::unique_ptr<QMenuBar> menuBar;
     std::vector<Subscription> menuSizeObservation;
     std::vector<Subscription> menuObservation;
     std::optional<Clock::TimePoint> dismissedByClick;

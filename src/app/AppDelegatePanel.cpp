@@ -53,7 +53,7 @@ void AppDelegate::showPanel(const Rect& frame)
     layout->setContentsMargins(0, 0, 0, 0);
     auto* menu = makeMenu();
     layout->addWidget(menu);
-    menuPanel->addActions(mainMenuActions());
+    menuPanel->addActions(mainMenu->actions());
     PanelWindows& windows = *services.shell.panels;
     menuPanel->windowMade = [&windows, menu, panel = menuPanel.get()] {
         menu->setHasSystemMaterial(windows.dress(panel->winId()));

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The delegate's settings window.
 #include "app/AppDelegate.h"
+#include "base/Identity.h"
 #include "platform/KeyTranslation.h"
 #include "ui/SettingsTabController.h"
 
 #include <QCursor>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QWindow>
 
@@ -31,7 +33,8 @@ void AppDelegate::createSettingsWindow()
     auto* pages = new SettingsTabController(
         {store, presets, presetEditor(), preferences, services.diagnostics, services.clock, services.build});
     settingsWindow = std::make_unique<SettingsWindow>(pages, services.defaults);
-    settingsWindow->addActions(mainMenuActions());
+    settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier)); // searching the themes takes time
+    settingsWindow->addActions(mainMenu->actions());
     settingsWindow->resignedKey = [this] { presetEditor().settingsResignedKey(); };
     settingsWindow->closed = [this] {
         presetEditor().settingsResignedKey();

@@ -156,6 +156,7 @@ struct Shell {
     std::unique_ptr<StatusBar> statusBar;
     std::unique_ptr<Dock> dock;
     std::unique_ptr<PanelWindows> panels;
+    bool hasMenuBar = false;                      ///< the system shows the program's menus, apart from its windows
     std::unique_ptr<AppearanceSource> appearance; ///< null where the toolkit follows the desktop by itself
 };
 

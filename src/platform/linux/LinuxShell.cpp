@@ -7,8 +7,6 @@
 #include "platform/linux/PortalAppearance.h"
 
 #include <QDBusConnection>
-#include <QGuiApplication>
-#include <QIcon>
 
 namespace lumenvale {
 
@@ -24,7 +22,6 @@ Shell makeNativeShell(const ProgramIdentity& identity)
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
     shell.panels = std::make_unique<LinuxPanelWindows>();
     shell.appearance = makePortalAppearance(bus);
-    QGuiApplication::setWindowIcon(QIcon::fromTheme(applicationIdentifier));
     return shell;
 }
 

@@ -19,6 +19,7 @@ Shell makeNativeShell(const ProgramIdentity&)
     shell.statusBar = std::make_unique<MacStatusBar>();
     shell.dock = std::make_unique<MacDock>();
     shell.panels = std::make_unique<MacPanelWindows>();
+    shell.hasMenuBar = true;
     return shell;
 }
 
