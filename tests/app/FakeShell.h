@@ -106,7 +106,7 @@ private:
 inline Shell makeFakeShell(FakeDesktop& desktop)
 {
     return {std::make_unique<FakeStatusBar>(desktop), std::make_unique<FakeDock>(desktop),
-            std::make_unique<FakePanelWindows>(desktop), nullptr};
+            std::make_unique<FakePanelWindows>(desktop)};
 }
 
 } // namespace lumenvale
