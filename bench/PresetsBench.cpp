@@ -68,7 +68,6 @@ void applyPreset(benchmark::State& state)
 {
     MemoryUserDefaults defaults;
     FakePresetDisplays displays;
-    displays.holdsWrites = false;
     std::map<std::string, double> levels;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         const std::string id = Uuid::random().toString();
@@ -80,6 +79,7 @@ void applyPreset(benchmark::State& state)
     PresetEditor editor(displays, store, defaults);
     for (auto each : state) {
         editor.activate(preset);
+        displays.finishWrites();
         displays.applied.clear();
     }
     countEach(state, "per display");
