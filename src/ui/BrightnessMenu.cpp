@@ -156,6 +156,7 @@ void BrightnessMenu::redrawDisplays()
 {
     const std::vector<DisplayInfo>& displays = store.displays.get();
     std::vector<std::string> identifiers;
+    identifiers.reserve(displays.size());
     for (const DisplayInfo& display : displays)
         identifiers.push_back(display.id);
     const bool isRearranged = displayRows.front().assign(
@@ -171,6 +172,7 @@ void BrightnessMenu::redrawPresets()
 {
     const std::vector<BrightnessPreset>& list = presets.presets.get();
     std::vector<Uuid> identifiers;
+    identifiers.reserve(list.size());
     for (const BrightnessPreset& preset : list)
         identifiers.push_back(preset.id);
     const bool isRearranged = presetRows.front().assign(

@@ -3,6 +3,7 @@
 
 #include "ui/BrightnessSlider.h"
 #include "ui/Card.h"
+#include "ui/DisconnectedRow.h"
 #include "ui/Labels.h"
 #include "ui/ScrollPage.h"
 #include "ui/SmallButton.h"
@@ -49,26 +50,6 @@ std::string levelText(const BrightnessPreset& preset, const std::string& display
 }
 
 } // namespace
-
-DisconnectedRow::DisconnectedRow()
-    : title(new ElidedLabel(TextRole::body, TextColour::secondary)),
-      value(new ElidedLabel(TextRole::digits, TextColour::secondary))
-{
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(0, 6, 0, 6);
-    line->setSpacing(6);
-    line->addWidget(new SymbolLabel("display", 16, TextColour::secondary));
-    line->addWidget(title, 1);
-    value->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    line->addWidget(value);
-}
-
-void DisconnectedRow::show(const QString& name, const QString& level)
-{
-    title->setText(name);
-    value->setText(level);
-    QWidget::show();
-}
 
 PresetDetail::PresetDetail(DisplayStore& displayStore, PresetStore& presetStore, PresetEditor& presetEditor,
                            Clock& time)

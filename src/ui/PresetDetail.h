@@ -75,15 +75,4 @@ private:
     std::vector<Subscription> subscriptions;
 };
 
-/// A display of a preset that is not connected: its name and its level, read-only.
-class DisconnectedRow final : public QWidget {
-public:
-    DisconnectedRow();
-    void show(const QString& name, const QString& level);
-
-private:
-    ElidedLabel* title;
-    ElidedLabel* value;
-};
-
 } // namespace lumenvale
