@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // An EDID may be anything. What is read from it must be text that can be shown, and stand for the block itself.
-#include "platform/linux/Edid.h"
-#include "platform/linux/LinuxServiceRegistry.h"
+#include "platform/linux/displays/Edid.h"
+#include "platform/linux/displays/LinuxServiceRegistry.h"
 
 #include <algorithm>
 #include <cstdlib>

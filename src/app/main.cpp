@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/CommandLine.h"
-#include "app/Desktop.h"
-#include "app/RunVerb.h"
+#include "app/cli/CommandLine.h"
+#include "app/cli/RunVerb.h"
+#include "app/desktop/Desktop.h"
 
 #include <iostream>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "preferences/BuildInfo.h"
 
-#include <nlohmann/json.hpp>
+#include "base/Json.h"
+
 #include <string_view>
 
 namespace lumenvale {
@@ -59,11 +60,11 @@ std::optional<std::chrono::minutes> takeZone(std::string_view text)
 
 std::optional<std::string> builtAtText(const std::string& metadata)
 {
-    const auto stamp = nlohmann::json::parse(metadata, nullptr, false);
-    if (!stamp.is_object())
+    const auto stamp = parseJson(metadata);
+    if (!stamp || !stamp->is_object())
         return std::nullopt;
-    const auto entry = stamp.find("builtAt");
-    if (entry == stamp.end() || !entry->is_string())
+    const auto entry = stamp->find("builtAt");
+    if (entry == stamp->end() || !entry->is_string())
         return std::nullopt;
     return entry->get<std::string>();
 }

@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: MIT
 // The stored form of presets. A problem reads "[3].shortcut.command: expected true or false, found a number":
 // each level of the document puts its own place in front while the problem travels outwards.
+#include "base/Json.h"
 #include "presets/BrightnessPreset.h"
 
 #include <cmath>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 
 namespace lumenvale {
 
 namespace {
-
-using Json = nlohmann::json;
-using OrderedJson = nlohmann::ordered_json; // writes keys in the order of the fields; slow to read
 
 template <typename T>
 using Result = tl::expected<T, std::string>;
@@ -179,20 +176,17 @@ tl::expected<PropertyData, std::string> encodePresets(const std::vector<Brightne
         }
         document.push_back(jsonOf(preset));
     }
-    const std::string text = document.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
+    const std::string text = writeJson(document);
     return PropertyData(text.begin(), text.end());
 }
 
 tl::expected<std::vector<BrightnessPreset>, std::string> decodePresets(const PropertyData& data)
 {
-    Json document;
-    try {
-        // As characters: a library's traits for other types are not standard, and newer ones lack them.
-        const auto* const text = reinterpret_cast<const char*>(data.data());
-        document = Json::parse(text, text + data.size());
-    } catch (const Json::exception& error) {
-        return tl::unexpected(std::string("not a JSON document: ") + error.what());
-    }
+    // As characters: a library's traits for other types are not standard, and newer ones lack them.
+    const auto parsed = parseJson({reinterpret_cast<const char*>(data.data()), data.size()});
+    if (!parsed)
+        return tl::unexpected("not a JSON document: " + parsed.error().text);
+    const Json& document = *parsed;
     if (!document.is_array())
         return tl::unexpected("the document" + mismatch("an array", document).value());
     std::vector<BrightnessPreset> presets;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "FakeShell.h"
-#include "app/AppDelegate.h"
+#include "app/desktop/AppDelegate.h"
 #include "base/MemoryUserDefaults.h"
 #include "support/FakeDisplayHardware.h"
 #include "support/FakeHotKeyService.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AppDelegateFixture.h"
 
-#include "ui/PreferredHeight.h"
-#include "ui/TextLabel.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/look/PreferredHeight.h"
 
 #include <QProgressBar>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/AppearanceChoice.h"
+#include "app/desktop/AppearanceChoice.h"
 
 #include <QPalette>
 #include <gtest/gtest.h>

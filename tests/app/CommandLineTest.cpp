@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/CommandLine.h"
-#include "app/DisplayChoice.h"
+#include "app/cli/CommandLine.h"
+#include "app/cli/DisplayChoice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/InstanceLock.h"
+#include "platform/posix/InstanceLock.h"
 
 #include <QTemporaryDir>
 #include <array>

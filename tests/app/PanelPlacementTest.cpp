@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/PanelPlacement.h"
+#include "app/desktop/PanelPlacement.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/RequestChannel.h"
+#include "platform/posix/RequestChannel.h"
+
+#include "app/desktop/DesktopRequest.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -17,7 +19,10 @@ constexpr auto noPatience = std::chrono::milliseconds(0);
 
 struct Receiver {
     explicit Receiver(const std::string& folder)
-        : channel(folder, [this](const DesktopRequest& request) { received.push_back(request); })
+        : channel(folder, [this](std::string_view line) {
+              if (const auto request = decodeRequest(line))
+                  received.push_back(*request);
+          })
     {
     }
     std::vector<DesktopRequest> received;
@@ -37,7 +42,7 @@ TEST(RequestChannel, RequestsArriveWholeAndInOrder)
         {Action::openSettings, "", ""},
     };
     for (const DesktopRequest& each : requests)
-        EXPECT_TRUE(sendRequest(folder, each, noPatience));
+        EXPECT_TRUE(sendRequest(folder, encodeRequest(each), noPatience));
     QCoreApplication::processEvents();
     EXPECT_EQ(receiver.received, requests);
 }
@@ -46,13 +51,13 @@ TEST(RequestChannel, NobodyTakesARequestWhenNoCopyRuns)
 {
     const QTemporaryDir directory;
     const std::string folder = directory.path().toStdString();
-    EXPECT_FALSE(sendRequest(folder, {}, noPatience));
+    EXPECT_FALSE(sendRequest(folder, encodeRequest({}), noPatience));
     {
         const Receiver gone(folder);
     }
-    EXPECT_FALSE(sendRequest(folder, {}, noPatience)); // its pipe is still there
+    EXPECT_FALSE(sendRequest(folder, encodeRequest({}), noPatience)); // its pipe is still there
     Receiver next(folder);
-    EXPECT_TRUE(sendRequest(folder, {}, noPatience));
+    EXPECT_TRUE(sendRequest(folder, encodeRequest({}), noPatience));
     QCoreApplication::processEvents();
     EXPECT_EQ(next.received.size(), 1u);
 }
@@ -66,7 +71,7 @@ TEST(RequestChannel, AnythingElseInThePipeIsIgnored)
     const std::string rubbish = "\n{}\n[1]\n{\"action\": 7}\n{\"action\": \"explode\"}\n" + std::string(9000, 'z');
     ASSERT_EQ(::write(pipe, rubbish.data(), rubbish.size()), ssize_t(rubbish.size()));
     QCoreApplication::processEvents();
-    EXPECT_TRUE(sendRequest(folder, {Action::openSettings, "", ""}, noPatience));
+    EXPECT_TRUE(sendRequest(folder, encodeRequest({Action::openSettings, "", ""}), noPatience));
     QCoreApplication::processEvents();
     ::close(pipe);
     ASSERT_EQ(receiver.received.size(), 1u);

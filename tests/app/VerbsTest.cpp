@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The commands on folders of simulated monitors: the real platform and hardware controller, without its waits.
-#include "app/RunVerb.h"
+#include "app/cli/RunVerb.h"
 #include "presets/PresetStore.h"
 #include "support/AwaitResult.h"
 #include "support/ManualClock.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MacTest.h"
-#include "platform/macos/DisplayFacts.h"
-#include "platform/macos/DisplayReconfiguration.h"
-#include "platform/macos/MacDisplaySystem.h"
-#include "platform/macos/MacNativeFunctions.h"
+#include "platform/macos/displays/DisplayFacts.h"
+#include "platform/macos/displays/DisplayReconfiguration.h"
+#include "platform/macos/displays/MacDisplaySystem.h"
+#include "platform/macos/displays/MacNativeFunctions.h"
 
 #include <memory>
 

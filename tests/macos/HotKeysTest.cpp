@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacHotKeyService.h"
+#include "platform/macos/shell/MacHotKeyService.h"
 
 #include "MacTest.h"
 #include "presets/GlobalShortcuts.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/PropertyConversion.h"
+#include "platform/macos/foundation/PropertyConversion.h"
 
 #include "MacTest.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacServiceRegistry.h"
+#include "platform/macos/displays/MacServiceRegistry.h"
 
 #include "MacTest.h"
 #include "hardware/ServiceDiscovery.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The stand-ins themselves: a leak or a misuse that they missed would be missed by every other test.
-#include "platform/macos/AutoreleasePool.h"
+#include "platform/macos/foundation/AutoreleasePool.h"
 #include "standins/Machine.h"
 
 #include <Carbon/Carbon.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/TiffImage.h"
+#include "platform/macos/shell/TiffImage.h"
 
 #include <gtest/gtest.h>
 #include <map>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/foundation/MacUserDefaults.h"
 
 #include "MacTest.h"
 #include "support/ManualClock.h"

@@ -3,11 +3,11 @@
 // and two monitors.
 #include "MacTest.h"
 #include "hardware/DisplayHardware.h"
-#include "platform/macos/DisplayFacts.h"
-#include "platform/macos/MacDiagnostics.h"
-#include "platform/macos/MacDisplaySystem.h"
-#include "platform/macos/MacNativeFunctions.h"
-#include "platform/macos/MacServiceRegistry.h"
+#include "platform/macos/displays/DisplayFacts.h"
+#include "platform/macos/displays/MacDiagnostics.h"
+#include "platform/macos/displays/MacDisplaySystem.h"
+#include "platform/macos/displays/MacNativeFunctions.h"
+#include "platform/macos/displays/MacServiceRegistry.h"
 #include "support/AwaitResult.h"
 #include "support/FakeHardwareAccess.h"
 

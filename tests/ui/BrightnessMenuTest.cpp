@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "ui/BrightnessMenu.h"
+#include "ui/panel/BrightnessMenu.h"
 #include "support/StoreFixture.h"
 #include "support/Views.h"
-#include "ui/BrightnessPanel.h"
-#include "ui/HoldRepeatButton.h"
-#include "ui/Labels.h"
-#include "ui/LevelSlider.h"
-#include "ui/PreferredHeight.h"
-#include "ui/PresetRow.h"
-#include "ui/SmallButton.h"
-#include "ui/Theme.h"
+#include "ui/controls/HoldRepeatButton.h"
+#include "ui/controls/LevelSlider.h"
+#include "ui/controls/SmallButton.h"
+#include "ui/look/Labels.h"
+#include "ui/look/PreferredHeight.h"
+#include "ui/look/Theme.h"
+#include "ui/panel/BrightnessPanel.h"
+#include "ui/panel/PresetRow.h"
 
 #include <QAccessible>
 #include <QImage>

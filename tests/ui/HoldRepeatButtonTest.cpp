@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ui/HoldRepeatButton.h"
+#include "ui/controls/HoldRepeatButton.h"
 #include "support/ManualClock.h"
 #include "support/Views.h"
-#include "ui/RepeatingStepButton.h"
+#include "ui/controls/RepeatingStepButton.h"
 
 #include <QAccessible>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ui/LevelSlider.h"
+#include "ui/controls/LevelSlider.h"
 #include "support/Views.h"
-#include "ui/ScrollPage.h"
+#include "ui/controls/ScrollPage.h"
 
 #include <QAccessible>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ui/Painting.h"
-#include "ui/Symbols.h"
-#include "ui/Theme.h"
+#include "ui/look/Painting.h"
+#include "ui/look/Symbols.h"
+#include "ui/look/Theme.h"
 
 #include <QFontMetricsF>
 #include <QImage>

@@ -2,13 +2,13 @@
 #include "support/FakeStartupService.h"
 #include "support/StoreFixture.h"
 #include "support/Views.h"
-#include "ui/DisplayDetail.h"
-#include "ui/Labels.h"
-#include "ui/LevelSlider.h"
-#include "ui/SettingsFooter.h"
-#include "ui/SettingsTabController.h"
-#include "ui/Sidebar.h"
-#include "ui/TextLabel.h"
+#include "ui/controls/LevelSlider.h"
+#include "ui/controls/TextLabel.h"
+#include "ui/look/Labels.h"
+#include "ui/settings/DisplayDetail.h"
+#include "ui/settings/SettingsFooter.h"
+#include "ui/settings/SettingsTabController.h"
+#include "ui/settings/Sidebar.h"
 
 #include <QClipboard>
 #include <QLineEdit>

@@ -6,11 +6,11 @@
 #include "screenshots/Scene.h"
 #include "screenshots/Showcase.h"
 
-#include "ui/BrightnessMenu.h"
-#include "ui/BrightnessPanel.h"
-#include "ui/PreferredHeight.h"
-#include "ui/SettingsTabController.h"
-#include "ui/Theme.h"
+#include "ui/panel/BrightnessMenu.h"
+#include "ui/panel/BrightnessPanel.h"
+#include "ui/look/PreferredHeight.h"
+#include "ui/settings/SettingsTabController.h"
+#include "ui/look/Theme.h"
 
 #include <QApplication>
 #include <QDir>

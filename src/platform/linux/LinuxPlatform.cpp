@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "base/Identity.h"
 #include "platform/Platform.h"
-#include "platform/linux/I2cDriver.h"
-#include "platform/linux/LinuxBrightness.h"
-#include "platform/linux/LinuxDiagnostics.h"
-#include "platform/linux/LinuxDisplaySystem.h"
-#include "platform/linux/LinuxScreenSource.h"
-#include "platform/linux/LinuxServiceRegistry.h"
-#include "platform/linux/LinuxSystemEvents.h"
-#include "platform/linux/Logind.h"
+#include "platform/linux/displays/I2cDriver.h"
+#include "platform/linux/displays/LinuxBrightness.h"
+#include "platform/linux/displays/LinuxDiagnostics.h"
+#include "platform/linux/displays/LinuxDisplaySystem.h"
+#include "platform/linux/displays/LinuxScreenSource.h"
+#include "platform/linux/displays/LinuxServiceRegistry.h"
+#include "platform/linux/displays/LinuxSystemEvents.h"
+#include "platform/linux/displays/Logind.h"
 #include "platform/qt/IniUserDefaults.h"
 
 #include <QDBusConnection>

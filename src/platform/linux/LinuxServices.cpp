@@ -2,9 +2,9 @@
 // The parts of the native platform that simulated displays use too.
 #include "base/Identity.h"
 #include "platform/Platform.h"
-#include "platform/linux/PortalHotKeys.h"
-#include "platform/linux/X11HotKeys.h"
-#include "platform/linux/XdgAutostart.h"
+#include "platform/linux/portal/PortalHotKeys.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/xdg/XdgAutostart.h"
 #include "platform/qt/ProgramFile.h"
 
 #include <QDBusConnection>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "base/Identity.h"
 #include "platform/Shell.h"
-#include "platform/linux/LauncherDock.h"
-#include "platform/linux/LinuxPanelWindows.h"
-#include "platform/linux/LinuxStatusBar.h"
-#include "platform/linux/PortalAppearance.h"
+#include "platform/linux/portal/PortalAppearance.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/x11/LinuxPanelWindows.h"
+#include "platform/linux/xdg/LauncherDock.h"
 
 #include <QDBusConnection>
 

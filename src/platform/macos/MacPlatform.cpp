@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "base/Identity.h"
 #include "platform/Platform.h"
-#include "platform/macos/MacDiagnostics.h"
-#include "platform/macos/MacDisplaySystem.h"
-#include "platform/macos/MacHotKeyService.h"
-#include "platform/macos/MacLoginItem.h"
-#include "platform/macos/MacNativeFunctions.h"
-#include "platform/macos/MacScreenSource.h"
-#include "platform/macos/MacServiceRegistry.h"
-#include "platform/macos/MacSystemEvents.h"
-#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/displays/MacDiagnostics.h"
+#include "platform/macos/displays/MacDisplaySystem.h"
+#include "platform/macos/displays/MacNativeFunctions.h"
+#include "platform/macos/displays/MacScreenSource.h"
+#include "platform/macos/displays/MacServiceRegistry.h"
+#include "platform/macos/displays/MacSystemEvents.h"
+#include "platform/macos/foundation/MacUserDefaults.h"
+#include "platform/macos/shell/MacHotKeyService.h"
+#include "platform/macos/shell/MacLoginItem.h"
 
 namespace lumenvale {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/IniUserDefaults.h"
 
-#include "platform/qt/FolderLock.h"
+#include "platform/posix/FolderLock.h"
 #include "platform/qt/PropertyText.h"
 
 #include <QDateTime>

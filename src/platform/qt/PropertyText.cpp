@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/PropertyText.h"
 
+#include "base/Json.h"
+
 #include <QByteArray>
 #include <QStringDecoder>
 #include <cmath>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 namespace lumenvale {
 
 namespace {
-
-using Json = nlohmann::json;
 
 constexpr int deepestNesting = 32;
 
@@ -29,7 +28,7 @@ std::string toBase64(const char* bytes, std::size_t size)
     return QByteArray::fromRawData(bytes, static_cast<qsizetype>(size)).toBase64().toStdString();
 }
 
-std::optional<QByteArray> fromBase64(const Json& text)
+std::optional<QByteArray> fromBase64(const OrderedJson& text)
 {
     if (!text.is_string())
         return std::nullopt;
@@ -39,44 +38,44 @@ std::optional<QByteArray> fromBase64(const Json& text)
 }
 
 struct ToJson {
-    Json operator()(bool flag) const { return flag; }
-    Json operator()(std::int64_t number) const { return number; }
-    Json operator()(double number) const
+    OrderedJson operator()(bool flag) const { return flag; }
+    OrderedJson operator()(std::int64_t number) const { return number; }
+    OrderedJson operator()(double number) const
     {
         if (std::isfinite(number))
             return number;
         return {{"double", std::isnan(number) ? "nan" : number > 0 ? "inf" : "-inf"}};
     }
-    Json operator()(const std::string& text) const
+    OrderedJson operator()(const std::string& text) const
     {
-        return isUtf8(text) ? Json(text) : Json{{"string", toBase64(text.data(), text.size())}};
+        return isUtf8(text) ? OrderedJson(text) : OrderedJson{{"string", toBase64(text.data(), text.size())}};
     }
-    Json operator()(const PropertyData& data) const
+    OrderedJson operator()(const PropertyData& data) const
     {
         return {{"data", toBase64(reinterpret_cast<const char*>(data.data()), data.size())}};
     }
-    Json operator()(const PropertyArray& array) const
+    OrderedJson operator()(const PropertyArray& array) const
     {
-        Json list = Json::array();
+        OrderedJson list = OrderedJson::array();
         for (const PropertyValue& each : array)
             list.push_back(std::visit(*this, each.storage));
         return list;
     }
-    Json operator()(const PropertyDictionary& dictionary) const
+    OrderedJson operator()(const PropertyDictionary& dictionary) const
     {
-        Json list = Json::array();
+        OrderedJson list = OrderedJson::array();
         for (const auto& [key, value] : dictionary)
-            list.push_back(Json::array({(*this)(key), std::visit(*this, value.storage)}));
+            list.push_back(OrderedJson::array({(*this)(key), std::visit(*this, value.storage)}));
         return {{"dictionary", std::move(list)}};
     }
 };
 
-std::optional<PropertyValue> fromJson(const Json& json, int depth);
+std::optional<PropertyValue> fromJson(const OrderedJson& json, int depth);
 
-std::optional<PropertyValue> arrayFromJson(const Json& json, int depth)
+std::optional<PropertyValue> arrayFromJson(const OrderedJson& json, int depth)
 {
     PropertyArray array;
-    for (const Json& each : json) {
+    for (const OrderedJson& each : json) {
         auto value = fromJson(each, depth - 1);
         if (!value)
             return std::nullopt;
@@ -85,12 +84,12 @@ std::optional<PropertyValue> arrayFromJson(const Json& json, int depth)
     return array;
 }
 
-std::optional<PropertyValue> dictionaryFromJson(const Json& json, int depth)
+std::optional<PropertyValue> dictionaryFromJson(const OrderedJson& json, int depth)
 {
     if (!json.is_array())
         return std::nullopt;
     PropertyDictionary dictionary;
-    for (const Json& each : json) {
+    for (const OrderedJson& each : json) {
         if (!each.is_array() || each.size() != 2)
             return std::nullopt;
         const auto key = fromJson(each[0], depth - 1);
@@ -103,13 +102,13 @@ std::optional<PropertyValue> dictionaryFromJson(const Json& json, int depth)
     return dictionary;
 }
 
-std::optional<PropertyValue> objectFromJson(const Json& json, int depth)
+std::optional<PropertyValue> objectFromJson(const OrderedJson& json, int depth)
 {
     if (json.size() != 1)
         return std::nullopt;
     const auto member = json.begin();
     const std::string& key = member.key();
-    const Json& value = member.value();
+    const OrderedJson& value = member.value();
     if (key == "dictionary")
         return dictionaryFromJson(value, depth);
     if (key == "double") {
@@ -127,26 +126,26 @@ std::optional<PropertyValue> objectFromJson(const Json& json, int depth)
     return std::nullopt;
 }
 
-std::optional<PropertyValue> fromJson(const Json& json, int depth)
+std::optional<PropertyValue> fromJson(const OrderedJson& json, int depth)
 {
     if (depth == 0)
         return std::nullopt;
     switch (json.type()) {
-    case Json::value_t::boolean:
+    case OrderedJson::value_t::boolean:
         return json.get<bool>();
-    case Json::value_t::number_integer:
+    case OrderedJson::value_t::number_integer:
         return json.get<std::int64_t>();
-    case Json::value_t::number_unsigned:
+    case OrderedJson::value_t::number_unsigned:
         if (json.get<std::uint64_t>() > std::uint64_t{std::numeric_limits<std::int64_t>::max()})
             return std::nullopt;
         return json.get<std::int64_t>();
-    case Json::value_t::number_float:
+    case OrderedJson::value_t::number_float:
         return json.get<double>();
-    case Json::value_t::string:
+    case OrderedJson::value_t::string:
         return json.get<std::string>();
-    case Json::value_t::array:
+    case OrderedJson::value_t::array:
         return arrayFromJson(json, depth);
-    case Json::value_t::object:
+    case OrderedJson::value_t::object:
         return objectFromJson(json, depth);
     default:
         return std::nullopt;
@@ -160,12 +159,12 @@ std::string encodeProperty(const PropertyValue& value)
     const auto* text = value.as<std::string>();
     if (text && isUtf8(*text) && decodeProperty(*text) == value)
         return *text;
-    return std::visit(ToJson(), value.storage).dump();
+    return writeJson(std::visit(ToJson(), value.storage));
 }
 
 PropertyValue decodeProperty(const std::string& text)
 {
-    const Json json = Json::parse(text, nullptr, false);
+    const OrderedJson json = OrderedJson::parse(text, nullptr, false);
     if (json.is_discarded())
         return text;
     return fromJson(json, deepestNesting).value_or(text);

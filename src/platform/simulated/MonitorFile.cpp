@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/simulated/MonitorFile.h"
 
+#include "base/Json.h"
 #include "base/Uuid.h"
 
 #include <algorithm>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <type_traits>
 #include <vector>
 
@@ -13,15 +13,13 @@ namespace lumenvale {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr std::int64_t largestLength = 100'000; // of a screen's side, in pixels or points
 constexpr std::int64_t longestDelay = 10'000;   // milliseconds
 
 /// Reads the keys of one object one by one; keeps the first mistake; knows at the end which keys nobody asked for.
 class ObjectReader {
 public:
-    ObjectReader(const Json& source, std::string section) : object(source), prefix(std::move(section))
+    ObjectReader(const OrderedJson& source, std::string section) : object(source), prefix(std::move(section))
     {
         if (!object.is_object())
             error =
@@ -30,7 +28,7 @@ public:
 
     void read(const char* key, bool& target)
     {
-        const Json* value = take(key);
+        const OrderedJson* value = take(key);
         if (value && !value->is_boolean())
             fail(key, "must be true or false");
         else if (value)
@@ -39,7 +37,7 @@ public:
 
     void read(const char* key, std::string& target)
     {
-        const Json* value = take(key);
+        const OrderedJson* value = take(key);
         if (value && !value->is_string())
             fail(key, "must be a text");
         else if (value)
@@ -50,7 +48,7 @@ public:
     requires std::is_integral_v<Integer>
     void read(const char* key, Integer& target, std::int64_t least, std::int64_t most)
     {
-        const Json* value = take(key);
+        const OrderedJson* value = take(key);
         if (!value)
             return;
         if (!value->is_number_integer() || !isBetween(*value, least, most))
@@ -61,7 +59,7 @@ public:
 
     void read(const char* key, double& target, double most)
     {
-        const Json* value = take(key);
+        const OrderedJson* value = take(key);
         if (value && !(value->is_number() && value->get<double>() >= 0 && value->get<double>() <= most))
             fail(key, "must be a number from 0 to " + std::to_string(static_cast<std::int64_t>(most)));
         else if (value)
@@ -83,7 +81,7 @@ public:
         target = value;
     }
 
-    const Json* section(const char* key) { return take(key); }
+    const OrderedJson* section(const char* key) { return take(key); }
 
     void fail(const std::string& key, const std::string& what)
     {
@@ -112,13 +110,13 @@ public:
     }
 
 private:
-    const Json* take(const char* key)
+    const OrderedJson* take(const char* key)
     {
         known.emplace_back(key);
         return has(key) ? &object[key] : nullptr;
     }
 
-    static bool isBetween(const Json& value, std::int64_t least, std::int64_t most)
+    static bool isBetween(const OrderedJson& value, std::int64_t least, std::int64_t most)
     {
         if (value.is_number_unsigned() &&
             value.get<std::uint64_t>() > std::uint64_t{std::numeric_limits<std::int64_t>::max()})
@@ -130,10 +128,10 @@ private:
     std::string quoted(const std::string& key) const
     {
         const std::string dot = prefix.empty() || key.empty() ? "" : ".";
-        return Json(prefix + dot + key).dump(-1, ' ', false, Json::error_handler_t::replace);
+        return writeJson(prefix + dot + key);
     }
 
-    const Json& object;
+    const OrderedJson& object;
     std::string prefix;
     std::string error;
     std::vector<std::string> known;
@@ -170,7 +168,7 @@ DdcControl readDdc(ObjectReader& reader)
 template <typename Control, typename Read>
 void readSection(ObjectReader& reader, const char* key, std::optional<Control>& target, Read read)
 {
-    if (const Json* json = reader.section(key)) {
+    if (const OrderedJson* json = reader.section(key)) {
         ObjectReader section(*json, key);
         target = read(section);
         reader.refuse(section.mistake());
@@ -217,26 +215,23 @@ void readScreen(ObjectReader& reader, MonitorFile& monitor)
     reader.read("online", monitor.online);
 }
 
-std::string withValue(const std::string& text, const char* section, const char* key, Json value)
+std::string withValue(const std::string& text, const char* section, const char* key, OrderedJson value)
 {
-    Json json = Json::parse(text);
+    OrderedJson json = parseOrderedJson(text).value();
     json[section][key] = std::move(value);
-    return json.dump(2) + '\n';
+    return writeJson(json, 2) + '\n';
 }
 
 } // namespace
 
 tl::expected<MonitorFile, std::string> parseMonitorFile(const std::string& text, const std::string& fileName)
 {
-    Json json;
-    try {
-        json = Json::parse(text);
-    } catch (const Json::parse_error& mistake) {
-        return tl::unexpected(fileName + " is not valid JSON at byte " + std::to_string(mistake.byte) + ".");
-    } catch (const Json::exception&) {
-        return tl::unexpected(fileName + " has a number that is too large.");
-    }
-    ObjectReader reader(json, "");
+    const auto json = parseOrderedJson(text);
+    if (!json)
+        return tl::unexpected(fileName + (json.error().byte ? " is not valid JSON at byte " +
+                                                                  std::to_string(*json.error().byte) + "."
+                                                            : std::string(" has a number that is too large.")));
+    ObjectReader reader(*json, "");
     MonitorFile monitor;
     readIdentity(reader, monitor);
     readScreen(reader, monitor);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The Objective-C++ files on fakes of Foundation, AppKit and ServiceManagement.
-#include "platform/macos/AppKitScreens.h"
-#include "platform/macos/ApplicationControl.h"
-#include "platform/macos/MacLoginItem.h"
-#include "platform/macos/MacPanelWindows.h"
-#include "platform/macos/MacScreenSource.h"
-#include "platform/macos/MacStatusBar.h"
-#include "platform/macos/MacSystemEvents.h"
+#include "platform/macos/displays/AppKitScreens.h"
+#include "platform/macos/displays/MacScreenSource.h"
+#include "platform/macos/displays/MacSystemEvents.h"
+#include "platform/macos/shell/ApplicationControl.h"
+#include "platform/macos/shell/MacLoginItem.h"
+#include "platform/macos/shell/MacPanelWindows.h"
+#include "platform/macos/shell/MacStatusBar.h"
 
 #import <Carbon/Carbon.h>
 #import <QuartzCore/QuartzCore.h>

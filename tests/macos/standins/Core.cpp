@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Core.h"
-#include "platform/macos/AutoreleasePool.h"
+#include "platform/macos/foundation/AutoreleasePool.h"
 
 namespace lumenvale::standin {
 namespace {

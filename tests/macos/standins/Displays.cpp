@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Displays by number, and the libraries that are loaded at run time.
 #include "Core.h"
-#include "platform/macos/PrivateInterfaces.h"
+#include "platform/macos/displays/PrivateInterfaces.h"
 
 #include <ColorSync/ColorSync.h>
 #include <CoreGraphics/CoreGraphics.h>

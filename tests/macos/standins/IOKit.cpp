@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The I/O registry and the I2C channels in it. A number that named an object never names another.
 #include "Core.h"
-#include "platform/macos/PrivateInterfaces.h"
+#include "platform/macos/displays/PrivateInterfaces.h"
 
 #include <IOKit/IOKitLib.h>
 #include <cstring>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/Backlight.h"
-#include "platform/linux/LinuxBrightness.h"
+#include "platform/linux/displays/Backlight.h"
+#include "platform/linux/displays/LinuxBrightness.h"
 
 #include <cerrno>
 #include <cmath>

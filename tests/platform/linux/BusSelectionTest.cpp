@@ -3,7 +3,7 @@
 #include "FakeI2cDriver.h"
 #include "FakeSysfs.h"
 
-#include "platform/linux/LinuxServiceRegistry.h"
+#include "platform/linux/displays/LinuxServiceRegistry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/LinuxDisplaySystem.h"
+#include "platform/linux/displays/LinuxDisplaySystem.h"
 
 #include <gtest/gtest.h>
 #include <set>

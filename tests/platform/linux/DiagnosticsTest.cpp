@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/LinuxDiagnostics.h"
+#include "platform/linux/displays/LinuxDiagnostics.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // Makes EDID base blocks from what they say (VESA E-EDID 1.4, section 3).
 #pragma once
 
-#include "platform/linux/Edid.h"
+#include "platform/linux/displays/Edid.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,9 +2,9 @@
 // Buses with monitors on them, at the level of the kernel's calls: keeps a log, fails on demand.
 #pragma once
 
-#include "platform/linux/I2cDriver.h"
+#include "platform/linux/displays/I2cDriver.h"
 
-#include "platform/linux/Edid.h"
+#include "platform/linux/displays/Edid.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -4,9 +4,9 @@
 #pragma once
 
 #include "EdidBuilder.h"
-#include "platform/linux/Connector.h"
-#include "platform/linux/I2cAdapter.h"
-#include "platform/linux/Sysfs.h"
+#include "platform/linux/displays/Connector.h"
+#include "platform/linux/displays/I2cAdapter.h"
+#include "platform/linux/displays/Sysfs.h"
 
 #include <QTemporaryDir>
 #include <filesystem>

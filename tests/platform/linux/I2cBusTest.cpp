@@ -2,7 +2,7 @@
 #include "FakeI2cDriver.h"
 #include "FakeSysfs.h"
 
-#include "platform/linux/I2cBus.h"
+#include "platform/linux/displays/I2cBus.h"
 
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/KeyCodes.h"
+#include "platform/linux/keyboard/KeyCodes.h"
 
 #include "presets/PresetShortcut.h"
 

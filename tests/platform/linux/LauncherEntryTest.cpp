@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LauncherEntry.h"
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/Files.h"
+#include "platform/linux/xdg/LauncherEntry.h"
+#include "platform/linux/xdg/DesktopEntry.h"
+#include "platform/linux/xdg/Files.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -4,8 +4,8 @@
 
 #include "hardware/MatchScore.h"
 #include "hardware/ServiceDiscovery.h"
-#include "platform/linux/LinuxDisplaySystem.h"
-#include "platform/linux/LinuxServiceRegistry.h"
+#include "platform/linux/displays/LinuxDisplaySystem.h"
+#include "platform/linux/displays/LinuxServiceRegistry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/Logind.h"
+#include "platform/linux/displays/Logind.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusContext>

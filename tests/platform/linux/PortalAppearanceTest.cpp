@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/PortalAppearance.h"
+#include "platform/linux/portal/PortalAppearance.h"
 
 #include "BusCall.h"
 

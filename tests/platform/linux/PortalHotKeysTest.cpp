@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/PortalHotKeys.h"
+#include "platform/linux/portal/PortalHotKeys.h"
 
-#include "platform/linux/PortalTrigger.h"
-#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/portal/PortalTrigger.h"
+#include "platform/linux/x11/X11HotKeys.h"
 #include "presets/PresetShortcut.h"
 #include "support/PrivateBus.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/X11.h"
+#include "platform/linux/x11/X11.h"
 
 #include <gtest/gtest.h>
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/ScreenJoin.h"
+#include "platform/linux/displays/ScreenJoin.h"
 
 #include <gtest/gtest.h>
 

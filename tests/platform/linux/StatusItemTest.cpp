@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "BusCall.h"
-#include "platform/linux/LinuxStatusBar.h"
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/LinuxSystemEvents.h"
-#include "platform/linux/Uevent.h"
+#include "platform/linux/displays/LinuxSystemEvents.h"
+#include "platform/linux/displays/Uevent.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>

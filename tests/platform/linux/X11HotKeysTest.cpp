@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // On an X server of the test's own, with keys pressed by xdotool; skipped where either is not installed.
-#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/x11/X11HotKeys.h"
 
 #include "presets/PresetShortcut.h"
 #include "support/PrivateBus.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/XdgAutostart.h"
-#include "platform/linux/Files.h"
+#include "platform/linux/xdg/XdgAutostart.h"
+#include "platform/linux/xdg/Files.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "std.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QSocketNotifier>
+#include <QStandardPaths>
+#include <QString>

@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "qt-widgets.h"
+
+#include <gtest/gtest.h>

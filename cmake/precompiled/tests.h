@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "std.h"
+
+#include <gtest/gtest.h>

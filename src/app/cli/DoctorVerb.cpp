@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "app/cli/Verbs.h"
+
+#include <sstream>
+
+namespace lumenvale {
+
+namespace {
+
+std::string_view label(Finding::Kind kind)
+{
+    switch (kind) {
+    case Finding::Kind::good:
+        return "ok: ";
+    case Finding::Kind::note:
+        return "note: ";
+    case Finding::Kind::problem:
+        return "problem: ";
+    }
+    return "";
+}
+
+void printFinding(std::ostream& out, const Finding& finding, const std::string& indent)
+{
+    out << indent << label(finding.kind) << finding.text << '\n';
+    std::istringstream remedy(finding.remedy);
+    for (std::string line; std::getline(remedy, line);)
+        out << indent << "  -> " << line << '\n';
+}
+
+std::string_view attempts(ControlMethod method)
+{
+    switch (method) {
+    case ControlMethod::apple:
+        return "tried: the system's own brightness functions, which answered.";
+    case ControlMethod::ddc:
+        return "tried: the system's own brightness functions, without a reading; then DDC/CI, which answered.";
+    case ControlMethod::unavailable:
+        return "tried: the system's own brightness functions, without a reading; then DDC/CI, without an answer.";
+    }
+    return "";
+}
+
+void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vector<Finding>& findings)
+{
+    out << '\n' << display.name << " (" << display.id << ")\n";
+    out << "  " << rawValue(display.method);
+    if (display.brightness)
+        out << ", " << percentageText(display);
+    out << "\n  " << attempts(display.method) << "\n  " << display.status << '\n';
+    for (const Finding& finding : findings) {
+        if (finding.displayID == display.id)
+            printFinding(out, finding, "  ");
+    }
+}
+
+} // namespace
+
+Task<int> runDoctor(VerbContext& context)
+{
+    auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
+    const std::vector<DisplayInfo> displays = co_await std::move(inspection);
+    const std::vector<Finding> findings = context.diagnostics.examine(displays);
+    context.out << versionText() << '\n';
+    for (const Finding& finding : findings) {
+        if (finding.displayID.empty())
+            printFinding(context.out, finding, "");
+    }
+    if (displays.empty())
+        context.out << "\nThere is no display.\n";
+    for (const DisplayInfo& display : displays)
+        printDisplay(context.out, display, findings);
+    co_return exitDone;
+}
+
+} // namespace lumenvale

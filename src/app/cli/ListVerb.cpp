@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "app/cli/Verbs.h"
+#include "base/Json.h"
+
+#include <QString>
+#include <algorithm>
+#include <array>
+
+namespace lumenvale {
+
+namespace {
+
+template <typename T>
+OrderedJson orNull(const std::optional<T>& value)
+{
+    return value ? OrderedJson(*value) : OrderedJson(nullptr);
+}
+
+OrderedJson toJson(const DisplayInfo& display)
+{
+    return {{"id", display.id},
+            {"displayID", display.displayID},
+            {"name", display.name},
+            {"isBuiltIn", display.isBuiltIn},
+            {"isMain", display.isMain},
+            {"vendor", display.vendor},
+            {"model", display.model},
+            {"serial", display.serial},
+            {"pixelWidth", display.pixelWidth},
+            {"pixelHeight", display.pixelHeight},
+            {"logicalWidth", display.logicalWidth},
+            {"logicalHeight", display.logicalHeight},
+            {"refreshRate", display.refreshRate},
+            {"nativeResolution", display.nativeResolution},
+            {"connection", display.connection},
+            {"hardwareSerial", display.hardwareSerial},
+            {"method", rawValue(display.method)},
+            {"brightness", orNull(display.brightness)},
+            {"maximum", display.maximum},
+            {"status", display.status},
+            {"error", orNull(display.error)}};
+}
+
+void printJson(std::ostream& out, const std::vector<DisplayInfo>& displays)
+{
+    OrderedJson list = OrderedJson::array();
+    for (const DisplayInfo& each : displays)
+        list.push_back(toJson(each));
+    // Names come from monitors: bytes that are not UTF-8 become replacement characters.
+    out << writeJson(list, 2) << '\n';
+}
+
+void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays)
+{
+    using Row = std::array<std::string, 4>;
+    std::vector<Row> rows;
+    Row::size_type column = 0;
+    std::array<qsizetype, 4> widths{};
+    const auto width = [](const std::string& text) { return QString::fromStdString(text).size(); };
+    for (const DisplayInfo& each : displays) {
+        rows.push_back({each.name, percentageText(each), std::string(rawValue(each.method)), each.id});
+        for (column = 0; column < widths.size(); ++column)
+            widths[column] = std::max(widths[column], width(rows.back()[column]));
+    }
+    for (const Row& row : rows) {
+        for (column = 0; column + 1 < row.size(); ++column)
+            out << row[column]
+                << std::string(static_cast<std::size_t>(widths[column] - width(row[column]) + 2), ' ');
+        out << row.back() << '\n';
+    }
+}
+
+} // namespace
+
+Task<int> runList(VerbContext& context, ListVerb verb)
+{
+    auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
+    const std::vector<DisplayInfo> displays = co_await std::move(inspection);
+    if (verb.asJson)
+        printJson(context.out, displays);
+    else
+        printTable(context.out, displays);
+    if (displays.empty())
+        context.err << "There is no display.\n";
+    co_return context.reports == 0 ? exitDone : exitMisused;
+}
+
+} // namespace lumenvale

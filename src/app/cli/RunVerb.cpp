@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "app/cli/RunVerb.h"
+
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtMainThread.h"
+#include "platform/simulated/SimulatedPlatform.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <chrono>
+#include <clocale>
+#include <cstdio>
+#include <mutex>
+
+namespace lumenvale {
+
+namespace {
+
+template <typename... Handlers>
+struct Overloaded : Handlers... {
+    using Handlers::operator()...;
+};
+template <typename... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
+
+/// Ends the application's loop with the verb's exit status.
+Task<> runAndQuit(Task<int> verb)
+{
+    const int status = co_await std::move(verb);
+    QCoreApplication::exit(status);
+}
+
+int runOn(Platform& platform, MainThread& mainThread, const CommandLine& line, const int& reports,
+          std::ostream& out, std::ostream& err)
+{
+    DisplayHardware hardware(std::move(platform.hardware), mainThread);
+    VerbContext context{*platform.screens, hardware, *platform.diagnostics, *platform.defaults, out, err, reports};
+    auto verb = verbTask(context, line.verb);
+    if (!verb)
+        return exitDone;
+    // A task that ends before the loop begins would quit a loop that is not there: start it from within.
+    const Task<> root = runAndQuit(std::move(*verb));
+    mainThread.post([&root] { root.start(); });
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+std::optional<Task<int>> verbTask(VerbContext& context, const Verb& verb)
+{
+    using Result = std::optional<Task<int>>;
+    return std::visit(Overloaded{[](const DesktopVerb&) { return Result(); },
+                                 [](const PrintVerb&) { return Result(); },
+                                 [&](const ListVerb& list) { return Result(runList(context, list)); },
+                                 [&](const GetVerb& get) { return Result(runGet(context, get)); },
+                                 [&](const SetVerb& set) { return Result(runSet(context, set)); },
+                                 [&](const PresetsVerb& presets) { return Result(runPresets(context, presets)); },
+                                 [&](const ApplyVerb& apply) { return Result(runApply(context, apply)); },
+                                 [&](const DoctorVerb&) { return Result(runDoctor(context)); }},
+                      verb);
+}
+
+tl::expected<std::optional<std::string>, std::string> simulationFolder(const CommandLine& line)
+{
+    if (!line.simulationFolder)
+        return std::nullopt;
+    if (line.simulationFolder->empty())
+        return readyMadeSimulation().map([](const std::string& folder) { return std::optional(folder); });
+    const QDir folder(QString::fromStdString(*line.simulationFolder));
+    if (!folder.exists())
+        return tl::unexpected("There is no folder " + folder.absolutePath().toStdString() + '.');
+    return folder.absolutePath().toStdString();
+}
+
+LogSink standardErrorLog()
+{
+    using Time = std::chrono::steady_clock;
+    return [start = Time::now(), mutex = std::make_shared<std::mutex>()](const std::string& line) {
+        const std::lock_guard lock(*mutex);
+        const std::chrono::duration<double> elapsed = Time::now() - start;
+        std::fprintf(stderr, "%9.4f %s\n", elapsed.count(), line.c_str());
+    };
+}
+
+int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, std::ostream& err)
+{
+    const QCoreApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // numbers are written alike everywhere
+
+    int reports = 0;
+    PlatformOptions options;
+    options.report = [&](const std::string& text) {
+        err << text << '\n';
+        ++reports;
+    };
+    if (line.isVerbose)
+        options.log = standardErrorLog();
+
+    QtMainThread mainThread;
+    QtClock clock;
+    const auto folder = simulationFolder(line);
+    if (!folder) {
+        err << folder.error() << '\n';
+        return exitMisused;
+    }
+    options.simulationFolder = *folder;
+    auto platform = makePlatform(options, clock, mainThread);
+    if (!platform) {
+        err << platform.error() << '\n';
+        return exitMisused;
+    }
+    return runOn(*platform, mainThread, line, reports, out, err);
+}
+
+} // namespace lumenvale

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// The desktop program, from the instance lock to the end of the event loop.
+#pragma once
+
+#include "app/desktop/DesktopRequest.h"
+#include "platform/Platform.h"
+
+#include <optional>
+#include <string>
+
+namespace lumenvale {
+
+struct DesktopOptions {
+    std::optional<std::string> simulationFolder; ///< monitors, preferences and instance lock are in it
+    LogSink log;                                 ///< empty: nothing is logged
+    /// What to do once running, or what the copy that runs already is asked to do; none asks that copy, and no
+    /// fresh one, to show the panel.
+    std::optional<DesktopRequest> request;
+};
+
+/// Runs the program and returns its exit status. A second copy hands its request over and returns 0 at once.
+int runDesktop(const DesktopOptions& options, int& argc, char** argv);
+
+} // namespace lumenvale

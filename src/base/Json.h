@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// JSON text to values and back, for everything that reads or writes it. The library's parser and writer are
+// templates that take seconds to compile; they are instantiated here once. Pure; any thread.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tl/expected.hpp>
+
+namespace lumenvale {
+
+/// For reading: any size and depth of foreign text is safe.
+using Json = nlohmann::json;
+/// For writing: keeps keys in the order in which they were added. Its objects copy themselves while they grow, so
+/// that deeply nested foreign text could exhaust the stack.
+using OrderedJson = nlohmann::ordered_json;
+
+struct JsonError {
+    std::optional<std::size_t>
+        byte;         ///< where reading stopped, from 1; none where a number has no room in any type
+    std::string text; ///< the library's own words
+};
+
+/// Reads one JSON value in UTF-8.
+tl::expected<Json, JsonError> parseJson(std::string_view text);
+
+/// The same with keys in order, for text of our own that is changed and written again.
+tl::expected<OrderedJson, JsonError> parseOrderedJson(std::string_view text);
+
+/// In one line, or with `indent` spaces for each level. Bytes that are not UTF-8 become U+FFFD.
+std::string writeJson(const OrderedJson& value, std::optional<int> indent = std::nullopt);
+
+} // namespace lumenvale

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// One connector of a graphics card, as the kernel records it at the moment of reading. Values; any thread.
+#pragma once
+
+#include "platform/linux/displays/Edid.h"
+#include "platform/linux/displays/Sysfs.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumenvale {
+
+enum class ConnectorKind {
+    panel,    ///< inside the machine: eDP, LVDS, DSI, DPI
+    external, ///< a socket with a DDC channel: VGA, DVI, HDMI, DisplayPort
+    other,    ///< shows a picture without a DDC channel of its own: virtual, television, USB
+    unusable, ///< shows nothing: write-back
+};
+
+struct Connector {
+    std::string card; ///< "card0"
+    std::string name; ///< "DP-1", unique on the card
+    std::string type; ///< "DP"
+    ConnectorKind kind = ConnectorKind::other;
+    std::uint32_t displayID = 0;
+    std::filesystem::path path;   ///< in /sys/class/drm
+    std::filesystem::path device; ///< the card's device, resolved
+    std::string driver;           ///< of the card
+    bool isConnected = false;
+    bool isDriven = false; ///< shows a picture now
+    bool isAsleep = false; ///< its picture is switched off for power saving
+    bool isTypeC = false;  ///< reached through a USB-C socket
+    std::optional<Edid> edid;
+    std::vector<int> ownBuses;    ///< numbers of the I2C adapters that the driver put into the connector
+    std::optional<int> linkedBus; ///< number of the adapter that the driver's `ddc` link names
+
+    /// A display that people see: connected, and given a picture. A connected root of a chain of monitors and a
+    /// monitor that is switched off in the settings are none.
+    bool isDisplay() const { return isConnected && isDriven && kind != ConnectorKind::unusable; }
+};
+
+/// All connectors: panels first, then in the order of their names. When none shows a picture, all connected ones
+/// count as driven and asleep.
+std::vector<Connector> readConnectors(const SystemPaths& paths);
+
+/// The connector with this display number; none when it is gone.
+std::optional<Connector> findConnector(const SystemPaths& paths, std::uint32_t displayID);
+
+/// A display number made from the connector's name alone, so that it means the same in every process and after
+/// every reconnection: card, type and index in one byte each, and for names of another form a hash with the top
+/// bit set. Never 0.
+std::uint32_t displayNumber(const std::string& card, const std::string& connectorName);
+
+/// The display's UUID. It comes from the monitor's identity, so that it stays when the monitor moves to another
+/// socket. Where that identity says nothing, is shared by its whole series, or is also claimed by another
+/// connected monitor, the connector's place in the machine goes into it. Any thread.
+std::string displayUuid(const Connector& connector, const std::vector<Connector>& all);
+
+/// The EDID's product name; "Built-in Display" for panels; where several would be called the same, or a monitor
+/// gives no name, with its connector: "Studio 27 (DP-1)".
+std::string displayName(const Connector& connector, const std::vector<Connector>& all);
+
+} // namespace lumenvale

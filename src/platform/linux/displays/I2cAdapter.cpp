@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/displays/I2cAdapter.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <sys/stat.h>
+
+namespace lumenvale {
+
+namespace {
+
+/// What stands before the varying part. Left out on purpose although they hang off a display controller:
+/// "AMDGPU SMU" and "AMDGPU DM i2c OEM bus" (power parts, EEPROMs, lights), "i915 gmbus panel" and "… ssc"
+/// (the panel's own), "NVIDIA GPU I2C adapter" (Type-C controller).
+constexpr std::array<std::string_view, 13> allowedPrefixes = {
+    "i915 gmbus vga", "i915 gmbus dp",         "i915 gmbus tc",         "i915 gmbus misc",
+    "AUX ",           "AMDGPU DM i2c hw bus ", "AMDGPU DM aux hw bus ", "AMDGPU i2c ",
+    "Radeon i2c ",    "Radeon aux ",           "NVIDIA i2c adapter ",   "DPMST",
+    "sor-",
+};
+
+bool isNouveauName(std::string_view name)
+{
+    return name.starts_with("nvkm-") &&
+           (name.find("-bus-") != std::string_view::npos || name.find("-aux-") != std::string_view::npos);
+}
+
+bool isPciDevice(const std::filesystem::path& directory)
+{
+    return resolved(directory / "subsystem").filename() == "pci";
+}
+
+bool isDisplayController(const std::filesystem::path& pciDevice)
+{
+    return readAttribute(pciDevice / "class").value_or("").starts_with("0x03"); // PCI base class 3
+}
+
+/// The nearest PCI device above `device`, if that is a display controller.
+std::optional<std::filesystem::path> displayControllerOf(std::filesystem::path device)
+{
+    while (device.has_relative_path()) {
+        if (isPciDevice(device))
+            return isDisplayController(device) ? std::optional(device) : std::nullopt;
+        device = device.parent_path();
+    }
+    return std::nullopt;
+}
+
+std::optional<I2cAdapter> readAdapter(const std::filesystem::path& entry)
+{
+    constexpr std::string_view prefix = "i2c-";
+    const std::string fileName = entry.filename().string();
+    if (!fileName.starts_with(prefix))
+        return std::nullopt; // a device on a bus
+    const std::optional<std::int64_t> number = parseNumber(std::string_view(fileName).substr(prefix.size()));
+    if (!number || *number < 0 || *number > 0xFFFFF)
+        return std::nullopt;
+    I2cAdapter adapter;
+    adapter.number = static_cast<int>(*number);
+    adapter.name = readAttribute(entry / "name").value_or("");
+    if (!isDisplayAdapterName(adapter.name))
+        return std::nullopt;
+    adapter.device = resolved(entry);
+    const std::optional<std::filesystem::path> graphics = displayControllerOf(adapter.device);
+    if (!graphics)
+        return std::nullopt;
+    adapter.graphics = *graphics;
+    adapter.incarnation = currentIncarnation(adapter.device);
+    return adapter;
+}
+
+} // namespace
+
+std::vector<I2cAdapter> readDisplayAdapters(const SystemPaths& paths)
+{
+    const std::filesystem::path directory = paths.sysfs / "bus/i2c/devices";
+    std::vector<I2cAdapter> adapters;
+    for (const std::string& entry : entryNames(directory)) {
+        if (const std::optional<I2cAdapter> adapter = readAdapter(directory / entry))
+            adapters.push_back(*adapter);
+    }
+    return adapters;
+}
+
+bool isDisplayAdapterName(std::string_view name)
+{
+    return isNouveauName(name) || std::any_of(allowedPrefixes.begin(), allowedPrefixes.end(),
+                                              [name](std::string_view each) { return name.starts_with(each); });
+}
+
+std::uint64_t currentIncarnation(const std::filesystem::path& device)
+{
+    struct stat record = {};
+    return ::stat(device.c_str(), &record) == 0 ? static_cast<std::uint64_t>(record.st_ino) : 0;
+}
+
+} // namespace lumenvale

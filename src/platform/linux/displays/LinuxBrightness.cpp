@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/displays/LinuxBrightness.h"
+
+#include "platform/linux/displays/Backlight.h"
+#include "platform/posix/SystemError.h"
+
+#include <cerrno>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+class LinuxBrightness {
+public:
+    LinuxBrightness(SystemPaths roots, BacklightWriters ways, LogSink sink)
+        : paths(std::move(roots)), writers(std::move(ways)), log(std::move(sink))
+    {
+    }
+
+    std::int32_t read(std::uint32_t displayID, float& brightness) const
+    {
+        const std::optional<Backlight> backlight = backlightOf(displayID);
+        if (!backlight)
+            return ENODEV;
+        const std::optional<std::int64_t> raw = readNumber(backlight->path / "brightness");
+        if (!raw)
+            return EIO;
+        const auto known = lastSet.find(backlight->name);
+        const bool isUnchanged = known != lastSet.end() && known->second.raw == *raw;
+        brightness = isUnchanged ? known->second.level : static_cast<float>(backlight->level(*raw));
+        return 0;
+    }
+
+    std::int32_t write(std::uint32_t displayID, float brightness)
+    {
+        const std::optional<Backlight> backlight = backlightOf(displayID);
+        if (!backlight)
+            return ENODEV;
+        if (!std::isfinite(brightness))
+            return EINVAL;
+        const std::int64_t raw = backlight->rawValue(static_cast<double>(brightness));
+        int error = writers.file(backlight->path / "brightness", raw);
+        const bool isForbidden = error == EACCES || error == EPERM || error == EROFS;
+        if (isForbidden && writers.service)
+            error = writers.service(backlight->name, raw);
+        if (log)
+            log(backlight->name + ": set " + std::to_string(raw) + " of " + std::to_string(backlight->maximum) +
+                (isForbidden ? " through the login service" : "") +
+                (error == 0 ? "" : ": " + systemErrorText(error)));
+        if (error == 0)
+            lastSet[backlight->name] = {raw, brightness};
+        return error;
+    }
+
+private:
+    struct Setting {
+        std::int64_t raw = 0;
+        float level = 0.0F;
+    };
+
+    std::optional<Backlight> backlightOf(std::uint32_t displayID) const
+    {
+        const std::optional<Connector> connector = findConnector(paths, displayID);
+        if (!connector || !connector->isDisplay() || connector->kind != ConnectorKind::panel)
+            return std::nullopt;
+        return chooseBacklight(*connector, readConnectors(paths), readBacklights(paths));
+    }
+
+    SystemPaths paths;
+    BacklightWriters writers;
+    LogSink log;
+    std::map<std::string, Setting> lastSet; // by backlight device
+};
+
+} // namespace
+
+NativeFunctions makeLinuxBrightness(SystemPaths paths, BacklightWriters writers, LogSink log)
+{
+    const auto brightness =
+        std::make_shared<LinuxBrightness>(std::move(paths), std::move(writers), std::move(log));
+    NativeFunctions functions;
+    functions.handle = brightness;
+    functions.getter = [brightness](std::uint32_t displayID, float* level) {
+        return brightness->read(displayID, *level);
+    };
+    functions.setter = [brightness](std::uint32_t displayID, float level) {
+        return brightness->write(displayID, level);
+    };
+    return functions;
+}
+
+} // namespace lumenvale

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The panel's brightness through the kernel's backlight files. A file that the user may not write is left to the
+// login service, which may. Hardware thread only.
+#pragma once
+
+#include "hardware/NativeBrightness.h"
+#include "platform/Platform.h"
+#include "platform/linux/displays/Sysfs.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace lumenvale {
+
+/// Ways to set a backlight device's raw value. Both return 0 or the system's error number.
+struct BacklightWriters {
+    std::function<int(const std::filesystem::path& file, std::int64_t raw)> file;
+    /// Asks a service that has the right to do it, and waits for its answer. May be empty.
+    std::function<int(const std::string& device, std::int64_t raw)> service;
+};
+
+/// A getter and a setter for panels. A level that was set reads back as exactly that level for as long as the
+/// device holds the raw value that it maps to. Failures are the system's error numbers.
+NativeFunctions makeLinuxBrightness(SystemPaths paths, BacklightWriters writers, LogSink log);
+
+} // namespace lumenvale

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// The connected screens: the window system's joined with the kernel's connectors, or the connectors alone where
+// there is no window system. Nothing is kept between calls. Main thread.
+#pragma once
+
+#include "base/Signal.h"
+#include "displays/ScreenSource.h"
+#include "platform/linux/displays/ScreenJoin.h"
+#include "platform/linux/displays/Sysfs.h"
+
+#include <functional>
+#include <vector>
+
+namespace lumenvale {
+
+class LinuxScreenSource final : public ScreenSource {
+public:
+    using WindowScreens = std::function<std::vector<WindowScreen>()>;
+
+    /// `windowScreens` may be empty: no window system.
+    LinuxScreenSource(SystemPaths paths, WindowScreens windowScreens);
+
+    std::vector<Screen> screens() override;
+    /// The connector's power state as the kernel recorded it; asking the kernel does not touch the monitor.
+    bool isAsleep(std::uint32_t displayID) override;
+    std::optional<std::uint32_t> displayAt(Point point) override;
+
+    /// Calls `observer` whenever somebody asks whether a screen is asleep: an occasion to look at all of them.
+    [[nodiscard]] Subscription subscribeToQuestions(std::function<void()> observer);
+
+private:
+    SystemPaths paths;
+    WindowScreens windowScreens;
+    Signal<> question;
+};
+
+/// The screens of the running QGuiApplication.
+std::vector<WindowScreen> qtWindowScreens();
+
+} // namespace lumenvale

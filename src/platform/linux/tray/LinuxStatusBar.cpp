@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/LinuxStatusBar.h"
+
+#include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/tray/TrayIcon.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QGuiApplication>
+#include <QPalette>
+#include <optional>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr char watcherService[] = "org.kde.StatusNotifierWatcher";
+constexpr char watcherPath[] = "/StatusNotifierWatcher";
+
+/// The shell of GNOME has a dark bar in every theme; others colour it as they colour windows.
+bool isBarDark()
+{
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    return desktop.contains("GNOME") || desktop.contains("Unity") ||
+           QGuiApplication::palette().windowText().color().lightness() > 127;
+}
+
+class LinuxStatusItem final : public QObject, public StatusItem {
+    Q_OBJECT
+
+public:
+    LinuxStatusItem(QDBusConnection connection, QString name, StatusItemContent shown)
+        : bus(std::move(connection)), identifier(std::move(name)), content(std::move(shown)),
+          owners(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange)
+    {
+        QObject::connect(&owners, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { lookForHost(); });
+        for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+            bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(lookForHost()));
+        qApp->installEventFilter(this);
+        lookForHost();
+    }
+
+    std::optional<Rect> frame() const override
+    {
+        if (notifier) {
+            const auto point = notifier->activationPoint();
+            return point ? std::optional(Rect{point->x, point->y, 0, 0}) : std::nullopt;
+        }
+        return tray ? tray->frame() : std::nullopt;
+    }
+
+    void menuChanged() override
+    {
+        if (notifier)
+            notifier->menuChanged();
+        if (tray)
+            tray->menuChanged();
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::ApplicationPaletteChange) {
+            if (notifier)
+                notifier->imageChanged();
+            if (tray)
+                tray->imageChanged(isBarDark());
+        }
+        return false;
+    }
+
+private Q_SLOTS:
+    /// Asks the watcher whether anybody shows its items.
+    void lookForHost()
+    {
+        if (!bus.isConnected()) {
+            use(false);
+            return;
+        }
+        auto call =
+            QDBusMessage::createMethodCall(watcherService, watcherPath, "org.freedesktop.DBus.Properties", "Get");
+        call << QString(watcherService) << QString("IsStatusNotifierHostRegistered");
+        call.setAutoStartService(false);
+        answer.emplace(bus.asyncCall(call));
+        QObject::connect(&*answer, &QDBusPendingCallWatcher::finished, this, [this] {
+            const QDBusPendingReply<QDBusVariant> reply = *answer;
+            use(reply.isValid() && reply.value().variant().toBool());
+        });
+    }
+
+private:
+    void use(bool hasHost)
+    {
+        if (hasHost) {
+            tray.reset();
+            if (!notifier)
+                notifier.emplace(bus, content, identifier, isBarDark);
+            notifier->registerWithWatcher();
+        } else {
+            notifier.reset();
+            if (!tray && QGuiApplication::platformName() == "xcb")
+                tray.emplace(content, isBarDark());
+        }
+    }
+
+    QDBusConnection bus;
+    QString identifier;
+    StatusItemContent content;
+    QDBusServiceWatcher owners;
+    std::optional<QDBusPendingCallWatcher> answer;
+    std::optional<StatusNotifierItem> notifier;
+    std::optional<TrayIcon> tray;
+};
+
+} // namespace
+
+LinuxStatusBar::LinuxStatusBar(QDBusConnection connection, QString name)
+    : bus(std::move(connection)), identifier(std::move(name))
+{
+}
+
+std::unique_ptr<StatusItem> LinuxStatusBar::createItem(StatusItemContent content)
+{
+    return std::make_unique<LinuxStatusItem>(bus, identifier, std::move(content));
+}
+
+} // namespace lumenvale
+
+#include "LinuxStatusBar.moc"

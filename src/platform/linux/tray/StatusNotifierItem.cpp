@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/StatusNotifierItem.h"
+
+#include "platform/linux/tray/DBusMenu.h"
+#include "platform/linux/x11/NativeCoordinates.h"
+
+#include <QDBusMessage>
+#include <QIcon>
+#include <QtEndian>
+#include <algorithm>
+#include <cstdlib>
+#include <unistd.h>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr char watcherService[] = "org.kde.StatusNotifierWatcher";
+constexpr char watcherPath[] = "/StatusNotifierWatcher";
+constexpr int wheelNotch = 120; ///< what hosts that pass the wheel on unchanged send for one notch
+
+/// On a square, as hosts lay items out, in the byte order of the protocol.
+DBusImage squareImage(const Bitmap& bitmap, bool isLight)
+{
+    const int side = std::max(bitmap.width, bitmap.height);
+    DBusImage image = {side, side, QByteArray(qsizetype(side) * side * 4, '\0')};
+    const int left = (side - bitmap.width) / 2;
+    const int top = (side - bitmap.height) / 2;
+    for (int y = 0; y < bitmap.height; ++y) {
+        for (int x = 0; x < bitmap.width; ++x) {
+            const std::uint32_t alpha = bitmap.pixels[std::size_t(y) * bitmap.width + x] & 0xFF000000u;
+            const std::uint32_t tinted = alpha | (isLight ? 0xF2F2F4u : 0x1D1D1Fu);
+            qToBigEndian(tinted, image.pixels.data() + (qsizetype(top + y) * side + left + x) * 4);
+        }
+    }
+    return image;
+}
+
+QString newServiceName()
+{
+    static int count = 100; // the toolkit counts from 1, on a connection of its own
+    return QString("org.kde.StatusNotifierItem-%1-%2").arg(::getpid()).arg(++count);
+}
+
+} // namespace
+
+StatusNotifierItem::StatusNotifierItem(QDBusConnection connection, const StatusItemContent& shownContent,
+                                       const QString& name, IsBarDark isDark)
+    : identifier(name), bus(std::move(connection)), content(shownContent), isBarDark(std::move(isDark)),
+      serviceName(newServiceName())
+{
+    registerDBusMenuTypes();
+    menu = new DBusMenu(&menuObject, content.menu);
+    new StatusNotifierItemAdaptor(this);
+    bus.registerObject(menuPath, &menuObject, QDBusConnection::ExportAdaptors);
+    bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
+    bus.registerService(serviceName);
+}
+
+StatusNotifierItem::~StatusNotifierItem()
+{
+    bus.unregisterService(serviceName); // hosts remove the item
+    bus.unregisterObject(objectPath);
+    bus.unregisterObject(menuPath);
+}
+
+void StatusNotifierItem::registerWithWatcher()
+{
+    auto call =
+        QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService, "RegisterStatusNotifierItem");
+    call << serviceName;
+    bus.send(call);
+}
+
+void StatusNotifierItem::menuChanged() { menu->announceChange(); }
+
+void StatusNotifierItem::imageChanged() { Q_EMIT findChild<StatusNotifierItemAdaptor*>()->NewIcon(); }
+
+QString StatusNotifierItem::iconName() const
+{
+    // Hosts tint symbolic icons themselves, to fit their bar. There is one once the program is installed.
+    const QString symbolic = "app.lumenvale.Lumenvale-symbolic";
+    return QIcon::hasThemeIcon(symbolic) ? symbolic : QString();
+}
+
+QList<DBusImage> StatusNotifierItem::images() const
+{
+    QList<DBusImage> images;
+    const bool isLight = isBarDark();
+    for (const double scale : {1.0, 1.5, 2.0, 3.0})
+        images.append(squareImage(content.image(scale), isLight));
+    return images;
+}
+
+void StatusNotifierItem::activate(int x, int y)
+{
+    lastPoint = logicalPoint(x, y);
+    content.activated();
+}
+
+void StatusNotifierItem::scroll(int delta, const QString& orientation)
+{
+    if (orientation.compare("vertical", Qt::CaseInsensitive) != 0 || delta == 0)
+        return;
+    // Some hosts pass on the wheel's own units, others whole steps.
+    unusedScroll += std::abs(delta) >= wheelNotch / 8 ? delta : (delta > 0 ? wheelNotch : -wheelNotch);
+    const int steps = unusedScroll / wheelNotch;
+    unusedScroll -= steps * wheelNotch;
+    if (steps != 0)
+        content.scrolled(steps);
+}
+
+StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem* parent)
+    : QDBusAbstractAdaptor(parent), item(*parent)
+{
+}
+
+QString StatusNotifierItemAdaptor::title() const { return QString::fromStdString(item.shown().title); }
+
+DBusToolTip StatusNotifierItemAdaptor::toolTip() const
+{
+    return {{}, {}, QString::fromStdString(item.shown().toolTip), {}};
+}
+
+void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString& token)
+{
+    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where the toolkit looks for it
+}
+
+} // namespace lumenvale

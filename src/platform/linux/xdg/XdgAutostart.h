@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Start at login by the desktop's autostart files (Desktop Application Autostart Specification 0.5): the user's
+// file of a name stands before the system's. Made by the factory; main thread only.
+//
+// The file that this class writes carries a mark. With the mark but switched off, the desktop's own settings
+// have switched it off since: that needs the user's approval there, or a fresh request here.
+#pragma once
+
+#include "platform/linux/xdg/DesktopEntry.h"
+#include "preferences/StartupService.h"
+
+#include <string>
+#include <vector>
+
+namespace lumenvale {
+
+struct AutostartPlace {
+    std::string identifier; ///< names the file
+    std::string name;       ///< shown by the desktop's settings
+    std::vector<std::string> command;
+    std::string userFolder; ///< $XDG_CONFIG_HOME/autostart; empty: the user has none
+    std::vector<std::string> systemFolders;
+    std::string desktop; ///< $XDG_CURRENT_DESKTOP
+    /// A sandbox keeps the file from the desktop's eyes.
+    bool isSandboxed = false;
+};
+
+/// Where this user's desktop looks, for a program started by `command`.
+AutostartPlace autostartPlace(const std::string& identifier, const std::string& name,
+                              std::vector<std::string> command);
+
+class XdgAutostart final : public StartupService {
+public:
+    explicit XdgAutostart(AutostartPlace place);
+
+    StartupStatus status() override;
+    tl::expected<void, std::string> setEnabled(bool enabled) override;
+    void openSystemSettings() override;
+
+private:
+    std::string userFile() const;
+    bool canWrite() const;
+    bool appliesHere(const DesktopEntry& entry) const;
+    std::optional<DesktopEntry> systemEntry() const;
+
+    AutostartPlace place;
+};
+
+} // namespace lumenvale

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/shell/ApplicationControl.h"
+
+#import <AppKit/AppKit.h>
+#include <utility>
+
+@interface LMVReopenTarget : NSObject {
+@public
+    std::function<void()> reopened;
+}
+- (void)install;
+- (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply;
+@end
+
+@implementation LMVReopenTarget
+- (void)install
+{
+    [NSAppleEventManager.sharedAppleEventManager setEventHandler:self
+                                                     andSelector:@selector(handleReopen:withReplyEvent:)
+                                                   forEventClass:kCoreEventClass
+                                                      andEventID:kAEReopenApplication];
+}
+- (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply
+{
+    const auto call = reopened; // it may end the handler
+    call();
+}
+@end
+
+namespace lumenvale {
+
+struct ReopenHandler::Registration {
+    LMVReopenTarget* target;
+    id<NSObject> launch;
+};
+
+ReopenHandler::ReopenHandler(std::function<void()> reopened) : registration(std::make_unique<Registration>())
+{
+    LMVReopenTarget* const target = [LMVReopenTarget new];
+    target->reopened = std::move(reopened);
+    registration->target = target;
+    [target install];
+    // AppKit installs its own handlers when it finishes launching, over those that are there. The toolkit starts
+    // AppKit's loop, and with it that, later than this.
+    registration->launch =
+        [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationWillFinishLaunchingNotification
+                                                        object:nil
+                                                         queue:nil
+                                                    usingBlock:^(NSNotification*) {
+                                                      [target install];
+                                                    }];
+}
+
+ReopenHandler::~ReopenHandler()
+{
+    [NSNotificationCenter.defaultCenter removeObserver:registration->launch];
+    [NSAppleEventManager.sharedAppleEventManager removeEventHandlerForEventClass:kCoreEventClass
+                                                                      andEventID:kAEReopenApplication];
+}
+
+void setInDock(bool isShown)
+{
+    const auto policy = isShown ? NSApplicationActivationPolicyRegular : NSApplicationActivationPolicyAccessory;
+    if (NSApp.activationPolicy == policy)
+        return;
+    const BOOL wasActive = NSApp.active;
+    [NSApp setActivationPolicy:policy];
+    if (wasActive) // giving up the icon deactivates the program, and its windows go behind others'
+        activateApplication();
+}
+
+// Since macOS 14 there is also `activate`, a mere request, which the system declines for a program whose only
+// visible part was a panel that does not activate.
+void activateApplication() { [NSApp activateIgnoringOtherApps:YES]; }
+
+void cancelMenuTracking(void* menu) { [(__bridge NSMenu*)menu cancelTracking]; }
+
+} // namespace lumenvale

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/shell/MacPanelWindows.h"
+
+#include "platform/macos/shell/ApplicationControl.h"
+
+#import <AppKit/AppKit.h>
+#if __has_include(<AppKit/NSTrackingArea.h>) // not among what stands in for the system's headers elsewhere
+#import <AppKit/NSTrackingArea.h>
+#define LUMENVALE_HAS_TRACKING_AREAS
+#endif
+#import <QuartzCore/QuartzCore.h>
+#import <objc/runtime.h>
+
+/// A setter of NSPanel without a public declaration.
+@protocol LMVPreventsActivation
+- (void)_setPreventsActivation:(BOOL)prevents;
+@end
+
+namespace lumenvale {
+
+namespace {
+
+/// The toolkit's handle is its view, the content of a window that it owns. Never kept: the toolkit may make
+/// another view, and may put this one into another window.
+NSView* viewOf(WindowHandle handle) { return (__bridge NSView*)reinterpret_cast<void*>(handle); }
+
+/// Kept on a panel's view, and so what tells one from other windows: the radius of its corners.
+constexpr char cornerRadiusKey = 0;
+
+NSNumber* cornerRadiusOf(NSView* view) { return objc_getAssociatedObject(view, &cornerRadiusKey); }
+
+void setCornerRadius(NSView* view, double radius)
+{
+    objc_setAssociatedObject(view, &cornerRadiusKey, @(radius), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
+}
+
+/// AppKit tells the window server only when it makes a panel whether clicks on it activate the program; the
+/// toolkit offers no flag for that. Where this setter exists it tells it now. Without it the first click in the
+/// panel activates the program, and everything else works.
+void preventActivation(NSWindow* window)
+{
+    if ([window respondsToSelector:@selector(_setPreventsActivation:)])
+        [(id<LMVPreventsActivation>)window _setPreventsActivation:YES];
+}
+
+void makePanel(NSWindow* window)
+{
+    if (window.styleMask != NSWindowStyleMaskNonactivatingPanel) // AppKit may rebuild the frame for it
+        window.styleMask = NSWindowStyleMaskNonactivatingPanel;
+    preventActivation(window);
+    window.level = NSPopUpMenuWindowLevel;
+    window.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorTransient |
+                                NSWindowCollectionBehaviorFullScreenAuxiliary;
+    window.hidesOnDeactivate = NO;
+    window.opaque = NO;
+    window.backgroundColor = NSColor.clearColor;
+    window.hasShadow = YES;
+}
+
+/// The material lies behind the toolkit's view: in it, it would cover what the toolkit draws, and the toolkit's
+/// view must stay the content view.
+NSVisualEffectView* material(NSWindow* window)
+{
+    NSView* const content = window.contentView;
+    NSView* const frame = content.superview;
+    for (NSView* each in frame.subviews) {
+        if ([each isKindOfClass:NSVisualEffectView.class])
+            return (NSVisualEffectView*)each;
+    }
+    NSVisualEffectView* const view = [[NSVisualEffectView alloc] initWithFrame:content.frame];
+    view.material = NSVisualEffectMaterialPopover;
+    view.blendingMode = NSVisualEffectBlendingModeBehindWindow;
+    view.state = NSVisualEffectStateActive; // also while another program is the active one
+    view.wantsLayer = YES;
+    view.layer.masksToBounds = YES;
+    view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+    [frame addSubview:view positioned:NSWindowBelow relativeTo:content];
+    return view;
+}
+
+void layMaterial(NSWindow* window, double cornerRadius)
+{
+    NSVisualEffectView* const view = material(window);
+    view.frame = window.contentView.frame;
+    view.layer.cornerRadius = cornerRadius;
+    [window invalidateShadow]; // it follows the outline
+}
+
+/// The toolkit follows the pointer only while its program is the active one, which a panel's seldom is: nothing
+/// under the pointer would light up or show its help.
+void followPointer([[maybe_unused]] NSView* view)
+{
+#ifdef LUMENVALE_HAS_TRACKING_AREAS
+    NSArray<NSTrackingArea*>* const areas = view.trackingAreas;
+    for (NSTrackingArea* each in areas) {
+        if (each.options & NSTrackingActiveAlways)
+            return; // done already
+    }
+    for (NSTrackingArea* each in areas) {
+        if (!(each.options & NSTrackingActiveInActiveApp))
+            continue;
+        const NSTrackingAreaOptions options =
+            (each.options & ~NSTrackingAreaOptions(NSTrackingActiveInActiveApp)) | NSTrackingActiveAlways;
+        [view addTrackingArea:[[NSTrackingArea alloc] initWithRect:each.rect
+                                                           options:options
+                                                             owner:each.owner
+                                                          userInfo:each.userInfo]];
+    }
+#endif
+}
+
+class OutsideClickMonitor final : public EventMonitor {
+public:
+    explicit OutsideClickMonitor(const std::function<void()>& clicked)
+    {
+        const std::function<void()> call = clicked;
+        monitor =
+            [NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown
+                                                   handler:^(NSEvent*) {
+                                                     const auto kept = call; // the call ends this monitor
+                                                     kept();
+                                                   }];
+    }
+    OutsideClickMonitor(const OutsideClickMonitor&) = delete;
+    OutsideClickMonitor& operator=(const OutsideClickMonitor&) = delete;
+    ~OutsideClickMonitor() override
+    {
+        if (monitor)
+            [NSEvent removeMonitor:monitor];
+    }
+
+private:
+    id monitor;
+};
+
+} // namespace
+
+bool MacPanelWindows::dress(WindowHandle handle)
+{
+    NSView* const view = viewOf(handle);
+    setCornerRadius(view, 0);
+    makePanel(view.window);
+    return true;
+}
+
+void MacPanelWindows::blurBehind(WindowHandle handle, double, double, double cornerRadius)
+{
+    NSView* const view = viewOf(handle);
+    setCornerRadius(view, cornerRadius);
+    layMaterial(view.window, cornerRadius);
+}
+
+void MacPanelWindows::focus(WindowHandle handle)
+{
+    NSView* const view = viewOf(handle);
+    NSWindow* const window = view.window;
+    if (NSNumber* const cornerRadius = cornerRadiusOf(view)) { // again, for the window may be another one by now
+        makePanel(window);
+        layMaterial(window, cornerRadius.doubleValue);
+        followPointer(view);
+    } else {
+        window.toolbarStyle = NSWindowToolbarStylePreference;
+        activateApplication();
+    }
+    [window makeFirstResponder:window.contentView]; // the toolkit's view, which hands keys on
+    [window makeKeyAndOrderFront:nil];
+    [window orderFrontRegardless]; // in sight also where the system does not let the program become the active one
+}
+
+std::unique_ptr<EventMonitor> MacPanelWindows::monitorOutsideClicks(WindowHandle, std::function<void()> clicked)
+{
+    return std::make_unique<OutsideClickMonitor>(clicked);
+}
+
+} // namespace lumenvale

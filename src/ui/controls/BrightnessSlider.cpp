@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "ui/controls/BrightnessSlider.h"
+
+#include "ui/controls/HoldRepeatButton.h"
+#include "ui/controls/LevelSlider.h"
+#include "ui/controls/RepeatingStepButton.h"
+#include "ui/look/Labels.h"
+#include "ui/look/PreferredHeight.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr int headerHeight = 20;
+constexpr int controlsHeight = 24;
+constexpr int symbolSize = 16;
+constexpr int smallSymbolSize = 12;
+constexpr int warningSize = 14;
+constexpr int nativeUnits = 1000; // a step of native control is 0.1 percentage points
+
+QString qString(const std::string& text) { return QString::fromStdString(text); }
+
+bool canBeSet(const BrightnessRow& row)
+{
+    return !row.disabled && row.display.method != ControlMethod::unavailable && row.display.brightness;
+}
+
+double stepFraction(const DisplayInfo& display)
+{
+    const bool hasUnits = display.method == ControlMethod::ddc && display.maximum > 0;
+    return 1.0 / (hasUnits ? display.maximum : nativeUnits);
+}
+
+} // namespace
+
+BrightnessSlider::BrightnessSlider(Clock& clock, QWidget* parent)
+    : QWidget(parent), symbol(new SymbolLabel({}, symbolSize, TextColour::secondary)),
+      title(new ElidedLabel(TextRole::name)),
+      problem(new SymbolLabel("exclamationmark.triangle", warningSize, TextColour::warning)),
+      sun(new SymbolLabel("sun.max.fill", smallSymbolSize, TextColour::secondary)), percentage(new NumberLabel),
+      minus(RepeatingStepButton::makeButton(clock, this)), slider(new LevelSlider),
+      plus(RepeatingStepButton::makeButton(clock, this))
+{
+    setFixedHeight(rowHeight);
+    problem->hide();
+
+    auto* header = new QHBoxLayout;
+    header->setSpacing(4);
+    header->addWidget(symbol);
+    header->addSpacing(2);
+    header->addWidget(title);
+    header->addWidget(problem);
+    header->addStretch(1);
+    header->addWidget(sun);
+    header->addWidget(percentage);
+
+    auto* controls = new QHBoxLayout;
+    controls->setContentsMargins(0, 0, 0, 0);
+    controls->setSpacing(6 - LevelSlider::overhang);
+    controls->addWidget(minus);
+    controls->addWidget(slider, 1);
+    controls->addWidget(plus);
+
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    header->setContentsMargins(0, 0, 0, 0);
+    auto* headerLine = new QWidget;
+    headerLine->setLayout(header);
+    headerLine->setFixedHeight(headerHeight);
+    rows->addWidget(headerLine);
+    rows->addStretch(1);
+    rows->addLayout(controls);
+    slider->setFixedHeight(controlsHeight);
+
+    QWidget::setTabOrder(minus, slider);
+    QWidget::setTabOrder(slider, plus);
+    slider->onChange = [this](double value) { request(value); };
+}
+
+void BrightnessSlider::show(const BrightnessRow& row)
+{
+    if (isShowing && row == shown)
+        return showBrightness(); // the slider may still show what was asked for
+    isShowing = true;
+    shown = row;
+    const DisplayInfo& display = shown.display;
+    const QString name = qString(shown.title.empty() ? display.name : shown.title);
+    setAccessibleName(name);
+    symbol->setSymbol(display.isBuiltIn ? "laptopcomputer" : "display");
+    title->setText(name);
+    problem->setVisible(display.error.has_value());
+    const QString error = qString(display.error.value_or(""));
+    problem->setToolTip(toolTipText(error));
+    problem->setAccessibleName(error);
+    problem->setAccessibleDescription(error); // not the tooltip's markup
+    slider->setAccessibleName(qString(display.name + " brightness"));
+    // Without a problem to show, the status says why a display cannot be set.
+    const QString hint = canBeSet(shown) ? QString() : qString(display.status);
+    setToolTip(toolTipText(hint));
+    setAccessibleDescription(hint);
+    slider->setAccessibleDescription(display.error ? error : hint);
+    slider->setEnabled(canBeSet(shown));
+    slider->setStep(stepFraction(display));
+    showBrightness();
+}
+
+void BrightnessSlider::showBrightness()
+{
+    const DisplayInfo& display = shown.display;
+    percentage->setText(qString(percentageText(display)));
+    slider->setValue(display.brightness.value_or(0.0));
+    slider->setValueText(percentage->text());
+    updateStepButton(*minus, -1);
+    updateStepButton(*plus, 1);
+}
+
+void BrightnessSlider::request(double value)
+{
+    // At once, so that a second step on the same turn of the loop starts from the first one's value.
+    shown.display.brightness = quantise(shown.display, value);
+    showBrightness();
+    if (onChange)
+        onChange(value);
+}
+
+void BrightnessSlider::updateStepButton(HoldRepeatButton& button, int direction)
+{
+    const DisplayInfo& display = shown.display;
+    const double value = display.brightness.value_or(0.0);
+    const std::string verb = direction < 0 ? "Decrease" : "Increase";
+    RepeatingStepButton{
+        .symbol = direction < 0 ? "minus" : "plus",
+        .label = qString(verb + " " + display.name + " brightness"),
+        .help = qString(verb + " by " + stepSizeText(display) + "; hold to repeat"),
+        .enabled = canBeSet(shown) && (direction < 0 ? value > 0.0 : value < 1.0),
+        .action = [this, direction] { request(step(shown.display, direction)); },
+    }
+        .updateButton(button);
+}
+
+} // namespace lumenvale

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "ui/look/Painting.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QRadialGradient>
+#include <QWidget>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr double disabledOpacity = 0.35;
+constexpr double ringWidth = 2.0;
+constexpr double shadowOffset = 1.0;
+constexpr double shadowReach = 3.5; ///< beyond the knob
+constexpr double shadowOpacity = 0.30;
+constexpr double outlineOpacity = 0.20;
+
+QColor shadowColour(double opacity)
+{
+    QColor colour(Qt::black);
+    colour.setAlphaF(static_cast<float>(opacity));
+    return colour;
+}
+
+double digitWidth(const QFontMetricsF& metrics)
+{
+    double widest = 0.0;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QLatin1Char(digit)));
+    return widest;
+}
+
+double cellWidth(const QFontMetricsF& metrics, QChar character, double digit)
+{
+    return character.isDigit() ? digit : metrics.horizontalAdvance(character);
+}
+
+} // namespace
+
+double hairlineWidth(const QPainter& painter) { return 1.0 / painter.device()->devicePixelRatioF(); }
+
+QRectF snapped(const QPainter& painter, const QRectF& box)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF pixels = toDevice.mapRect(box);
+    const QPointF topLeft(std::round(pixels.left()), std::round(pixels.top()));
+    const QPointF bottomRight(std::round(pixels.right()), std::round(pixels.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
+}
+
+void drawRoundedBox(QPainter& painter, const QRectF& box, double radius, const QColor& fill, const QColor& edge)
+{
+    const QRectF outer = snapped(painter, box);
+    const double line = hairlineWidth(painter);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(outer, radius, radius);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(edge, line));
+    const double inset = line / 2;
+    painter.drawRoundedRect(outer.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
+
+void drawControlFace(QPainter& painter, const QRectF& box, const Theme& theme, ControlState state)
+{
+    const auto scaled = [](QColor colour, double factor) {
+        colour.setAlphaF(static_cast<float>(colour.alphaF() * factor));
+        return colour;
+    };
+    const double strength = !state.enabled ? disabledOpacity : state.down ? 2.2 : state.hovered ? 1.4 : 1.0;
+    drawRoundedBox(painter, box, controlCornerRadius, scaled(theme.control, strength),
+                   scaled(theme.controlBorder, state.enabled ? 1.0 : disabledOpacity));
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Theme& theme)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(theme.accent, ringWidth));
+    const double inset = ringWidth / 2;
+    painter.drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
+
+void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const double reach = radius + shadowReach;
+    const double strength = enabled ? 1.0 : 0.5;
+    const QPointF shadowCentre = centre + QPointF(0, shadowOffset);
+    QRadialGradient shadow(shadowCentre, reach);
+    // How much of the shadow is left at distances from the knob's edge: a blur's falling half.
+    constexpr std::array<std::pair<double, double>, 6> falling = {
+        {{-2.0, 0.9}, {0.0, 0.5}, {0.8, 0.27}, {1.6, 0.13}, {2.5, 0.04}, {3.5, 0.0}}};
+    for (const auto& [distance, left] : falling)
+        shadow.setColorAt((radius + distance) / reach, shadowColour(strength * shadowOpacity * left));
+    painter.setBrush(shadow);
+    painter.drawEllipse(shadowCentre, reach, reach);
+    const double line = std::min(hairlineWidth(painter), 0.5);
+    painter.setBrush(shadowColour(strength * outlineOpacity));
+    painter.drawEllipse(centre, radius + line, radius + line);
+    const QColor faded(theme.isDark ? 0xFF7C7C82 : 0xFFF0F0F2); // opaque: the track must not show through
+    painter.setBrush(enabled ? QColor(Qt::white) : faded);
+    painter.drawEllipse(centre, radius, radius);
+}
+
+bool showsFocus(const QWidget* widget)
+{
+    return widget->hasFocus() && widget->property("focusFromKeyboard").toBool();
+}
+
+QColor contentColour(const Theme& theme, bool enabled)
+{
+    QColor colour = theme.text;
+    if (!enabled)
+        colour.setAlphaF(disabledOpacity);
+    return colour;
+}
+
+QString oneLine(QString text)
+{
+    for (QChar& each : text) {
+        if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
+            each == QChar::ParagraphSeparator)
+            each = ' ';
+    }
+    return text;
+}
+
+void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction)
+{
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    // A width of whole points is what a label asks for; it must not cost the last letter.
+    const QString shown = metrics.elidedText(oneLine(text), Qt::ElideRight, box.width() + 0.5);
+    const Qt::Alignment side = direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    const Qt::LayoutDirection before = painter.layoutDirection();
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+    painter.drawText(box, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine,
+                     shown);
+    painter.setLayoutDirection(before);
+}
+
+double tabularWidth(const QFontMetricsF& metrics, const QString& text)
+{
+    const double digit = digitWidth(metrics);
+    double width = 0.0;
+    for (const QChar character : text)
+        width += cellWidth(metrics, character, digit);
+    return width;
+}
+
+void drawTabularText(QPainter& painter, const QRectF& box, const QString& text)
+{
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    const double digit = digitWidth(metrics);
+    double left = box.left();
+    for (const QChar character : text) {
+        const double width = cellWidth(metrics, character, digit);
+        painter.drawText(QRectF(left, box.top(), width, box.height()),
+                         Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, QString(character));
+        left += width;
+    }
+}
+
+} // namespace lumenvale

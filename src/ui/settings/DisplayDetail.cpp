@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+#include "ui/settings/DisplayDetail.h"
+
+#include "ui/controls/Card.h"
+#include "ui/controls/ScrollPage.h"
+#include "ui/controls/SmallButton.h"
+#include "ui/controls/TextLabel.h"
+
+#include <QClipboard>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <cmath>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr int nameColumnWidth = 140;
+
+QString qString(const std::string& text) { return QString::fromStdString(text); }
+
+QString currentMode(const DisplayInfo& display)
+{
+    if (display.pixelWidth <= 0 || display.pixelHeight <= 0)
+        return "Not reported";
+    QString text = QString("%1 × %2").arg(display.pixelWidth).arg(display.pixelHeight);
+    if (display.logicalWidth > 0 && display.logicalWidth != display.pixelWidth)
+        text += QString(" (looks like %1 × %2)").arg(display.logicalWidth).arg(display.logicalHeight);
+    if (display.refreshRate > 0)
+        text += QString(", %1 Hz").arg(std::round(display.refreshRate * 100) / 100);
+    return text;
+}
+
+QString brightnessText(const DisplayInfo& display)
+{
+    const QString raw = qString(rawValueText(display));
+    return display.brightness ? raw + " (" + qString(percentageText(display)) + ")" : raw;
+}
+
+QString findingText(const Finding& finding)
+{
+    QString text = qString(finding.text);
+    if (!finding.remedy.empty())
+        text += "\n" + qString(finding.remedy);
+    return text;
+}
+
+} // namespace
+
+/// A card of rows whose texts change and whose number does not.
+class DisplayDetail::Rows final : public QWidget {
+public:
+    Rows()
+    {
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        auto* card = new Card;
+        column->addWidget(card);
+        grid = new QGridLayout;
+        grid->setHorizontalSpacing(10);
+        card->rows()->addLayout(grid);
+        setStacked(false);
+    }
+
+    /// Each name above its value instead of beside it.
+    void setStacked(bool stacked)
+    {
+        isStacked = stacked;
+        grid->setVerticalSpacing(stacked ? 2 : 8);
+        grid->setColumnMinimumWidth(0, stacked ? 0 : nameColumnWidth);
+        grid->setColumnStretch(0, stacked ? 1 : 0);
+        grid->setColumnStretch(1, stacked ? 0 : 1);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            place(i);
+    }
+
+    void show(const std::vector<DetailRow>& rows)
+    {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (i == values.size())
+                addRow(rows[i].first);
+            values[i]->setText(rows[i].second);
+            values[i]->setAccessibleName(rows[i].first + ": " + rows[i].second);
+        }
+    }
+
+private:
+    void addRow(const QString& name)
+    {
+        auto* label = new TextLabel(TextRole::body, TextColour::secondary);
+        label->setText(name);
+        auto* value = new TextLabel(name == "Identifier" ? TextRole::monospaced : TextRole::body);
+        value->setMinimumHeight(label->sizeHint().height()); // in line with it, whatever the font
+        names.push_back(label);
+        values.push_back(value);
+        place(values.size() - 1);
+    }
+
+    void place(std::size_t index)
+    {
+        const int row = static_cast<int>(index);
+        names[index]->setContentsMargins(0, isStacked && index > 0 ? 6 : 0, 0, 0);
+        grid->addWidget(names[index], isStacked ? 2 * row : row, 0, Qt::AlignTop);
+        grid->addWidget(values[index], isStacked ? 2 * row + 1 : row, isStacked ? 0 : 1, Qt::AlignTop);
+    }
+
+    QGridLayout* grid;
+    bool isStacked = false;
+    std::vector<TextLabel*> names;
+    std::vector<TextLabel*> values;
+};
+
+std::vector<DetailRow> controlRows(const DisplayInfo& display)
+{
+    return {{"Control", QString::fromUtf8(rawValue(display.method).data())},
+            {"Brightness", brightnessText(display)},
+            {"Step", qString(stepSizeText(display))},
+            {"Range", qString(rangeText(display))}};
+}
+
+std::vector<DetailRow> identityRows(const DisplayInfo& display)
+{
+    return {{"Native resolution", qString(display.nativeResolution)},
+            {"Current mode", currentMode(display)},
+            {"Connection", qString(display.connection)},
+            {"Serial", qString(display.hardwareSerial)},
+            {"Identifier", qString(display.id)}};
+}
+
+QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings)
+{
+    QString text = qString(display.name) + "\n";
+    for (const auto& rows : {controlRows(display), identityRows(display)}) {
+        for (const auto& [name, value] : rows)
+            text += name + ": " + value + "\n";
+    }
+    text += QString("Vendor, model, serial number: %1, %2, %3\n")
+                .arg(display.vendor)
+                .arg(display.model)
+                .arg(display.serial);
+    text += "Status: " + qString(display.status) + "\n";
+    if (display.error)
+        text += "Error: " + qString(*display.error) + "\n";
+    for (const Finding& finding : findings)
+        text += findingText(finding) + "\n";
+    return text;
+}
+
+DisplayDetail::DisplayDetail(QWidget* parent)
+    : QWidget(parent), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
+      status(new TextLabel(TextRole::digits, TextColour::secondary)),
+      problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
+      content(new QWidget), copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
+{
+    copy->setToolTip("Copy everything on this page, for a bug report");
+    connect(copy, &QAbstractButton::clicked, this,
+            [this] { QGuiApplication::clipboard()->setText(detailText(shown, shownFindings)); });
+    auto* findings = new QVBoxLayout(findingList);
+    findings->setContentsMargins(0, 0, 0, 0);
+    findings->setSpacing(8);
+
+    auto* column = new QVBoxLayout(content);
+    column->setSpacing(12);
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(title, 1);
+    heading->addWidget(copy, 0, Qt::AlignTop);
+    column->addLayout(heading);
+    column->addWidget(control);
+    column->addWidget(identity);
+    column->addWidget(status);
+    column->addWidget(problem);
+    column->addWidget(findingList);
+    column->addStretch(1);
+    auto* scroll = new ScrollPage(content);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+}
+
+void DisplayDetail::resizeEvent(QResizeEvent* event)
+{
+    const bool isNarrow = width() < narrowPageWidth;
+    const int margin = isNarrow ? 12 : 22;
+    content->layout()->setContentsMargins(margin, 18, margin, 18);
+    control->setStacked(isNarrow);
+    identity->setStacked(isNarrow);
+    QWidget::resizeEvent(event);
+}
+
+void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>& findings)
+{
+    shown = display;
+    title->setText(qString(display.name));
+    control->show(controlRows(display));
+    identity->show(identityRows(display));
+    status->setText(qString(display.status));
+    status->setVisible(display.status != display.error);
+    problem->setText(qString(display.error.value_or("")));
+    problem->setVisible(display.error.has_value());
+    if (findings == shownFindings)
+        return;
+    shownFindings = findings;
+    qDeleteAll(findingList->findChildren<TextLabel*>());
+    for (const Finding& finding : findings) {
+        auto* label =
+            new TextLabel(TextRole::digits,
+                          finding.kind == Finding::Kind::problem ? TextColour::primary : TextColour::secondary);
+        label->setText(findingText(finding));
+        findingList->layout()->addWidget(label);
+    }
+}
+
+} // namespace lumenvale
