@@ -10,6 +10,16 @@ target_compile_options(lumenvale_options INTERFACE
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow>
   # Warnings of compilers that the project has not met yet must not stop anybody's build.
   $<$<AND:$<BOOL:${LUMENVALE_WERROR}>,$<NOT:$<PLATFORM_ID:Darwin>>>:-Werror>)
+# Release builds are hardened, and equal wherever they are made: no path of the build's own machine is in them.
+if(NOT LUMENVALE_SANITIZE)
+  target_compile_options(lumenvale_options INTERFACE $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:
+    -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)
+  if(NOT APPLE)
+    target_compile_options(lumenvale_options INTERFACE $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-fstack-clash-protection>)
+    target_link_options(lumenvale_options INTERFACE LINKER:-z,relro,-z,now)
+  endif()
+endif()
 if(LUMENVALE_SANITIZE)
   target_compile_options(lumenvale_options INTERFACE
     -fsanitize=${LUMENVALE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes an application's icon file of a drawing: icon_file DRAWING.svg ICON.icns
+// Makes an application's icon of a drawing: icon_file DRAWING.svg ICON.icns for a Mac's bundle, or
+// icon_file DRAWING.svg ICON.png WIDTH for a single image.
 #include <QBuffer>
 #include <QFile>
 #include <QImage>
@@ -7,6 +8,7 @@
 #include <QSvgRenderer>
 #include <QtEndian>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -44,12 +46,21 @@ QByteArray png(QSvgRenderer& drawing, int width)
     return buffer.data();
 }
 
+QByteArray bundleIcon(QSvgRenderer& drawing)
+{
+    QByteArray content;
+    for (const Part& part : parts)
+        content += wrapped(part.type, png(drawing, part.width));
+    return wrapped("icns", content);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 3) {
-        std::fputs("usage: icon_file DRAWING.svg ICON.icns\n", stderr);
+    const int width = argc == 4 ? std::atoi(argv[3]) : 0;
+    if (argc != 3 && width <= 0) {
+        std::fputs("usage: icon_file DRAWING.svg ICON.icns, or icon_file DRAWING.svg ICON.png WIDTH\n", stderr);
         return 2;
     }
     QSvgRenderer drawing(QString::fromLocal8Bit(argv[1]));
@@ -57,11 +68,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s is not a drawing.\n", argv[1]);
         return 1;
     }
-    QByteArray content;
-    for (const Part& part : parts)
-        content += wrapped(part.type, png(drawing, part.width));
+    const QByteArray whole = width > 0 ? png(drawing, width) : bundleIcon(drawing);
     QFile file(QString::fromLocal8Bit(argv[2]));
-    const QByteArray whole = wrapped("icns", content);
     if (!file.open(QIODevice::WriteOnly) || file.write(whole) != whole.size() || !file.flush()) {
         std::fprintf(stderr, "%s: %s\n", argv[2], qPrintable(file.errorString()));
         return 1;
