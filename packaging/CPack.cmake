@@ -9,8 +9,6 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "brightness of every connected display in 
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_COMPONENTS_ALL cli desktop)
-set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
@@ -62,8 +60,10 @@ set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
   /usr/share/zsh/vendor-completions /usr/share/fish /usr/share/fish/vendor_completions.d)
 
 if(APPLE)
-  set(CPACK_GENERATOR ZIP)
+  set(CPACK_GENERATOR ZIP) # of the bundle as it was signed: nothing may change in it
 else()
+  set(CPACK_COMPONENTS_ALL cli desktop)
+  set(CPACK_STRIP_FILES ON)
   find_program(dpkg_deb dpkg-deb)
   find_program(rpmbuild rpmbuild)
   set(CPACK_GENERATOR "")

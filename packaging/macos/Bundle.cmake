@@ -15,3 +15,8 @@ add_custom_command(TARGET lumenvale POST_BUILD
           -P ${PROJECT_SOURCE_DIR}/cmake/WriteBuildMetadata.cmake
   COMMAND codesign --force --sign - $<TARGET_BUNDLE_DIR:lumenvale>
   VERBATIM)
+# Copied as it is: installing it as a target would change load paths and break the signature.
+if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
+  set(CMAKE_INSTALL_PREFIX /Applications CACHE PATH "Where the bundle is installed" FORCE)
+endif()
+install(DIRECTORY $<TARGET_BUNDLE_DIR:lumenvale> DESTINATION . USE_SOURCE_PERMISSIONS)
