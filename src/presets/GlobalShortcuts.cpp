@@ -5,79 +5,60 @@
 
 namespace lumenvale {
 
-GlobalShortcuts::GlobalShortcuts(HotKeyService& hotKeys, std::function<void(const Uuid&)> activate)
-    : service(hotKeys), onActivate(std::move(activate))
+GlobalShortcuts::GlobalShortcuts(HotKeyService& service, std::function<void(const Uuid&)> onActivate)
+    : service(service), onActivate(std::move(onActivate))
 {
-    HotKeyReference reference = 0;
-    handlerStatus = service.installHandler([this](const auto& key) { return keyPressed(key); }, reference);
-    if (handlerStatus == 0)
-        handler = reference;
-    service.setStatusObserver([this](std::uint32_t id, const std::string& text) { statusArrived(id, text); });
+    service.start({
+        .pressed = [this](std::uint32_t id) { pressed(id); },
+        .changed = [this](std::uint32_t id, const std::string& message) { changed(id, message); },
+    });
 }
 
 GlobalShortcuts::~GlobalShortcuts() { stop(); }
 
 std::map<Uuid, std::string> GlobalShortcuts::registerAll(const std::vector<BrightnessPreset>& presets)
 {
-    unregisterAll();
     std::map<Uuid, std::string> errors;
-    if (handlerStatus == 0 && !handler)
-        return errors; // stopped
+    if (isStopped)
+        return errors;
+    unregisterAll();
     for (const BrightnessPreset& each : presets) {
         if (!each.shortcut || !keyCode(*each.shortcut))
             continue;
-        if (auto error = registerShortcut(each))
-            errors.insert_or_assign(each.id, std::move(*error));
+        const std::uint32_t id = nextID++;
+        if (const auto registered = service.registerHotKey(id, *each.shortcut, displayName(each)))
+            identifiers.insert_or_assign(id, each.id);
+        else
+            errors.insert_or_assign(each.id, registered.error());
     }
     return errors;
 }
 
-std::optional<std::string> GlobalShortcuts::registerShortcut(const BrightnessPreset& preset)
-{
-    if (handlerStatus != 0)
-        return "Keyboard shortcut handler could not start (" + std::to_string(handlerStatus) + ").";
-    const PresetShortcut& shortcut = *preset.shortcut;
-    const HotKeyID id{hotKeySignature, nextID++};
-    HotKeyReference reference = 0;
-    const std::int32_t status =
-        service.registerHotKey(*keyCode(shortcut), carbonModifiers(shortcut), id, displayName(preset), reference);
-    if (status != 0 || reference == 0)
-        return displayLabel(shortcut) + " could not be registered (" + std::to_string(status) +
-               "). It may be used by macOS or another app.";
-    registrations.push_back(reference);
-    identifiers.insert_or_assign(id.id, preset.id);
-    return std::nullopt;
-}
-
 void GlobalShortcuts::stop()
 {
+    if (std::exchange(isStopped, true))
+        return;
     unregisterAll();
-    service.setStatusObserver(nullptr);
-    if (const auto installed = std::exchange(handler, std::nullopt))
-        service.removeHandler(*installed);
+    service.stop();
 }
 
 void GlobalShortcuts::unregisterAll()
 {
-    for (const HotKeyReference each : registrations)
-        service.unregisterHotKey(each);
-    registrations.clear();
+    for (const auto& [id, preset] : identifiers)
+        service.unregisterHotKey(id);
     identifiers.clear();
 }
 
-std::int32_t GlobalShortcuts::keyPressed(const std::optional<HotKeyID>& key) const
+void GlobalShortcuts::pressed(std::uint32_t id) const
 {
-    if (!key || key->signature != hotKeySignature)
-        return eventNotHandledStatus;
-    const auto found = identifiers.find(key->id);
-    if (found != identifiers.end()) {
-        const Uuid preset = found->second; // applying it may register anew
-        onActivate(preset);
-    }
-    return 0;
+    const auto found = identifiers.find(id);
+    if (found == identifiers.end())
+        return;
+    const Uuid preset = found->second; // applying it may register anew
+    onActivate(preset);
 }
 
-void GlobalShortcuts::statusArrived(std::uint32_t id, const std::string& message) const
+void GlobalShortcuts::changed(std::uint32_t id, const std::string& message) const
 {
     const auto found = identifiers.find(id);
     if (found == identifiers.end() || !statusChanged)

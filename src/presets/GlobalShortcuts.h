@@ -10,19 +10,15 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace lumenvale {
 
-/// The four characters "LMVK".
-constexpr std::uint32_t hotKeySignature = 0x4C4D564B;
-
 class GlobalShortcuts {
 public:
-    /// Installs the handler of presses; a failure shows in what `registerAll` returns. `onActivate` receives the
-    /// preset whose key was pressed. `service` must outlive the object.
+    /// Starts the service; a failure shows in what `registerAll` returns. `onActivate` receives the preset whose
+    /// key was pressed. `service` must outlive the object.
     GlobalShortcuts(HotKeyService& service, std::function<void(const Uuid&)> onActivate);
     GlobalShortcuts(const GlobalShortcuts&) = delete;
     GlobalShortcuts& operator=(const GlobalShortcuts&) = delete;
@@ -36,22 +32,19 @@ public:
     /// preset whose shortcut does not work. Does nothing once stopped.
     std::map<Uuid, std::string> registerAll(const std::vector<BrightnessPreset>& presets);
 
-    /// Unregisters everything for good and removes the handler.
+    /// Unregisters everything for good and stops the service.
     void stop();
 
 private:
-    std::optional<std::string> registerShortcut(const BrightnessPreset& preset);
     void unregisterAll();
-    std::int32_t keyPressed(const std::optional<HotKeyID>& key) const;
-    void statusArrived(std::uint32_t id, const std::string& message) const;
+    void pressed(std::uint32_t id) const;
+    void changed(std::uint32_t id, const std::string& message) const;
 
     HotKeyService& service;
     std::function<void(const Uuid&)> onActivate;
-    std::optional<HotKeyReference> handler; ///< none when it could not be installed, or after `stop`
-    std::int32_t handlerStatus = 0;         ///< of its installation; 0 is success
-    std::vector<HotKeyReference> registrations;
-    std::map<std::uint32_t, Uuid> identifiers; ///< the presets by the ids of their keys
+    std::map<std::uint32_t, Uuid> identifiers; ///< the presets by the ids of their registered keys
     std::uint32_t nextID = 1;                  ///< never reset, so that a late press cannot mean another preset
+    bool isStopped = false;
 };
 
 } // namespace lumenvale

@@ -184,12 +184,12 @@ TEST_F(AppDelegateTest, ShortcutsApplyPresetsFromTheStartUntilTheEnd)
     savePreset("Day", {{"A", 1.0}});
     start();
     ASSERT_EQ(hotKeys.live.size(), 1u);
-    EXPECT_EQ(hotKeys.handler(hotKeys.live.begin()->second.id), 0); // before the displays are known
+    hotKeys.events.pressed(hotKeys.live.begin()->first); // before the displays are known
     settle();
     EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
     delegate->showSettings(); // on the active preset
     settle();
-    hotKeys.statusObserver(hotKeys.usedIDs.back(), "The desktop refused the shortcut.");
+    hotKeys.events.changed(hotKeys.usedIDs.back(), "The desktop refused the shortcut.");
     turnLoop();
     EXPECT_TRUE(shows<TextLabel>(*settings(), "The desktop refused the shortcut."));
     click(*settings(), "Record keyboard shortcut");

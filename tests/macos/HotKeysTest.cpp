@@ -7,117 +7,59 @@
 namespace lumenvale {
 namespace {
 
-constexpr std::uint32_t ours = 0x4C4D564B;
-constexpr std::uint32_t f1 = 122;
+const std::vector<BrightnessPreset> presets = {
+    {Uuid::random(), "Day", PresetShortcut{.functionKey = 1, .command = true, .option = true}, {}, {}},
+    {Uuid::random(), "Night", PresetShortcut{.functionKey = 1, .command = true, .option = true}, {}, {}}};
+using Errors = std::map<Uuid, std::string>;
 
 struct MacHotKeysTest : MacTest {
-    std::int32_t add(std::uint32_t keyCode, std::uint32_t id)
+    MacHotKeyService service;
+    std::vector<Uuid> activated;
+    std::optional<GlobalShortcuts> shortcuts;
+
+    void start()
     {
-        return keys.registerHotKey(keyCode, HotKeyModifier::command, {ours, id}, "a preset", reference);
+        shortcuts.emplace(service, [this](const Uuid& id) {
+            activated.push_back(id);
+            shortcuts->registerAll({}); // as applying a preset may
+        });
     }
-
-    MacHotKeyService keys;
-    HotKeyReference handler = 0;
-    HotKeyReference reference = 0;
-
     void TearDown() override
     {
-        if (handler != 0)
-            keys.removeHandler(handler);
+        shortcuts.reset();
         MacTest::TearDown();
     }
 };
 
-TEST_F(MacHotKeysTest, APressReachesTheHandlerWhoseAnswerCounts)
+TEST_F(MacHotKeysTest, PressesOfOurKeysActivateTheirPresetsAndThoseOfOthersAreLeftToThem)
 {
-    std::vector<std::uint32_t> pressed;
-    ASSERT_EQ(keys.installHandler(
-                  [&](const std::optional<HotKeyID>& key) {
-                      if (!key || key->signature != ours)
-                          return eventNotHandledStatus;
-                      pressed.push_back(key->id);
-                      return std::int32_t{0};
-                  },
-                  handler),
-              0);
-    ASSERT_EQ(add(f1, 7), 0);
+    start();
+    EXPECT_EQ(shortcuts->registerAll(presets),
+              (Errors{{presets[1].id,
+                       "⌥⌘F1 could not be registered (-9878). It may be used by macOS or another app."}}));
     ASSERT_EQ(standin::hotKeys().size(), 1U);
-    EXPECT_EQ(standin::hotKeys()[0].keyCode, f1);
-    EXPECT_EQ(standin::hotKeys()[0].modifiers, 0x100U);
-    EXPECT_EQ(standin::hotKeys()[0].signature, ours);
-    EXPECT_EQ(standin::press(ours, 7), 0);
-    EXPECT_EQ(pressed, std::vector<std::uint32_t>{7});
-    EXPECT_EQ(standin::press(0x6F746872, 7), eventNotHandledStatus); // somebody else's
-    machine.failures["GetEventParameter"] = {};
-    EXPECT_EQ(standin::press(ours, 7), eventNotHandledStatus);
-    EXPECT_EQ(standin::press(ours, 0), eventNotHandledStatus);
-    EXPECT_EQ(pressed.size(), 1U);
-    keys.unregisterHotKey(reference);
-    keys.unregisterHotKey(reference); // the second time is ignored
+    const standin::HotKey key = standin::hotKeys()[0];
+    EXPECT_EQ(key.keyCode, 122U);
+    EXPECT_EQ(key.modifiers, 0x900U);
+    EXPECT_EQ(key.signature, 0x4C4D564BU);
+    EXPECT_EQ(standin::press(0x6F746872, key.id), eventNotHandledErr); // another program's signature
+    EXPECT_EQ(standin::press(key.signature, 0), eventNotHandledErr);   // no event
+    machine.failures["GetEventParameter"] = {-50};
+    EXPECT_EQ(standin::press(key.signature, key.id), eventNotHandledErr);
+    EXPECT_TRUE(activated.empty());
+    machine.failures.clear();
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(standin::press(key.signature, key.id), noErr); // the second time it is ours and means nothing
+    EXPECT_EQ(activated, std::vector{presets[0].id});
     EXPECT_TRUE(standin::hotKeys().empty());
 }
 
-TEST_F(MacHotKeysTest, RefusalsGiveTheSystemsCode)
+TEST_F(MacHotKeysTest, WithoutItsHandlerEveryPresetWithAKeySaysSo)
 {
-    ASSERT_EQ(add(f1, 1), 0);
-    const HotKeyReference first = reference;
-    EXPECT_EQ(add(f1, 2), eventHotKeyExistsErr);
-    EXPECT_EQ(reference, first);
-    keys.unregisterHotKey(first);
     machine.failures["InstallEventHandler"] = {-50};
-    EXPECT_EQ(keys.installHandler([](const std::optional<HotKeyID>&) { return 0; }, handler), -50);
-    EXPECT_EQ(handler, 0U);
-}
-
-TEST_F(MacHotKeysTest, AHandlerMayTakeBackItsKeyAndItselfWhileItRuns)
-{
-    auto witness = std::make_shared<int>(0);
-    ASSERT_EQ(keys.installHandler(
-                  [this, witness](const std::optional<HotKeyID>&) {
-                      keys.unregisterHotKey(reference);
-                      keys.removeHandler(handler);
-                      handler = 0;
-                      ++*witness; // still there
-                      return std::int32_t{0};
-                  },
-                  handler),
-              0);
-    ASSERT_EQ(add(f1, 1), 0);
-    EXPECT_EQ(standin::press(ours, 1), 0);
-    EXPECT_EQ(*witness, 1);
-    EXPECT_EQ(witness.use_count(), 1);
-    EXPECT_EQ(standin::press(ours, 1), eventNotHandledStatus);
-}
-
-TEST_F(MacHotKeysTest, TheEndGivesBackWhatIsStillRegistered)
-{
-    MacHotKeyService service;
-    HotKeyReference unused = 0;
-    service.installHandler([](const std::optional<HotKeyID>&) { return 0; }, unused);
-    service.registerHotKey(f1, 0, {ours, 1}, "", unused);
-    EXPECT_EQ(standin::leaks().size(), 2U);
-}
-
-TEST_F(MacHotKeysTest, ShortcutsActivatePresetsAndTellWhichKeysAreTaken)
-{
-    const auto preset = [](const char* name, std::int64_t functionKey) {
-        BrightnessPreset made;
-        made.id = Uuid::random();
-        made.name = name;
-        made.shortcut = PresetShortcut{.functionKey = functionKey};
-        return made;
-    };
-    const std::vector<BrightnessPreset> presets = {preset("Day", 1), preset("Night", 1)};
-    std::vector<Uuid> activated;
-    GlobalShortcuts shortcuts(keys, [&](Uuid id) { activated.push_back(id); });
-    const auto errors = shortcuts.registerAll(presets);
-    ASSERT_EQ(errors.size(), 1U);
-    EXPECT_EQ(errors.begin()->first, presets[1].id);
-    EXPECT_EQ(errors.begin()->second,
-              "F1 could not be registered (-9878). It may be used by macOS or another app.");
-    EXPECT_EQ(standin::press(ours, standin::hotKeys().at(0).id), 0);
-    EXPECT_EQ(activated, std::vector<Uuid>{presets[0].id});
-    shortcuts.registerAll({});
+    start();
+    const std::string message = "Keyboard shortcut handler could not start (-50).";
+    EXPECT_EQ(shortcuts->registerAll(presets), (Errors{{presets[0].id, message}, {presets[1].id, message}}));
     EXPECT_TRUE(standin::hotKeys().empty());
 }
 

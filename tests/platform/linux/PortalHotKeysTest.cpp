@@ -2,8 +2,6 @@
 #include "platform/linux/portal/PortalHotKeys.h"
 
 #include "platform/linux/portal/PortalTrigger.h"
-#include "platform/linux/x11/X11HotKeys.h"
-#include "presets/PresetShortcut.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusArgument>
@@ -147,27 +145,23 @@ private:
 struct PortalHotKeysTest : testing::Test {
     PortalHotKeysTest()
     {
-        keys->installHandler(
-            [this](const std::optional<HotKeyID>& key) {
-                pressed.push_back(key->id);
-                return 0;
-            },
-            handler);
-        keys->setStatusObserver(
-            [this](std::uint32_t id, const std::string& message) { messages.insert_or_assign(id, message); });
+        keys->start({
+            .pressed = [this](std::uint32_t id) { pressed.push_back(id); },
+            .changed = [this](std::uint32_t id,
+                              const std::string& message) { messages.insert_or_assign(id, message); },
+        });
     }
 
-    std::int32_t add(std::uint32_t keyCode, std::uint32_t id)
+    std::string add(std::uint32_t keyCode, std::uint32_t id)
     {
-        return keys->registerHotKey(keyCode, HotKeyModifier::control, {0, id}, "Evening", references[id]);
+        const auto added = keys->registerHotKey(id, {.control = true, .recordedKeyCode = keyCode}, "Evening");
+        return added ? "" : added.error();
     }
 
     PrivateBus bus;
     QDBusConnection desktopBus = bus.connect();
     QDBusConnection programBus = bus.connect();
     std::unique_ptr<HotKeyService> keys = makePortalHotKeys(programBus);
-    HotKeyReference handler = 0;
-    std::map<std::uint32_t, HotKeyReference> references;
     std::vector<std::uint32_t> pressed;
     std::map<std::uint32_t, std::string> messages;
 };
@@ -175,8 +169,8 @@ struct PortalHotKeysTest : testing::Test {
 TEST_F(PortalHotKeysTest, BindsEachSetOfKeysOnceDeliversPressesAndReportsTheUsersChanges)
 {
     FakePortal portal(desktopBus, programBus);
-    EXPECT_EQ(add(keyF5, 1), 0);
-    EXPECT_EQ(add(keyK, 2), 0);
+    EXPECT_EQ(add(keyF5, 1), "");
+    EXPECT_EQ(add(keyK, 2), "");
     ASSERT_TRUE(turnLoopUntil([&] { return messages.size() == 2; }));
     EXPECT_EQ(messages, (std::map<std::uint32_t, std::string>{{1, ""}, {2, ""}}));
     EXPECT_EQ(portal.count("BindShortcuts"), 1u);
@@ -191,7 +185,7 @@ TEST_F(PortalHotKeysTest, BindsEachSetOfKeysOnceDeliversPressesAndReportsTheUser
     EXPECT_EQ(messages.at(2), "");
 
     messages.clear();
-    keys->unregisterHotKey(references[1]);
+    keys->unregisterHotKey(1);
     ASSERT_TRUE(turnLoopUntil([&] { return messages.contains(2); }));
     EXPECT_EQ(portal.count("Close"), 1u) << "the old session";
     EXPECT_EQ(portal.triggers.size(), 1u);
@@ -225,17 +219,17 @@ TEST_F(PortalHotKeysTest, APortalThatRestartsIsGivenTheKeysAgain)
 
 TEST_F(PortalHotKeysTest, RefusesAtOnceWhatItCannotAskFor)
 {
-    EXPECT_EQ(add(keyF5, 1), 0);
-    EXPECT_EQ(add(keyF5, 2), hotKeyExistsStatus);
-    EXPECT_EQ(add(0x7F, 3), hotKeyInvalidStatus);
+    EXPECT_EQ(add(keyF5, 1), "");
+    EXPECT_EQ(add(keyF5, 2), "⌃Key 96 is already used by another preset.");
+    EXPECT_EQ(add(0x7F, 3), "⌃Key 127 uses a key that this desktop does not know. Record another one.");
 }
 
 TEST(PortalTrigger, NamesModifiersAndKey)
 {
-    EXPECT_EQ(portalTrigger(keyF5, HotKeyModifier::command | HotKeyModifier::shift), "SHIFT+LOGO+F5");
-    EXPECT_EQ(portalTrigger(keyK, HotKeyModifier::control | HotKeyModifier::option), "CTRL+ALT+k");
-    EXPECT_EQ(portalTrigger(0x31, 0), "space");
-    EXPECT_EQ(portalTrigger(0x3F, 0), "");
+    EXPECT_EQ(portalTrigger({.functionKey = 5, .command = true, .shift = true}), "SHIFT+LOGO+F5");
+    EXPECT_EQ(portalTrigger({.option = true, .control = true, .recordedKeyCode = keyK}), "CTRL+ALT+k");
+    EXPECT_EQ(portalTrigger({.recordedKeyCode = 0x31}), "space");
+    EXPECT_EQ(portalTrigger({.recordedKeyCode = 0x3F}), "");
 }
 
 } // namespace

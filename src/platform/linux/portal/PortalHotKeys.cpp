@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/portal/PortalHotKeys.h"
 
-#include "base/Identity.h"
+#include "platform/linux/keyboard/ShortcutMessages.h"
 #include "platform/linux/portal/PortalRequest.h"
 #include "platform/linux/portal/PortalSession.h"
 #include "platform/linux/portal/PortalTrigger.h"
-#include "platform/linux/x11/X11HotKeys.h"
 
 #include <QDBusServiceWatcher>
 #include <QTimer>
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -22,8 +22,8 @@ constexpr char noPortalMessage[] =
 
 class PortalHotKeys final : public HotKeyService {
 public:
-    explicit PortalHotKeys(const QDBusConnection& connection)
-        : bus(connection), watcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange)
+    explicit PortalHotKeys(const QDBusConnection& bus)
+        : bus(bus), watcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange)
     {
         bindLater.setSingleShot(true);
         QObject::connect(&bindLater, &QTimer::timeout, &bindLater, [this] { bind(); });
@@ -35,55 +35,47 @@ public:
                          });
     }
 
-    std::int32_t installHandler(Handler next, HotKeyReference& reference) override
+    void start(Events toCall) override { events = std::move(toCall); }
+
+    void stop() override
+    {
+        keys.clear();
+        bindLater.stop();
+        session.reset();
+        events = {};
+    }
+
+    tl::expected<void, std::string> registerHotKey(std::uint32_t id, const PresetShortcut& shortcut,
+                                                   const std::string& description) override
     {
         if (!bus.isConnected())
-            return hotKeyServiceAbsentStatus;
-        handler = std::move(next);
-        reference = ++lastReference;
-        return 0;
-    }
-    void removeHandler(HotKeyReference) override { handler = nullptr; }
-
-    std::int32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID id,
-                                const std::string& description, HotKeyReference& reference) override
-    {
-        const std::string trigger = portalTrigger(keyCode, modifiers);
+            return tl::unexpected(couldNotStartMessage("there is no session bus"));
+        const std::string trigger = portalTrigger(shortcut);
         if (trigger.empty())
-            return hotKeyInvalidStatus;
-        for (const auto& [other, key] : keys) {
-            if (key.shortcut.trigger == trigger)
-                return hotKeyExistsStatus;
-        }
-        reference = ++lastReference;
+            return tl::unexpected(unknownKeyMessage(shortcut));
+        if (std::ranges::any_of(keys, [&](const auto& each) { return each.second.trigger == trigger; }))
+            return tl::unexpected(usedTwiceMessage(shortcut));
         // The desktop remembers what the user chose under this name, so it must be the same in every run.
-        keys.emplace(reference, Key{{"shortcut-" + trigger, description, trigger}, id});
+        keys.emplace(id, PortalShortcut{"shortcut-" + trigger, description, trigger});
         bindLater.start(0);
-        return 0;
+        return {};
     }
 
-    void unregisterHotKey(HotKeyReference reference) override
+    void unregisterHotKey(std::uint32_t id) override
     {
-        if (keys.erase(reference) > 0)
+        if (keys.erase(id) > 0)
             bindLater.start(0);
     }
 
-    void setStatusObserver(StatusObserver next) override { observer = std::move(next); }
-
 private:
-    struct Key {
-        PortalShortcut shortcut;
-        HotKeyID id;
-    };
-
     void bind()
     {
         session.reset();
         if (keys.empty())
             return;
         std::vector<PortalShortcut> shortcuts;
-        for (const auto& [reference, key] : keys)
-            shortcuts.push_back(key.shortcut);
+        for (const auto& [id, key] : keys)
+            shortcuts.push_back(key);
         session = std::make_unique<PortalSession>(
             bus, std::move(shortcuts),
             PortalSession::Events{
@@ -95,49 +87,47 @@ private:
 
     void activate(const std::string& name)
     {
-        for (const auto& [reference, key] : keys) {
-            if (key.shortcut.name != name || !handler)
-                continue;
-            const Handler call = handler; // it may remove itself, and any key
-            call(HotKeyID(key.id));
+        const auto key = std::ranges::find_if(keys, [&](const auto& each) { return each.second.name == name; });
+        if (key == keys.end())
             return;
-        }
+        if (const auto call = events.pressed) // it may stop the service
+            call(key->first);
     }
 
     void reportBound(const std::map<std::string, std::string>& triggers)
     {
-        for (const auto& [reference, key] : keys) {
-            const auto bound = triggers.find(key.shortcut.name);
-            report(key, bound == triggers.end()
-                            ? "The desktop did not accept this shortcut. Choose a key for it in the desktop's own "
-                              "keyboard settings."
-                            : "");
-        }
+        report([&](const PortalShortcut& key) {
+            return triggers.contains(key.name)
+                       ? ""
+                       : "The desktop did not accept this shortcut. Choose a key for it in the desktop's own "
+                         "keyboard settings.";
+        });
     }
 
     void reportFailure(PortalFailure failure)
     {
-        for (const auto& [reference, key] : keys) {
-            report(key,
-                   failure == PortalFailure::refused
+        report([failure](const PortalShortcut&) {
+            return failure == PortalFailure::refused
                        ? "The desktop did not allow system-wide shortcuts. Allow them in its settings for apps."
-                       : noPortalMessage);
-        }
+                       : noPortalMessage;
+        });
     }
 
-    void report(const Key& key, const std::string& message) const
+    template <typename Message>
+    void report(Message message) const
     {
-        if (observer)
-            observer(key.id.id, message);
+        const auto reported = keys; // whoever is told may register anew
+        for (const auto& [id, key] : reported) {
+            if (const auto call = events.changed)
+                call(id, message(key));
+        }
     }
 
     QDBusConnection bus;
     QDBusServiceWatcher watcher;
     QTimer bindLater;
-    Handler handler;
-    StatusObserver observer;
-    HotKeyReference lastReference = 0;
-    std::map<HotKeyReference, Key> keys;
+    Events events;
+    std::map<std::uint32_t, PortalShortcut> keys;
     std::unique_ptr<PortalSession> session;
 };
 

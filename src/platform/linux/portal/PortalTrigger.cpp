@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/portal/PortalTrigger.h"
 
-#include "presets/PresetShortcut.h"
-
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -35,33 +33,26 @@ constexpr auto namedKeys = std::to_array<NamedKey>({
     // clang-format on
 });
 
-std::string keyName(std::uint32_t keyCode)
+std::string keyName(const PresetShortcut& shortcut)
 {
+    const std::optional<std::uint32_t> code = keyCode(shortcut);
     for (int number = 1; number <= 20; ++number) {
-        if (functionKeyCode(number) == keyCode)
+        if (functionKeyCode(number) == code)
             return "F" + std::to_string(number);
     }
-    const auto key = std::ranges::find(namedKeys, keyCode, &NamedKey::keyCode);
+    const auto key = std::ranges::find(namedKeys, code, &NamedKey::keyCode);
     return key == namedKeys.end() ? std::string() : std::string(key->name);
 }
 
 } // namespace
 
-std::string portalTrigger(std::uint32_t keyCode, std::uint32_t modifiers)
+std::string portalTrigger(const PresetShortcut& shortcut)
 {
-    const std::string key = keyName(keyCode);
+    const std::string key = keyName(shortcut);
     if (key.empty())
         return {};
-    std::string trigger;
-    if (modifiers & HotKeyModifier::control)
-        trigger += "CTRL+";
-    if (modifiers & HotKeyModifier::option)
-        trigger += "ALT+";
-    if (modifiers & HotKeyModifier::shift)
-        trigger += "SHIFT+";
-    if (modifiers & HotKeyModifier::command)
-        trigger += "LOGO+";
-    return trigger + key;
+    return std::string(shortcut.control ? "CTRL+" : "") + (shortcut.option ? "ALT+" : "") +
+           (shortcut.shift ? "SHIFT+" : "") + (shortcut.command ? "LOGO+" : "") + key;
 }
 
 } // namespace lumenvale

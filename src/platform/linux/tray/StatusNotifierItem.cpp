@@ -2,7 +2,7 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
 #include "platform/linux/tray/DBusMenu.h"
-#include "platform/linux/x11/NativeCoordinates.h"
+#include "platform/linux/x11/X11.h"
 
 #include <QDBusMessage>
 #include <QIcon>
@@ -95,7 +95,7 @@ QList<DBusImage> StatusNotifierItem::images() const
 
 void StatusNotifierItem::activate(int x, int y)
 {
-    lastPoint = logicalPoint(x, y);
+    lastPoint = x11::logicalPoint(x, y);
     content.activated();
 }
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11.h"
 
+#include "platform/linux/x11/Xcb.h"
+
 #include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
-#include <xcb/xcb.h>
 
 namespace lumenvale::x11 {
 
@@ -21,19 +22,15 @@ xcb_connection_t* connection()
 xcb_atom_t atom(xcb_connection_t* server, const char* name)
 {
     const auto cookie = xcb_intern_atom(server, false, std::uint16_t(std::strlen(name)), name);
-    xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(server, cookie, nullptr);
-    const xcb_atom_t found = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
-    std::free(reply);
-    return found;
+    const auto reply = owned(xcb_intern_atom_reply(server, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 /// The root of the screen that the window is on.
 xcb_window_t rootOf(xcb_connection_t* server, xcb_window_t window)
 {
-    xcb_query_tree_reply_t* reply = xcb_query_tree_reply(server, xcb_query_tree(server, window), nullptr);
-    const xcb_window_t root = reply ? reply->root : xcb_window_t(XCB_WINDOW_NONE);
-    std::free(reply);
-    return root;
+    const auto reply = owned(xcb_query_tree_reply(server, xcb_query_tree(server, window), nullptr));
+    return reply ? reply->root : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 } // namespace
@@ -45,10 +42,8 @@ bool hasCompositor()
         return false;
     // Extended Window Manager Hints, "_NET_WM_CM_Sn": the manager of screen n owns this selection.
     const auto cookie = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
-    xcb_get_selection_owner_reply_t* reply = xcb_get_selection_owner_reply(server, cookie, nullptr);
-    const bool isOwned = reply && reply->owner != XCB_WINDOW_NONE;
-    std::free(reply);
-    return isOwned;
+    const auto reply = owned(xcb_get_selection_owner_reply(server, cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 void skipTaskbar(WindowHandle window)
@@ -58,7 +53,7 @@ void skipTaskbar(WindowHandle window)
         return;
     const xcb_atom_t states[] = {atom(server, "_NET_WM_STATE_SKIP_TASKBAR"),
                                  atom(server, "_NET_WM_STATE_SKIP_PAGER")};
-    // The toolkit keeps states that it does not know when it adds its own.
+    // Qt keeps states that it does not know when it adds its own.
     xcb_change_property(server, XCB_PROP_MODE_APPEND, xcb_window_t(window), atom(server, "_NET_WM_STATE"),
                         XCB_ATOM_ATOM, 32, 2, states);
 }
@@ -112,6 +107,17 @@ void blurBehind(WindowHandle window, const std::vector<std::uint32_t>& region)
                         atom(server, "_KDE_NET_WM_BLUR_BEHIND_REGION"), XCB_ATOM_CARDINAL, 32,
                         std::uint32_t(region.size()), region.data());
     xcb_flush(server);
+}
+
+Point logicalPoint(int x, int y)
+{
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const double ratio = screen->devicePixelRatio();
+        const QRectF native(screen->geometry().topLeft(), QSizeF(screen->size()) * ratio);
+        if (native.contains(x, y))
+            return {native.x() + (x - native.x()) / ratio, native.y() + (y - native.y()) / ratio};
+    }
+    return {double(x), double(y)};
 }
 
 } // namespace lumenvale::x11

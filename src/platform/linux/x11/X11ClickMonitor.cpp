@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11ClickMonitor.h"
 
-#include <cstdlib>
 #include <utility>
-#include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
 namespace lumenvale {
@@ -27,10 +25,8 @@ bool isClick(const xcb_generic_event_t& event, std::uint8_t extension)
 
 } // namespace
 
-void X11ClickMonitor::Disconnect::operator()(xcb_connection_t* server) const { xcb_disconnect(server); }
-
-X11ClickMonitor::X11ClickMonitor(std::function<void()> called)
-    : pressed(std::move(called)), server(xcb_connect(nullptr, nullptr))
+X11ClickMonitor::X11ClickMonitor(std::function<void()> pressed)
+    : pressed(std::move(pressed)), server(xcb_connect(nullptr, nullptr))
 {
     if (xcb_connection_has_error(server.get()) || !select())
         return;
@@ -44,10 +40,8 @@ bool X11ClickMonitor::select()
     if (!extension || !extension->present)
         return false;
     const auto asked = xcb_input_xi_query_version(server.get(), 2, 2); // 2.1 reports presses during grabs too
-    auto* version = xcb_input_xi_query_version_reply(server.get(), asked, nullptr);
-    const bool isUsable = version && version->major_version >= 2;
-    std::free(version);
-    if (!isUsable)
+    const auto version = owned(xcb_input_xi_query_version_reply(server.get(), asked, nullptr));
+    if (!version || version->major_version < 2)
         return false;
     const struct {
         xcb_input_event_mask_t header;
@@ -63,10 +57,8 @@ void X11ClickMonitor::readEvents()
 {
     const std::uint8_t extension = xcb_get_extension_data(server.get(), &xcb_input_id)->major_opcode;
     bool wasClicked = false;
-    while (xcb_generic_event_t* event = xcb_poll_for_event(server.get())) {
+    while (const auto event = owned(xcb_poll_for_event(server.get())))
         wasClicked = wasClicked || isClick(*event, extension);
-        std::free(event);
-    }
     if (xcb_connection_has_error(server.get()))
         notifier->setEnabled(false);
     if (!wasClicked)

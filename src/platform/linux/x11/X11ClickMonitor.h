@@ -3,11 +3,11 @@
 // from the program it is meant for (raw events of the X Input extension 2.1). Main thread only.
 #pragma once
 
+#include "platform/linux/x11/Xcb.h"
+
 #include <QSocketNotifier>
 #include <functional>
 #include <memory>
-
-struct xcb_connection_t;
 
 namespace lumenvale {
 
@@ -18,15 +18,11 @@ public:
     explicit X11ClickMonitor(std::function<void()> pressed);
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t* server) const;
-    };
-
     bool select();
     void readEvents();
 
     std::function<void()> pressed;
-    std::unique_ptr<xcb_connection_t, Disconnect> server;
+    XcbConnection server;
     std::unique_ptr<QSocketNotifier> notifier;
 };
 

@@ -12,13 +12,6 @@
 
 namespace lumenvale {
 
-/// Another program has the key combination; the value is that of the system in whose form shortcuts are stored.
-constexpr std::int32_t hotKeyExistsStatus = -9878;
-/// The key does not exist on this system's keyboards.
-constexpr std::int32_t hotKeyInvalidStatus = -9879;
-/// There is no connection to the window system.
-constexpr std::int32_t hotKeyServiceAbsentStatus = -9880;
-
 /// Connects to the X server named by `displayName`, or by the environment when it is null.
 std::unique_ptr<HotKeyService> makeX11HotKeys(const char* displayName = nullptr);
 

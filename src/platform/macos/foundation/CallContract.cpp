@@ -4,7 +4,6 @@
 // stand-ins.
 #include "platform/macos/displays/PrivateInterfaces.h"
 #include "platform/macos/foundation/MacReferences.h"
-#include "presets/HotKeyService.h"
 #include "presets/PresetShortcut.h"
 
 #include <Carbon/Carbon.h>
@@ -115,7 +114,7 @@ static_assert(std::is_same_v<EventHandlerUPP, OSStatus (*)(EventHandlerCallRef, 
 static_assert(sizeof(EventHotKeyID) == 8 && sizeof(OSStatus) == sizeof(std::int32_t));
 static_assert(kEventClassKeyboard == 0x6B657962 && kEventHotKeyPressed == 5 && kEventHotKeyNoOptions == 0);
 static_assert(kEventParamDirectObject == 0x2D2D2D2D && typeEventHotKeyID == 0x686B6964 && noErr == 0);
-static_assert(eventHotKeyInvalidErr == -9879 && eventNotHandledErr == eventNotHandledStatus);
+static_assert(eventNotHandledErr == -9874);
 static_assert(cmdKey == HotKeyModifier::command && shiftKey == HotKeyModifier::shift);
 static_assert(optionKey == HotKeyModifier::option && controlKey == HotKeyModifier::control);
 

@@ -5,80 +5,65 @@
 
 namespace lumenvale {
 
-namespace {
+MacHotKeyService::~MacHotKeyService() { stop(); }
 
-std::optional<HotKeyID> pressedKey(EventRef event)
+void MacHotKeyService::start(Events toCall)
 {
-    EventHotKeyID key = {};
-    if (GetEventParameter(event, kEventParamDirectObject, typeEventHotKeyID, nullptr, sizeof key, nullptr, &key) !=
-        noErr)
-        return std::nullopt;
-    return HotKeyID{key.signature, key.id};
-}
-
-} // namespace
-
-MacHotKeyService::~MacHotKeyService()
-{
-    for (const auto& [reference, key] : keys)
-        UnregisterEventHotKey(key);
-    for (const auto& [reference, installed] : handlers)
-        RemoveEventHandler(installed->reference);
-}
-
-std::int32_t MacHotKeyService::installHandler(Handler handler, HotKeyReference& reference)
-{
+    events = std::move(toCall);
     const EventTypeSpec pressed = {kEventClassKeyboard, kEventHotKeyPressed};
-    auto installed = std::make_unique<Installed>();
-    installed->handler = std::make_shared<const Handler>(std::move(handler));
-    const OSStatus status = InstallEventHandler(GetApplicationEventTarget(), &MacHotKeyService::deliver, 1,
-                                                &pressed, installed.get(), &installed->reference);
-    if (status != noErr)
-        return status;
-    reference = ++last;
-    handlers.emplace(reference, std::move(installed));
-    return noErr;
+    handlerStatus =
+        InstallEventHandler(GetApplicationEventTarget(), &MacHotKeyService::deliver, 1, &pressed, this, &handler);
 }
 
-void MacHotKeyService::removeHandler(HotKeyReference handler)
+void MacHotKeyService::stop()
 {
-    const auto found = handlers.find(handler);
-    if (found == handlers.end())
-        return;
-    RemoveEventHandler(found->second->reference);
-    handlers.erase(found);
+    for (const auto& [id, key] : registrations)
+        UnregisterEventHotKey(key);
+    registrations.clear();
+    if (const EventHandlerRef installed = std::exchange(handler, nullptr))
+        RemoveEventHandler(installed);
+    events = {};
 }
 
-std::int32_t MacHotKeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID id,
-                                              const std::string& /*description*/, HotKeyReference& reference)
+tl::expected<void, std::string> MacHotKeyService::registerHotKey(std::uint32_t id, const PresetShortcut& shortcut,
+                                                                 const std::string& /*description*/)
 {
+    if (handlerStatus != noErr)
+        return tl::unexpected("Keyboard shortcut handler could not start (" + std::to_string(handlerStatus) +
+                              ").");
     EventHotKeyRef key = nullptr;
-    const OSStatus status = RegisterEventHotKey(keyCode, modifiers, EventHotKeyID{id.signature, id.id},
-                                                GetApplicationEventTarget(), kEventHotKeyNoOptions, &key);
-    if (status != noErr)
-        return status;
-    if (!key)
-        return eventHotKeyInvalidErr;
-    reference = ++last;
-    keys.emplace(reference, key);
-    return noErr;
+    const OSStatus status =
+        RegisterEventHotKey(keyCode(shortcut).value_or(0), carbonModifiers(shortcut), {hotKeySignature, id},
+                            GetApplicationEventTarget(), kEventHotKeyNoOptions, &key);
+    if (status != noErr || !key)
+        return tl::unexpected(displayLabel(shortcut) + " could not be registered (" + std::to_string(status) +
+                              "). It may be used by macOS or another app.");
+    registrations.emplace(id, key);
+    return {};
 }
 
-void MacHotKeyService::unregisterHotKey(HotKeyReference key)
+void MacHotKeyService::unregisterHotKey(std::uint32_t id)
 {
-    const auto found = keys.find(key);
-    if (found == keys.end())
+    const auto found = registrations.find(id);
+    if (found == registrations.end())
         return;
     UnregisterEventHotKey(found->second);
-    keys.erase(found);
+    registrations.erase(found);
 }
 
-OSStatus MacHotKeyService::deliver(EventHandlerCallRef, EventRef event, void* installed)
+OSStatus MacHotKeyService::deliver(EventHandlerCallRef, EventRef event, void* service)
 {
-    if (!event || !installed)
+    if (!event || !service)
         return eventNotHandledErr;
-    const auto handler = static_cast<Installed*>(installed)->handler; // the call may remove it
-    return (*handler)(pressedKey(event));
+    EventHotKeyID key = {};
+    if (GetEventParameter(event, kEventParamDirectObject, typeEventHotKeyID, nullptr, sizeof key, nullptr, &key) !=
+            noErr ||
+        key.signature != hotKeySignature)
+        return eventNotHandledErr;
+    if (const auto pressed =
+            static_cast<MacHotKeyService*>(service)->events.pressed) // the call may stop the service
+        pressed(key.id);
+    return noErr;
 }
 
 } // namespace lumenvale

@@ -6,38 +6,33 @@
 
 #include <Carbon/Carbon.h>
 #include <map>
-#include <memory>
 
 namespace lumenvale {
+
+/// The four characters "LMVK": tells our keys from others in the process.
+constexpr UInt32 hotKeySignature = 0x4C4D564B;
 
 class MacHotKeyService final : public HotKeyService {
 public:
     MacHotKeyService() = default;
     MacHotKeyService(const MacHotKeyService&) = delete;
     MacHotKeyService& operator=(const MacHotKeyService&) = delete;
-    /// Gives back what is still registered.
-    ~MacHotKeyService() override;
+    ~MacHotKeyService() override; ///< stops
 
-    std::int32_t installHandler(Handler handler, HotKeyReference& reference) override;
-    void removeHandler(HotKeyReference handler) override;
-    std::int32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID id,
-                                const std::string& description, HotKeyReference& reference) override;
-    void unregisterHotKey(HotKeyReference key) override;
-    /// Carbon decides at once.
-    void setStatusObserver(StatusObserver) override {}
+    void start(Events toCall) override;
+    void stop() override;
+    /// The sentence of an error has the system's status in it.
+    tl::expected<void, std::string> registerHotKey(std::uint32_t id, const PresetShortcut& shortcut,
+                                                   const std::string& description) override;
+    void unregisterHotKey(std::uint32_t id) override;
 
 private:
-    /// The user data of an installed handler: stays where it is until the handler is removed.
-    struct Installed {
-        std::shared_ptr<const Handler> handler;
-        EventHandlerRef reference = nullptr;
-    };
+    static OSStatus deliver(EventHandlerCallRef, EventRef event, void* service);
 
-    static OSStatus deliver(EventHandlerCallRef, EventRef event, void* installed);
-
-    std::map<HotKeyReference, std::unique_ptr<Installed>> handlers;
-    std::map<HotKeyReference, EventHotKeyRef> keys;
-    HotKeyReference last = 0;
+    Events events;
+    EventHandlerRef handler = nullptr; ///< null when it could not be installed, and after `stop`
+    OSStatus handlerStatus = noErr;    ///< of its installation
+    std::map<std::uint32_t, EventHotKeyRef> registrations;
 };
 
 } // namespace lumenvale

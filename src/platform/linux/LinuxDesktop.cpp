@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The parts of the native platform that simulated displays use too.
+// What the desktop gives the program, whether the displays are real or simulated.
 #include "base/Identity.h"
 #include "platform/Platform.h"
+#include "platform/Shell.h"
+#include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/x11/LinuxPanelWindows.h"
 #include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/xdg/LauncherDock.h"
 #include "platform/linux/xdg/XdgAutostart.h"
 #include "platform/qt/ProgramFile.h"
 
@@ -31,6 +36,21 @@ std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& op
     if (QGuiApplication::platformName() == QLatin1String("xcb"))
         return makeX11HotKeys();
     return makePortalHotKeys(QDBusConnection::sessionBus());
+}
+
+bool isTestHost() { return false; } // tests do not run inside other programs here
+
+Shell makeNativeShell(const ProgramIdentity& identity)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const bool isSimulated = identity.identifier == simulatedIdentifier;
+    Shell shell;
+    shell.statusBar = std::make_unique<LinuxStatusBar>(bus, QString::fromStdString(identity.identifier));
+    shell.dock =
+        std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
+    shell.panels = std::make_unique<LinuxPanelWindows>();
+    shell.appearance = makePortalAppearance(bus);
+    return shell;
 }
 
 } // namespace lumenvale
