@@ -2,6 +2,7 @@
 // The values that preferences, registry entries and display dictionaries are made of.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -45,7 +46,11 @@ struct PropertyValue {
 };
 
 /// The value under `key`, or null.
-const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key);
+inline const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key)
+{
+    const auto entry = std::ranges::find(dictionary, key, &PropertyDictionary::value_type::first);
+    return entry == dictionary.end() ? nullptr : &entry->second;
+}
 
 /// The value under `key` when it exists and has exactly type `T`, else null.
 template <typename T>

@@ -48,15 +48,6 @@ public:
         }
     }
 
-    bool hasSubscribers() const
-    {
-        for (const std::weak_ptr<Slot>& each : slots) {
-            if (!each.expired())
-                return true;
-        }
-        return false;
-    }
-
 private:
     std::vector<std::weak_ptr<Slot>> slots;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A lazily started coroutine whose frame is owned by exactly one object.
 //
-// Ownership is cancellation. Whoever holds the Task (a parent coroutine, a TaskScope, a field of the object
-// whose `this` the coroutine uses) destroys the frame when it goes away, and every awaiter withdraws its
+// Ownership is cancellation. Whoever holds the Task (a parent coroutine, or a TaskHandle in the object whose
+// `this` the coroutine uses) destroys the frame when it goes away, and every awaiter withdraws its
 // pending callback in its destructor. Code after a `co_await` therefore runs only while its owner lives.
 // A task may drop its own handle while it runs: it then goes no further than its next `co_await`. It must
 // not destroy the object that it works on.
@@ -193,5 +193,23 @@ inline Task<void> detail::Promise<void>::get_return_object() noexcept
 {
     return Task<void>(std::coroutine_handle<Promise>::from_promise(*this));
 }
+
+/// Owns a root task that is running, done or not there. Make it the LAST field of the object whose `this` the task
+/// uses: fields are destroyed in reverse, so the task goes first.
+class TaskHandle {
+public:
+    /// Cancels what was running and starts `next`.
+    void run(Task<> next)
+    {
+        task.reset();
+        task.emplace(std::move(next));
+        task->start();
+    }
+    void cancel() { task.reset(); }
+    bool isRunning() const { return task && !task->done(); }
+
+private:
+    std::optional<Task<>> task;
+};
 
 } // namespace lumenvale

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "base/Task.h"
-#include "displays/BrightnessError.h"
 #include "displays/DisplayInfo.h"
 
 #include <map>

@@ -40,6 +40,55 @@ int percentageDigits(const DisplayInfo& display)
 
 } // namespace
 
+std::string_view rawValue(ControlMethod method)
+{
+    switch (method) {
+    case ControlMethod::apple:
+        return "Apple native brightness";
+    case ControlMethod::ddc:
+        return "DDC/CI hardware backlight";
+    case ControlMethod::unavailable:
+        break;
+    }
+    return "Hardware control unavailable";
+}
+
+std::optional<ControlMethod> controlMethodFromRawValue(std::string_view text)
+{
+    for (const ControlMethod method : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable}) {
+        if (rawValue(method) == text)
+            return method;
+    }
+    return std::nullopt;
+}
+
+std::string_view description(BrightnessError error)
+{
+    switch (error) {
+    case BrightnessError::disconnected:
+        return "The display connection changed. Refresh displays and try again.";
+    case BrightnessError::writeFailed:
+        return "The display did not accept the brightness command. Check DDC/CI in its on-screen menu.";
+    case BrightnessError::readFailed:
+        return "The command was sent, but brightness could not be read back. Refresh to retry.";
+    case BrightnessError::mismatch:
+        break;
+    }
+    return "The display reported a different brightness. Another app or a monitor preset may be overriding it.";
+}
+
+const DisplayInfo* findDisplay(const std::vector<DisplayInfo>& displays, const std::string& id)
+{
+    const auto found = std::ranges::find(displays, id, &DisplayInfo::id);
+    return found == displays.end() ? nullptr : &*found;
+}
+
+DisplayInfo* findDisplay(std::vector<DisplayInfo>& displays, const std::string& id)
+{
+    const auto found = std::ranges::find(displays, id, &DisplayInfo::id);
+    return found == displays.end() ? nullptr : &*found;
+}
+
 std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32_t displayID)
 {
     return uuid ? *uuid : "display-" + std::to_string(displayID);

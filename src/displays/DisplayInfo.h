@@ -3,13 +3,28 @@
 // share: quantising, stepping and the texts shown to the user. Pure; any thread.
 #pragma once
 
-#include "displays/ControlMethod.h"
-
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace lumenvale {
+
+/// How a display's brightness is controlled.
+enum class ControlMethod { apple, ddc, unavailable };
+
+/// The text shown to the user; also the stored form.
+std::string_view rawValue(ControlMethod method);
+
+/// Accepts exactly the three texts of `rawValue`.
+std::optional<ControlMethod> controlMethodFromRawValue(std::string_view text);
+
+/// Why a brightness could not be set or confirmed.
+enum class BrightnessError { disconnected, writeFailed, readFailed, mismatch };
+
+/// A whole sentence for the user.
+std::string_view description(BrightnessError error);
 
 struct DisplayInfo {
     std::string id;              ///< the display's UUID in canonical form, or "display-" and its number
@@ -37,6 +52,10 @@ struct DisplayInfo {
 
     bool operator==(const DisplayInfo& other) const = default;
 };
+
+/// The display with this identifier, or null. Good until the list changes.
+const DisplayInfo* findDisplay(const std::vector<DisplayInfo>& displays, const std::string& id);
+DisplayInfo* findDisplay(std::vector<DisplayInfo>& displays, const std::string& id);
 
 /// `uuid` where the system gives one, else "display-" and the decimal display number.
 std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32_t displayID);

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Discovery, order and refresh. Writing is in DisplayStoreWrites.cpp, reading in DisplayStoreMonitoring.cpp.
 #include "displays/DisplayStore.h"
 
 #include "displays/DisplayOrder.h"
 
-#include <algorithm>
+#include <coroutine>
 #include <utility>
 
 namespace lumenvale {
@@ -38,14 +37,36 @@ std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
     return found;
 }
 
+/// Awaits a signal's next emission.
+class NextEmission {
+public:
+    explicit NextEmission(Signal<>& signal) : signal(signal) {}
+
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> waiter)
+    {
+        subscription = signal.subscribe([waiter] { waiter.resume(); });
+    }
+    void await_resume() const noexcept {}
+
+private:
+    Signal<>& signal;
+    Subscription subscription;
+};
+
 } // namespace
 
-DisplayStore::DisplayStore(DisplayHardwareControlling& controller, UserDefaults& preferences, ScreenSource& source,
-                           SystemEvents& events, Clock& time)
-    : hardware(controller), defaults(preferences), screens(source), clock(time),
-      savedOrder(loadOrder(preferences)),
+DisplayStore::DisplayStore(DisplayHardwareControlling& hardware, UserDefaults& defaults, ScreenSource& screens,
+                           SystemEvents& events, Clock& clock)
+    : hardware(hardware), defaults(defaults), screens(screens), clock(clock), savedOrder(loadOrder(defaults)),
       observers(events.subscribe([this](SystemEvent event) { receive(event); }))
 {
+    writer.writeEnded = [this](const std::string& id, bool isVerified) { monitor.writeEnded(id, isVerified); };
+    writer.becameIdle = [this] { announceIfIdle(); };
+    monitor.changesSeen = [this](const std::vector<DisplayInfo>& changed) {
+        if (brightnessObserved)
+            brightnessObserved(changed);
+    };
 }
 
 DisplayStore::~DisplayStore() = default;
@@ -55,13 +76,13 @@ void DisplayStore::receive(SystemEvent event)
     switch (event) {
     case SystemEvent::screensDidSleep:
     case SystemEvent::systemWillSleep:
-        monitoringPaused = true;
+        monitor.setPaused(true);
         break;
     case SystemEvent::screensDidWake:
-        monitoringPaused = false;
+        monitor.setPaused(false);
         break;
     case SystemEvent::systemDidWake:
-        monitoringPaused = false;
+        monitor.setPaused(false);
         requestRefresh(wakeDelay);
         break;
     case SystemEvent::screenParametersChanged:
@@ -72,11 +93,8 @@ void DisplayStore::receive(SystemEvent event)
 
 void DisplayStore::requestRefresh(Clock::Duration delay)
 {
-    ++writeRevision;
-    writes.clear();
-    pendingValues.clear();
-    batchWrite.reset();
     const std::int64_t generation = ++refreshGeneration;
+    writer.beginRefresh(generation);
     isRefreshing.setIfChanged(true);
     refreshTask.run(refresh(delay, generation)); // cancels the one before
     announceIfIdle();
@@ -98,8 +116,8 @@ void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generati
 {
     setOrder(mergedOrder(savedOrder, identifiers(found)));
     found = sortedDisplays(std::move(found), savedOrder);
-    keepRequests(found);
-    unconfirmed.clear();
+    writer.keepRequests(found);
+    monitor.forgetFailedWrites();
     displays.set(std::move(found));
     if (generation != refreshGeneration)
         return; // an observer has asked for the next refresh
@@ -121,12 +139,45 @@ void DisplayStore::moveDisplays(const std::set<std::size_t>& sources, std::size_
     displays.set(std::move(moved));
 }
 
-const DisplayInfo* DisplayStore::display(const std::string& id) const
+const DisplayInfo* DisplayStore::display(const std::string& id) const { return findDisplay(displays.get(), id); }
+
+void DisplayStore::startMonitoring() { monitor.start(); }
+
+void DisplayStore::stopMonitoring() { monitor.stop(); }
+
+void DisplayStore::setWindowVisible(bool visible) { monitor.setWindowVisible(visible); }
+
+void DisplayStore::setBrightness(const std::string& id, double value, bool force)
 {
-    const std::vector<DisplayInfo>& list = displays.get();
-    const auto found =
-        std::find_if(list.begin(), list.end(), [&](const DisplayInfo& each) { return each.id == id; });
-    return found == list.end() ? nullptr : &*found;
+    writer.setBrightness(id, value, force);
+}
+
+void DisplayStore::apply(const std::map<std::string, double>& levels) { writer.apply(levels); }
+
+void DisplayStore::setLevel(const std::string& id, double level) { writer.setBrightness(id, level, true); }
+
+/// Nothing is being written, and the displays are known: the first refresh has been published.
+bool DisplayStore::isIdle() const
+{
+    const bool areDisplaysUnknown = isRefreshing.get() && !lastRefresh.get();
+    return !writer.isWriting() && !areDisplaysUnknown;
+}
+
+void DisplayStore::announceIfIdle()
+{
+    if (isIdle())
+        idle.emit();
+}
+
+Task<> DisplayStore::pendingWritesFinished()
+{
+    while (!isIdle()) {
+        {
+            NextEmission next(idle);
+            co_await next;
+        }
+        co_await sleepFor(clock, 0ms); // the waiting task goes on from the main loop, not from within this store
+    }
 }
 
 } // namespace lumenvale

@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
-// The one owner of the list of connected displays: discovers them, keeps them in the user's order, carries
-// brightness requests to the hardware without flooding it, and notices changes made elsewhere. Main thread only.
+// The one owner of the list of connected displays: discovers them and keeps them in the user's order. A
+// `BrightnessWriter` carries requests to the hardware, a `BrightnessMonitor` notices changes made elsewhere. Main
+// thread only.
 //
-// Staleness is decided by two counters that are compared after every wait: a refresh makes the writes before it
-// stale (`refreshGeneration`), and a refresh or a request makes a reading under way stale (`writeRevision`).
+// Staleness is decided by two counters that are compared after every wait: a refresh makes the refreshes and
+// writes before it stale (`refreshGeneration`), and a refresh or a request makes a reading under way stale
+// (`writeRevision`, the writer's).
 #pragma once
 
 #include "base/Clock.h"
 #include "base/Published.h"
 #include "base/Signal.h"
-#include "base/TaskScope.h"
+#include "base/Task.h"
 #include "base/UserDefaults.h"
+#include "displays/BrightnessMonitor.h"
+#include "displays/BrightnessWriter.h"
 #include "displays/DisplayHardwareControlling.h"
 #include "displays/PresetDisplayControlling.h"
 #include "displays/ScreenSource.h"
@@ -82,55 +86,24 @@ public:
     void setLevel(const std::string& id, double level) override;
 
 private:
-    using Outcome = tl::expected<double, BrightnessError>;
-    using Readings = std::map<std::string, double>;
-    struct BatchLevel {
-        std::string id;
-        double level;
-    };
-
     void receive(SystemEvent event);
     Task<> refresh(Clock::Duration delay, std::int64_t generation);
     void publish(std::vector<DisplayInfo> found, std::int64_t generation);
-    void keepRequests(std::vector<DisplayInfo>& found);
     void setOrder(std::vector<std::string> order);
-
-    Task<> writeRequests(std::string id, std::int64_t generation);
-    Task<> writeBatch();
-    void addToBatch(const std::string& id, double level);
-    void withdrawFromBatch(const std::string& id);
-    bool hasNewerRequest(const std::string& id) const;
-    void showOutcome(const std::string& id, const Outcome& outcome);
-    bool isWriting() const;
-    bool areDisplaysUnknown() const;
+    bool isIdle() const;
     void announceIfIdle();
 
-    Task<> monitor();
-    Task<Readings> read(std::vector<std::string> ids, std::int64_t revision);
-    std::vector<std::string> displaysToRead(bool isDdcRound) const;
-    bool isStale(std::int64_t revision) const { return monitoringPaused || writeRevision != revision; }
-    void showReadings(const Readings& readings, bool isDdcRound);
-
     // The tasks come after what they use; fields are destroyed in reverse.
-    bool monitoringPaused = false;      ///< the system or its screens sleep
-    std::int64_t writeRevision = 0;     ///< grows with each request and each refresh
-    std::int64_t refreshGeneration = 0; ///< grows with each refresh
     DisplayHardwareControlling& hardware;
     UserDefaults& defaults;
     ScreenSource& screens;
     Clock& clock;
-    std::vector<std::string> savedOrder;         ///< identifiers, also of displays that are not connected
-    std::map<std::string, double> pendingValues; ///< requested and not yet written; each can be written now
-    std::vector<BatchLevel> batchLevels;         ///< the same for `apply`; no display is in both
-    std::optional<std::string> batchWrite;       ///< what the batch is writing while the outcome is to be shown
-    std::set<std::string> unconfirmed;           ///< a write failed and the display was not read since
-    int roundsSinceDdcRead = 0;
-    bool windowVisible = false;
-    Signal<> writesEnded;
-    std::map<std::string, TaskHandle> writes; ///< by display; at most one each
-    TaskHandle batchTask;
+    std::vector<std::string> savedOrder; ///< identifiers, also of displays that are not connected
+    std::int64_t refreshGeneration = 0;  ///< grows with each refresh
+    Signal<> idle;
+    BrightnessWriter writer{hardware, clock, displays};
+    BrightnessMonitor monitor{hardware, clock, screens, displays, isRefreshing, writer};
     TaskHandle refreshTask;
-    TaskHandle monitoringTask;
     Subscription observers; ///< of the system's events
 };
 

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "base/Worker.h"
-#include "displays/BrightnessError.h"
 #include "displays/DisplayInfo.h"
 #include "hardware/HardwareAccess.h"
 #include "hardware/ServiceDiscovery.h"

@@ -6,46 +6,95 @@
 
 namespace lumenvale {
 
-namespace {
-
-constexpr double levelTolerance = 0.0001; // of displays without hardware units
-
-bool differs(const DisplayInfo& display, double level)
+PresetEditor::PresetEditor(PresetDisplayControlling& displays, PresetStore& presets, UserDefaults& defaults)
+    : displays(displays), presets(presets), settings(defaults), recorder(presets), activation(displays, presets)
 {
-    const double shown = *display.brightness;
-    if (display.method == ControlMethod::ddc)
-        return std::trunc(shown * display.maximum) != std::trunc(level * display.maximum);
-    return std::abs(shown - level) > levelTolerance;
+    activation.restoreWhenShown(settings.storedPreset());
 }
 
-enum class Comparison { nothingKnown, same, different };
+// The settings window
 
-Comparison compare(const std::vector<DisplayInfo>& shown, const BrightnessPreset& preset)
+void PresetEditor::show(const std::optional<std::string>& preferred)
 {
-    Comparison result = Comparison::nothingKnown;
-    for (const DisplayInfo& each : shown) {
-        const auto level = preset.values.find(each.id);
-        if (!each.brightness || level == preset.values.end())
-            continue;
-        if (differs(each, level->second))
-            return Comparison::different;
-        result = Comparison::same;
-    }
-    return result;
+    if (settings.isVisible)
+        return;
+    settings.isVisible = true;
+    if (preferred)
+        settings.preferredDisplayID = preferred;
+    if (selectActivePreset())
+        return;
+    selectedTab.setIfChanged(SettingsTab::displays);
+    select(settings.firstDisplay(displays.displayList()), true);
 }
 
-} // namespace
-
-PresetEditor::PresetEditor(PresetDisplayControlling& shown, PresetStore& store, UserDefaults& preferences)
-    : displays(shown), presets(store), defaults(preferences),
-      preferredDisplayID(readDefault<std::string>(preferences, settingsDisplayKey))
+void PresetEditor::settingsResignedKey()
 {
-    if (const auto text = readDefault<std::string>(defaults, settingsPresetKey))
-        restorableID = Uuid::parse(*text);
-    restoreActivePreset();
+    cancelRecording();
+    const std::optional<Uuid> edited = settings.editedPresetID();
+    if (const BrightnessPreset* preset = edited ? presets.preset(*edited) : nullptr)
+        session.setIfChanged(PresetEditingSession{*preset});
 }
 
-// Applying
+void PresetEditor::settingsClosed()
+{
+    cancelRecording();
+    settings.isVisible = false;
+    activation.cancelOperation();
+    session.setIfChanged(std::nullopt);
+}
+
+void PresetEditor::selectTab(SettingsTab tab)
+{
+    if (tab == selectedTab.get())
+        return;
+    cancelRecording();
+    selectedTab.set(tab);
+    if (tab == SettingsTab::displays)
+        select(settings.firstDisplay(displays.displayList()), true);
+    else if (tab == SettingsTab::presets && !selectActivePreset())
+        select(std::nullopt, true);
+}
+
+/// Selects the active preset, which applies it again and opens its session; false when there is none.
+bool PresetEditor::selectActivePreset()
+{
+    const std::optional<Uuid> active = activePresetID.get();
+    if (!active || !presets.preset(*active))
+        return false;
+    select(PresetSelection{*active}, true);
+    return true;
+}
+
+void PresetEditor::select(std::optional<SettingsSelection> next, bool force)
+{
+    if (!force && next == selection.get())
+        return;
+    cancelRecording();
+    activation.cancelOperation();
+    session.setIfChanged(std::nullopt);
+    message.setIfChanged(std::nullopt);
+    settings.select(next);
+    const auto* selected = next ? std::get_if<PresetSelection>(&*next) : nullptr;
+    const BrightnessPreset* stored = selected ? presets.preset(selected->id) : nullptr;
+    if (!settings.isVisible || !stored)
+        return;
+    const BrightnessPreset preset = *stored;
+    activePresetID.setIfChanged(preset.id);
+    settings.openSession(preset);
+    activation.startApplying(preset.id, false);
+}
+
+/// Chooses a display again when the one that the Displays page shows is gone, or when it shows none.
+void PresetEditor::replaceLostDisplay()
+{
+    if (!settings.showsNoneOf(displays.displayList()))
+        return;
+    const std::optional<SettingsSelection> next = settings.firstDisplay(displays.displayList());
+    if (next != selection.get())
+        select(next, true);
+}
+
+// The displays
 
 void PresetEditor::activate(Uuid id)
 {
@@ -54,135 +103,47 @@ void PresetEditor::activate(Uuid id)
     if (!stored)
         return;
     const BrightnessPreset preset = *stored;
-    cancelOperation();
+    activation.cancelOperation();
     activePresetID.setIfChanged(id);
-    selectedTab.setIfChanged(SettingsTab::presets);
-    selection.setIfChanged(PresetSelection{id});
-    defaults.set(settingsPresetKey, id.toString());
-    if (!isVisible)
-        session.setIfChanged(std::nullopt);
-    else if (!session.get() || session.get()->savedPreset.id != id)
-        session.set(PresetEditingSession{preset});
-    startApplying(id, Trigger::activation);
+    settings.select(PresetSelection{id});
+    settings.openSession(preset);
+    activation.startApplying(id, true);
 }
-
-/// Ends the operation. What the displays did while it was prepared went unnoticed, so the active preset is
-/// compared now; one that was not applied yet stays active only if the displays match it already.
-void PresetEditor::cancelOperation()
-{
-    operation.cancel();
-    ++generation;
-    restorableID.reset();
-    const bool wasUnapplied = std::exchange(preparingID, std::nullopt).has_value();
-    if (!isPreparing.get())
-        return;
-    isPreparing.set(false);
-    const std::optional<Uuid> active = activePresetID.get();
-    const BrightnessPreset* preset = active ? presets.preset(*active) : nullptr;
-    const Comparison comparison = preset ? compare(displays.displayList(), *preset) : Comparison::nothingKnown;
-    const bool isDifferent = comparison == Comparison::different && !writesAreOurs;
-    if (active && (isDifferent || (wasUnapplied && comparison != Comparison::same)))
-        activePresetID.set(std::nullopt);
-}
-
-void PresetEditor::startApplying(const Uuid& id, Trigger trigger)
-{
-    preparingID = id;
-    isPreparing.setIfChanged(true);
-    operation.run(applyPreset(id, generation, trigger));
-}
-
-Task<> PresetEditor::applyPreset(Uuid id, std::int64_t started, Trigger trigger)
-{
-    co_await displays.pendingWritesFinished();
-    if (generation != started)
-        co_return;
-    const BrightnessPreset* stored = presets.preset(id);
-    if (!stored || (trigger == Trigger::selection && !isVisible)) {
-        cancelOperation();
-        co_return;
-    }
-    const BrightnessPreset preset = *stored;
-    preparingID.reset();
-    writesAreOurs = true;
-    isPreparing.setIfChanged(false);
-    startWrites(preset.values);
-    if (trigger == Trigger::activation && generation == started)
-        message.set("Applied " + displayName(preset) + ".");
-}
-
-void PresetEditor::startWrites(const std::map<std::string, double>& levels)
-{
-    writesAreOurs = true; // the display list announces the new levels before `apply` returns
-    displays.apply(levels);
-    settling.run(finishWrites());
-}
-
-Task<> PresetEditor::finishWrites()
-{
-    co_await displays.pendingWritesFinished();
-    writesAreOurs = false;
-    deactivateIfDifferent(displays.displayList());
-}
-
-// Changes from outside
 
 void PresetEditor::displaysChanged(const std::vector<DisplayInfo>& changed)
 {
-    restoreActivePreset();
-    replaceLostDisplay();
-    deactivateIfDifferent(changed);
-}
-
-void PresetEditor::deactivateIfDifferent(const std::vector<DisplayInfo>& shown)
-{
-    if (isPreparing.get() || writesAreOurs || !activePresetID.get())
-        return;
-    const BrightnessPreset* preset = presets.preset(*activePresetID.get());
-    if (!preset || compare(shown, *preset) != Comparison::different)
-        return;
-    activePresetID.set(std::nullopt);
-    message.set("Brightness changed outside the preset. This preset is no longer active.");
-}
-
-void PresetEditor::restoreActivePreset()
-{
-    const BrightnessPreset* preset = restorableID ? presets.preset(*restorableID) : nullptr;
-    if (!preset)
-        return;
-    const Comparison comparison = compare(displays.displayList(), *preset);
-    if (comparison == Comparison::nothingKnown)
-        return;
-    if (comparison == Comparison::same)
-        activePresetID.setIfChanged(restorableID);
-    restorableID.reset();
+    activation.restore();
+    replaceLostDisplay(); // before the next, whose message it would clear
+    activation.deactivateIfDifferent(changed);
 }
 
 // Editing
 
 void PresetEditor::setLevel(Uuid presetID, const DisplayInfo& display, double value)
 {
-    if (isPreparing.get() || !session.get() || session.get()->savedPreset.id != presetID)
+    if (isPreparing.get() || settings.editedPresetID() != presetID)
         return;
     if (!std::isfinite(value) || !presets.preset(presetID))
         return;
     const std::string displayID = display.id; // `display` may stand in the list that the write changes
-    writesAreOurs = true;
-    presets.setLevel(presetID, display, value);
-    displays.setLevel(displayID, value);
-    settling.run(finishWrites());
+    activation.write([&] {
+        presets.setLevel(presetID, display, value);
+        displays.setLevel(displayID, value);
+    });
 }
 
 bool PresetEditor::revert()
 {
-    if (!session.get() || !presets.preset(session.get()->savedPreset.id))
+    const std::optional<Uuid> edited = settings.editedPresetID();
+    if (!edited || !presets.preset(*edited))
         return false;
     const BrightnessPreset saved = session.get()->savedPreset;
-    cancelOperation();
+    activation.cancelOperation();
     activePresetID.setIfChanged(saved.id);
-    writesAreOurs = true;
-    presets.update(saved);
-    startWrites(saved.values);
+    activation.write([&] {
+        presets.update(saved);
+        displays.apply(saved.values);
+    });
     message.set("Reverted this editing session and restored the saved preset.");
     return true;
 }
@@ -190,22 +151,17 @@ bool PresetEditor::revert()
 void PresetEditor::addPresetFromCurrentLevels()
 {
     cancelRecording();
-    cancelOperation();
+    activation.cancelOperation();
     session.setIfChanged(std::nullopt);
     message.setIfChanged(std::nullopt);
-    isPreparing.setIfChanged(true);
-    operation.run(addPreset(generation));
+    activation.startPreparing([this] { addPreset(); });
 }
 
-Task<> PresetEditor::addPreset(std::int64_t started)
+void PresetEditor::addPreset()
 {
-    co_await displays.pendingWritesFinished();
-    if (generation != started)
-        co_return;
-    if (!isVisible) {
-        cancelOperation();
-        co_return;
-    }
+    if (!settings.isVisible)
+        return activation.cancelOperation();
+    const std::int64_t started = activation.currentGeneration();
     isPreparing.setIfChanged(false);
     std::map<std::string, double> levels;
     std::map<std::string, std::string> names;
@@ -215,22 +171,14 @@ Task<> PresetEditor::addPreset(std::int64_t started)
         levels[each.id] = *each.brightness;
         names[each.id] = each.name;
     }
-    if (levels.empty()) {
-        message.set("No readable display brightness values are available.");
-        co_return;
-    }
+    if (levels.empty())
+        return message.set("No readable display brightness values are available.");
     const BrightnessPreset added = presets.addPreset(std::move(levels), std::move(names));
-    if (generation == started) // nobody who heard of the new preset started something else
-        showAddedPreset(added);
-}
-
-void PresetEditor::showAddedPreset(const BrightnessPreset& added)
-{
+    if (activation.currentGeneration() != started)
+        return; // an observer of the presets has started something else
     activePresetID.setIfChanged(added.id);
-    selectedTab.setIfChanged(SettingsTab::presets);
-    selection.setIfChanged(PresetSelection{added.id});
-    defaults.set(settingsPresetKey, added.id.toString());
-    session.set(PresetEditingSession{added});
+    settings.select(PresetSelection{added.id});
+    settings.openSession(added);
 }
 
 void PresetEditor::deletePreset(Uuid id)
@@ -240,16 +188,16 @@ void PresetEditor::deletePreset(Uuid id)
     presets.deletePreset(id);
     if (recordingShortcutID.get() == id)
         cancelRecording();
-    if (preparingID == id)
-        cancelOperation();
-    if (activePresetID.get() == id)
-        activePresetID.set(std::nullopt);
-    if (session.get() && session.get()->savedPreset.id == id)
-        session.set(std::nullopt);
-    if (selection.get() == SettingsSelection(PresetSelection{id})) {
-        selection.set(std::nullopt);
-        defaults.set(settingsPresetKey, std::nullopt);
-    }
+    activation.forget(id);
+    settings.forget(id);
 }
+
+// Recording a shortcut
+
+void PresetEditor::startRecording(Uuid id) { recorder.start(id); }
+
+void PresetEditor::cancelRecording() { recorder.cancel(); }
+
+bool PresetEditor::handleKeyEvent(const KeyEvent& event) { return recorder.handleKeyEvent(event); }
 
 } // namespace lumenvale

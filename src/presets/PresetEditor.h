@@ -1,62 +1,47 @@
 // SPDX-License-Identifier: MIT
-// Stands between the presets and the displays: applies presets, knows which one is active, holds the settings
-// window's tab and selection, runs the editing session and the recording of a shortcut. Main thread only.
+// Stands between the presets and the displays: what the settings window, the panel and the menus do with presets
+// goes through here. Main thread only.
 #pragma once
 
-#include "base/Published.h"
-#include "base/TaskScope.h"
-#include "base/UserDefaults.h"
-#include "displays/PresetDisplayControlling.h"
-#include "presets/PresetStore.h"
+#include "presets/PresetActivation.h"
+#include "presets/SettingsState.h"
+#include "presets/ShortcutRecorder.h"
 
-#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace lumenvale {
 
-enum class SettingsTab { general, displays, presets };
-
-struct DisplaySelection {
-    std::string id;
-    bool operator==(const DisplaySelection& other) const = default;
-};
-struct PresetSelection {
-    Uuid id;
-    bool operator==(const PresetSelection& other) const = default;
-};
-using SettingsSelection = std::variant<DisplaySelection, PresetSelection>;
-
-/// The preset as it was stored when the user selected it.
-struct PresetEditingSession {
-    BrightnessPreset savedPreset;
-    bool operator==(const PresetEditingSession& other) const = default;
-};
-
-/// While brightness that the editor itself has requested is on its way to the displays, what they show does not
-/// count as a change from outside; it is checked once when the last write has ended.
-///
 /// Preferences: "settingsDisplay" is the display that the Displays page shows first when the window is opened
 /// without naming one. "settingsPreset" is the preset that was selected last: after a start it counts as active
 /// again, without being applied, if the first displays that become known still have its levels.
 class PresetEditor {
+    PresetDisplayControlling& displays;
+    PresetStore& presets;
+    SettingsState settings;
+    ShortcutRecorder recorder;
+    PresetActivation activation; ///< last: its tasks use the others
+
 public:
     /// All references must outlive the editor.
     PresetEditor(PresetDisplayControlling& displays, PresetStore& presets, UserDefaults& defaults);
+    PresetEditor(const PresetEditor&) = delete;
+    PresetEditor& operator=(const PresetEditor&) = delete;
 
-    Published<SettingsTab> selectedTab{SettingsTab::general};
-    Published<std::optional<Uuid>> activePresetID{std::nullopt};
-    Published<std::optional<SettingsSelection>> selection{std::nullopt};
-    Published<std::optional<PresetEditingSession>> session{std::nullopt};
-    Published<std::optional<Uuid>> recordingShortcutID{std::nullopt};
-    Published<bool> isPreparing{false};
-    Published<std::optional<std::string>> message{std::nullopt};
+    // What the parts of the editor publish.
+    Published<SettingsTab>& selectedTab = settings.selectedTab;
+    Published<std::optional<Uuid>>& activePresetID = activation.activePresetID;
+    Published<std::optional<SettingsSelection>>& selection = settings.selection;
+    Published<std::optional<PresetEditingSession>>& session = settings.session;
+    Published<std::optional<Uuid>>& recordingShortcutID = recorder.recordingShortcutID;
+    Published<bool>& isPreparing = activation.isPreparing;
+    Published<std::optional<std::string>>& message = activation.message;
 
     /// Called whenever `recordingShortcutID` changes.
-    std::function<void()> shortcutRecordingChanged;
+    std::function<void()>& shortcutRecordingChanged = recorder.shortcutRecordingChanged;
 
     /// Applies a preset from outside the settings window.
     void activate(Uuid id);
@@ -88,38 +73,12 @@ public:
     /// no longer applied) and the session.
     void settingsClosed();
 
-    bool settingsVisible() const { return isVisible; }
+    bool settingsVisible() const { return settings.isVisible; }
 
 private:
-    enum class Trigger { activation, selection };
-
-    static constexpr char settingsPresetKey[] = "settingsPreset";
-    static constexpr char settingsDisplayKey[] = "settingsDisplay";
-
-    void cancelOperation();
-    void startApplying(const Uuid& id, Trigger trigger);
-    Task<> applyPreset(Uuid id, std::int64_t started, Trigger trigger);
-    Task<> addPreset(std::int64_t started);
-    void showAddedPreset(const BrightnessPreset& added);
-    void startWrites(const std::map<std::string, double>& levels);
-    Task<> finishWrites();
-    void deactivateIfDifferent(const std::vector<DisplayInfo>& shown);
-    void restoreActivePreset();
-    void replaceLostDisplay();
+    void addPreset();
     bool selectActivePreset();
-    std::optional<SettingsSelection> firstDisplay() const;
-
-    bool isVisible = false;
-    PresetDisplayControlling& displays;
-    PresetStore& presets;
-    UserDefaults& defaults;
-    std::int64_t generation = 0;      ///< grows with each operation and each cancellation
-    std::optional<Uuid> preparingID;  ///< the preset that will be applied when earlier writes have ended
-    std::optional<Uuid> restorableID; ///< the preset that may still prove to be active after a start
-    bool writesAreOurs = false;       ///< levels that the editor requested are on their way
-    std::optional<std::string> preferredDisplayID;
-    TaskHandle settling; ///< waits for our writes to end
-    TaskHandle operation;
+    void replaceLostDisplay();
 };
 
 } // namespace lumenvale

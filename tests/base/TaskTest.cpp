@@ -2,7 +2,6 @@
 #include "base/Task.h"
 
 #include "base/Clock.h"
-#include "base/TaskScope.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
@@ -61,8 +60,8 @@ TEST(Task, DestroyedAtEachOfItsWaitsItWithdrawsTheTimerAndReleasesEveryFrame)
         ManualClock clock;
         Log log;
         {
-            TaskScope scope;
-            scope.spawn(parent(clock, log));
+            TaskHandle handle;
+            handle.run(parent(clock, log));
             clock.advance(elapsed);
             EXPECT_EQ(clock.pendingCount(), 1u);
         }
@@ -145,8 +144,8 @@ TEST(Task, ArgumentsThatOwnMemoryAreReleasedOnce)
     std::string result;
     for (const auto elapsed : {0ms, 5ms}) {
         ManualClock clock;
-        TaskScope scope;
-        scope.spawn(passesOwningArguments(clock, number, result));
+        TaskHandle handle;
+        handle.run(passesOwningArguments(clock, number, result));
         clock.advance(elapsed);
     }
     EXPECT_EQ(result, std::string(70, 'x') + "5");
@@ -162,9 +161,9 @@ Task<> waitsManyTimes(Clock& clock, int& count)
 TEST(Task, ALongLoopOfWaitsNeedsNoStack)
 {
     ManualClock clock;
-    TaskScope scope;
+    TaskHandle handle;
     int count = 0;
-    scope.spawn(waitsManyTimes(clock, count));
+    handle.run(waitsManyTimes(clock, count));
     clock.advance(300s);
     EXPECT_EQ(count, 200'000);
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/Worker.h"
 
-#include "base/TaskScope.h"
 #include "support/AwaitResult.h"
 #include "support/ManualMainThread.h"
 
@@ -48,8 +47,8 @@ TEST(Worker, AnsweringWhileItsCallerIsDestroyedIsHarmless)
     {
         Worker worker;
         for (int round = 0; round < 200; ++round) {
-            TaskScope scope;
-            scope.spawn(addMany(worker, mainThread, sum, 1000, seen));
+            TaskHandle handle;
+            handle.run(addMany(worker, mainThread, sum, 1000, seen));
             mainThread.runOne();
             mainThread.runPending();
         }
@@ -69,8 +68,8 @@ TEST(Worker, AJobWhoseCallerIsGoneBeforeItBeginsIsSkipped)
     Worker worker;
     worker.post([&] { gate.wait(); });
     {
-        TaskScope scope;
-        scope.spawn(addMany(worker, mainThread, sum, 1, seen));
+        TaskHandle handle;
+        handle.run(addMany(worker, mainThread, sum, 1, seen));
     }
     gate.open();
     EXPECT_EQ(awaitResult(mainThread, add(worker, mainThread, sum, 10)), 10);
@@ -84,8 +83,8 @@ TEST(Worker, ARunningJobHearsThatItsCallerIsGone)
     Gate destroyed;
     std::atomic<bool> cancelled = false;
     {
-        TaskScope scope;
-        scope.spawn(runJob(worker, mainThread, [&](const CancellationToken& token) {
+        TaskHandle handle;
+        handle.run(runJob(worker, mainThread, [&](const CancellationToken& token) {
             started.open();
             destroyed.wait();
             cancelled = token.isCancelled();

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "base/TaskScope.h"
 #include "support/StoreFixture.h"
 
 namespace lumenvale {
@@ -20,14 +19,14 @@ struct DisplayStoreBatch : StoreFixture {
         hardware.log.clear();
     }
     /// Waits for the writes in a task of its own.
-    void waitForWrites(int& finished) { waits.spawn(countWhenFinished(finished)); }
+    void waitForWrites(int& finished) { waits.emplace_back(countWhenFinished(finished)).start(); }
     Task<> countWhenFinished(int& finished)
     {
         co_await store->pendingWritesFinished();
         ++finished;
     }
 
-    TaskScope waits;
+    std::vector<Task<>> waits;
 };
 
 TEST_F(DisplayStoreBatch, WritesOneDisplayAfterAnotherInDisplayOrderAndShowsAllAtOnce)

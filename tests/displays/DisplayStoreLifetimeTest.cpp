@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // What is left when the store goes away in the middle of its work; the sanitizers watch.
-#include "base/TaskScope.h"
 #include "support/StoreFixture.h"
 
 namespace lumenvale {
@@ -19,7 +18,7 @@ struct DisplayStoreLifetime : StoreFixture {
             [this] { clock.advance(750ms); },
             [this] { hardware.answerAll(); },
             [this] { store->setBrightness("A", 0.1); },
-            [this] { waits.spawn(store->pendingWritesFinished()); },
+            [this] { waits.emplace_back(store->pendingWritesFinished()).start(); },
             [this] { clock.advance(90ms); },
             [this] { store->setBrightness("A", 0.2); },
             [this] {
@@ -38,7 +37,7 @@ struct DisplayStoreLifetime : StoreFixture {
         };
     }
 
-    TaskScope waits;
+    std::vector<Task<>> waits;
 };
 
 TEST_F(DisplayStoreLifetime, DestroyedAfterAnyStepItLeavesNoTimerAndHearsNoAnswer)
@@ -51,7 +50,7 @@ TEST_F(DisplayStoreLifetime, DestroyedAfterAnyStepItLeavesNoTimerAndHearsNoAnswe
         const auto todo = script();
         for (std::size_t step = 0; step < end; ++step)
             todo[step]();
-        waits.cancelAll();
+        waits.clear();
         store.reset();
         EXPECT_EQ(clock.pendingCount(), 0u);
         hardware.answerAll();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Random users, hands on monitors, cables and sleep; what must hold after every step and when all has settled.
-#include "base/TaskScope.h"
 #include "support/RandomWorld.h"
 
 #include <algorithm>
@@ -51,7 +50,7 @@ public:
         else if (choice < 15)
             sleep();
         else
-            waits.spawn(countWhenFinished());
+            waits.emplace_back(countWhenFinished()).start();
     }
 
     void checkAlways()
@@ -200,7 +199,7 @@ private:
     int waitsBegun = 0;
     int waitsEnded = 0;
     Subscription subscription;
-    TaskScope waits;
+    std::vector<Task<>> waits;
 };
 
 TEST(DisplayStoreProperties, HoldForRandomUsersMonitorsAndCables)

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How brightness that was changed outside the program is noticed.
-#include "displays/DisplayStore.h"
+#include "displays/BrightnessMonitor.h"
 
 #include <utility>
 
@@ -18,27 +17,43 @@ constexpr char readStatus[] = "Current hardware brightness read successfully.";
 
 } // namespace
 
-void DisplayStore::startMonitoring() { monitoringTask.run(monitor()); }
+BrightnessMonitor::BrightnessMonitor(DisplayHardwareControlling& hardware, Clock& clock, ScreenSource& screens,
+                                     Published<std::vector<DisplayInfo>>& displays,
+                                     const Published<bool>& isRefreshing, const BrightnessWriter& writer)
+    : hardware(hardware), clock(clock), screens(screens), displays(displays), isRefreshing(isRefreshing),
+      writer(writer)
+{
+}
 
-void DisplayStore::stopMonitoring() { monitoringTask.cancel(); }
+void BrightnessMonitor::start() { monitoringTask.run(monitor()); }
 
-void DisplayStore::setWindowVisible(bool visible) { windowVisible = visible; }
+void BrightnessMonitor::stop() { monitoringTask.cancel(); }
 
-Task<> DisplayStore::monitor()
+void BrightnessMonitor::setPaused(bool paused) { monitoringPaused = paused; }
+
+void BrightnessMonitor::setWindowVisible(bool visible) { windowVisible = visible; }
+
+void BrightnessMonitor::writeEnded(const std::string& id, bool isVerified)
+{
+    if (isVerified) {
+        unconfirmed.erase(id);
+        return;
+    }
+    unconfirmed.insert(id);
+    roundsSinceDdcRead = 0; // leaves time to read the error, which the next reading in turn clears
+}
+
+Task<> BrightnessMonitor::monitor()
 {
     for (;;) {
         co_await sleepFor(clock, monitoringInterval);
-        if (monitoringPaused || isRefreshing.get() || isWriting())
+        if (monitoringPaused || isRefreshing.get() || writer.isWriting())
             continue;
-        ++roundsSinceDdcRead;
-        const bool isDdcRound =
-            roundsSinceDdcRead >= (windowVisible ? ddcRoundsWhileVisible : ddcRoundsWhileHidden);
-        if (isDdcRound)
-            roundsSinceDdcRead = 0;
+        const bool isDdcRound = beginsDdcRound();
         const std::vector<std::string> ids = displaysToRead(isDdcRound);
         if (ids.empty())
             continue;
-        const std::int64_t revision = writeRevision;
+        const std::int64_t revision = writer.revision();
         Task<Readings> reading = read(ids, revision);
         const Readings readings = co_await std::move(reading);
         if (isStale(revision))
@@ -49,7 +64,17 @@ Task<> DisplayStore::monitor()
     }
 }
 
-std::vector<std::string> DisplayStore::displaysToRead(bool isDdcRound) const
+/// Counts the rounds and tells whether DDC displays are due in this one.
+bool BrightnessMonitor::beginsDdcRound()
+{
+    ++roundsSinceDdcRead;
+    if (roundsSinceDdcRead < (windowVisible ? ddcRoundsWhileVisible : ddcRoundsWhileHidden))
+        return false;
+    roundsSinceDdcRead = 0;
+    return true;
+}
+
+std::vector<std::string> BrightnessMonitor::displaysToRead(bool isDdcRound) const
 {
     std::vector<std::string> ids;
     for (const DisplayInfo& each : displays.get()) {
@@ -63,7 +88,7 @@ std::vector<std::string> DisplayStore::displaysToRead(bool isDdcRound) const
 }
 
 /// One display at a time, so that a request made meanwhile waits for one reading and not for all of them.
-Task<DisplayStore::Readings> DisplayStore::read(std::vector<std::string> ids, std::int64_t revision)
+Task<BrightnessMonitor::Readings> BrightnessMonitor::read(std::vector<std::string> ids, std::int64_t revision)
 {
     Readings readings;
     for (const std::string& id : ids) {
@@ -76,7 +101,7 @@ Task<DisplayStore::Readings> DisplayStore::read(std::vector<std::string> ids, st
     co_return readings;
 }
 
-void DisplayStore::showReadings(const Readings& readings, bool isDdcRound)
+void BrightnessMonitor::showReadings(const Readings& readings, bool isDdcRound)
 {
     std::vector<DisplayInfo> list = displays.get();
     std::vector<DisplayInfo> changed;
@@ -86,8 +111,8 @@ void DisplayStore::showReadings(const Readings& readings, bool isDdcRound)
             continue;
         const bool differs = each.brightness != reading->second;
         each.brightness = reading->second;
-        if (each.method == ControlMethod::apple ||
-            isDdcRound) { // else it was read out of turn after a failed write
+        // A DDC display outside of its round was read after a failed write, whose error stays on show.
+        if (each.method == ControlMethod::apple || isDdcRound) {
             each.status = readStatus;
             each.error.reset();
         }
@@ -95,8 +120,8 @@ void DisplayStore::showReadings(const Readings& readings, bool isDdcRound)
             changed.push_back(each);
     }
     displays.setIfChanged(std::move(list));
-    if (!changed.empty() && brightnessObserved)
-        brightnessObserved(changed);
+    if (!changed.empty() && changesSeen)
+        changesSeen(changed);
 }
 
 } // namespace lumenvale

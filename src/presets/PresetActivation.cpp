@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "presets/PresetActivation.h"
+
+#include <cmath>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr double levelTolerance = 0.0001; // of displays without hardware units
+
+bool differs(const DisplayInfo& display, double level)
+{
+    const double shown = *display.brightness;
+    if (display.method == ControlMethod::ddc)
+        return std::trunc(shown * display.maximum) != std::trunc(level * display.maximum);
+    return std::abs(shown - level) > levelTolerance;
+}
+
+enum class Comparison { nothingKnown, same, different };
+
+Comparison compare(const std::vector<DisplayInfo>& shown, const BrightnessPreset& preset)
+{
+    Comparison result = Comparison::nothingKnown;
+    for (const DisplayInfo& each : shown) {
+        const auto level = preset.values.find(each.id);
+        if (!each.brightness || level == preset.values.end())
+            continue;
+        if (differs(each, level->second))
+            return Comparison::different;
+        result = Comparison::same;
+    }
+    return result;
+}
+
+} // namespace
+
+PresetActivation::PresetActivation(PresetDisplayControlling& displays, const PresetStore& presets)
+    : displays(displays), presets(presets)
+{
+}
+
+void PresetActivation::startApplying(const Uuid& id, bool isAnnounced)
+{
+    preparingID = id;
+    startPreparing([this, id, isAnnounced] { apply(id, isAnnounced); });
+}
+
+void PresetActivation::startPreparing(std::function<void()> finish)
+{
+    isPreparing.setIfChanged(true);
+    operation.run(prepare(std::move(finish)));
+}
+
+Task<> PresetActivation::prepare(std::function<void()> finish)
+{
+    const std::int64_t started = generation;
+    co_await displays.pendingWritesFinished();
+    if (generation == started)
+        finish();
+}
+
+void PresetActivation::apply(const Uuid& id, bool isAnnounced)
+{
+    const BrightnessPreset* stored = presets.preset(id);
+    if (!stored)
+        return cancelOperation();
+    const std::int64_t started = generation;
+    const BrightnessPreset preset = *stored;
+    preparingID.reset();
+    write([&] {
+        isPreparing.setIfChanged(false);
+        displays.apply(preset.values);
+    });
+    if (isAnnounced && generation == started)
+        message.set("Applied " + displayName(preset) + ".");
+}
+
+void PresetActivation::cancelOperation()
+{
+    operation.cancel();
+    ++generation;
+    restorableID.reset();
+    const bool wasUnapplied = std::exchange(preparingID, std::nullopt).has_value();
+    if (!isPreparing.get())
+        return;
+    isPreparing.set(false);
+    const std::optional<Uuid> active = activePresetID.get();
+    const BrightnessPreset* preset = active ? presets.preset(*active) : nullptr;
+    const Comparison comparison = preset ? compare(displays.displayList(), *preset) : Comparison::nothingKnown;
+    const bool isDifferent = comparison == Comparison::different && !writesAreOurs;
+    if (active && (isDifferent || (wasUnapplied && comparison != Comparison::same)))
+        activePresetID.set(std::nullopt);
+}
+
+void PresetActivation::write(const std::function<void()>& request)
+{
+    writesAreOurs = true; // the new levels are announced before `request` returns
+    request();
+    settling.run(finishWrites());
+}
+
+Task<> PresetActivation::finishWrites()
+{
+    co_await displays.pendingWritesFinished();
+    writesAreOurs = false;
+    deactivateIfDifferent(displays.displayList());
+}
+
+void PresetActivation::deactivateIfDifferent(const std::vector<DisplayInfo>& shown)
+{
+    if (isPreparing.get() || writesAreOurs || !activePresetID.get())
+        return;
+    const BrightnessPreset* preset = presets.preset(*activePresetID.get());
+    if (!preset || compare(shown, *preset) != Comparison::different)
+        return;
+    activePresetID.set(std::nullopt);
+    message.set("Brightness changed outside the preset. This preset is no longer active.");
+}
+
+void PresetActivation::restoreWhenShown(const std::optional<Uuid>& id)
+{
+    restorableID = id;
+    restore();
+}
+
+void PresetActivation::restore()
+{
+    const BrightnessPreset* preset = restorableID ? presets.preset(*restorableID) : nullptr;
+    if (!preset)
+        return;
+    const Comparison comparison = compare(displays.displayList(), *preset);
+    if (comparison == Comparison::nothingKnown)
+        return;
+    if (comparison == Comparison::same)
+        activePresetID.setIfChanged(restorableID);
+    restorableID.reset();
+}
+
+void PresetActivation::forget(const Uuid& id)
+{
+    if (preparingID == id)
+        cancelOperation();
+    if (activePresetID.get() == id)
+        activePresetID.set(std::nullopt);
+}
+
+} // namespace lumenvale
