@@ -6,22 +6,33 @@ namespace lumenvale {
 namespace {
 
 template <typename Value>
-tl::expected<Value, JsonError> parse(std::string_view text)
+tl::expected<Value, std::string> parse(std::string_view text,
+                                       const typename Value::parser_callback_t& callback = nullptr)
 {
     try {
-        return Value::parse(text);
+        return Value::parse(text, callback);
     } catch (const typename Value::parse_error& mistake) {
-        return tl::unexpected(JsonError{mistake.byte, mistake.what()});
-    } catch (const typename Value::exception& mistake) {
-        return tl::unexpected(JsonError{std::nullopt, mistake.what()});
+        return tl::unexpected("is not valid JSON at byte " + std::to_string(mistake.byte));
+    } catch (const typename Value::exception&) {
+        return tl::unexpected<std::string>("has a number that is too large");
     }
 }
 
 } // namespace
 
-tl::expected<Json, JsonError> parseJson(std::string_view text) { return parse<Json>(text); }
+tl::expected<Json, std::string> parseJson(std::string_view text) { return parse<Json>(text); }
 
-tl::expected<OrderedJson, JsonError> parseOrderedJson(std::string_view text) { return parse<OrderedJson>(text); }
+tl::expected<OrderedJson, std::string> parseOrderedJson(std::string_view text, int deepest)
+{
+    bool isTooDeep = false;
+    auto value = parse<OrderedJson>(text, [&](int depth, OrderedJson::parse_event_t, const OrderedJson&) {
+        isTooDeep = isTooDeep || depth >= deepest;
+        return !isTooDeep;
+    });
+    if (value && isTooDeep)
+        return tl::unexpected<std::string>("is nested too deeply");
+    return value;
+}
 
 std::string writeJson(const OrderedJson& value, std::optional<int> indent)
 {

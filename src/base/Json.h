@@ -3,7 +3,6 @@
 // templates that take seconds to compile; they are instantiated here once. Pure; any thread.
 #pragma once
 
-#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -18,17 +17,14 @@ using Json = nlohmann::json;
 /// that deeply nested foreign text could exhaust the stack.
 using OrderedJson = nlohmann::ordered_json;
 
-struct JsonError {
-    std::optional<std::size_t>
-        byte;         ///< where reading stopped, from 1; none where a number has no room in any type
-    std::string text; ///< the library's own words
-};
+/// Text that is nested deeper is refused where keys keep their order.
+constexpr int deepestJson = 100;
 
-/// Reads one JSON value in UTF-8.
-tl::expected<Json, JsonError> parseJson(std::string_view text);
+/// Reads one JSON value in UTF-8. The error continues the name of what was read: "is not valid JSON at byte 5".
+tl::expected<Json, std::string> parseJson(std::string_view text);
 
 /// The same with keys in order, for text of our own that is changed and written again.
-tl::expected<OrderedJson, JsonError> parseOrderedJson(std::string_view text);
+tl::expected<OrderedJson, std::string> parseOrderedJson(std::string_view text, int deepest = deepestJson);
 
 /// In one line, or with `indent` spaces for each level. Bytes that are not UTF-8 become U+FFFD.
 std::string writeJson(const OrderedJson& value, std::optional<int> indent = std::nullopt);

@@ -45,6 +45,12 @@ Result<Integer> readInteger(const Json& value)
             return static_cast<Integer>(value.get<std::uint64_t>());
     } else if (value.is_number_integer() && std::in_range<Integer>(value.get<std::int64_t>())) {
         return static_cast<Integer>(value.get<std::int64_t>());
+    } else if (value.is_number_float()) { // a person may write 1e1 or 16.0
+        const double number = value.get<double>();
+        constexpr double least = std::numeric_limits<Integer>::min();
+        const double end = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+        if (number >= least && number < end && number == std::trunc(number))
+            return static_cast<Integer>(number);
     }
     return mismatch("a whole number from " + std::to_string(std::numeric_limits<Integer>::min()) + " to " +
                         std::to_string(std::numeric_limits<Integer>::max()),
@@ -185,7 +191,7 @@ tl::expected<std::vector<BrightnessPreset>, std::string> decodePresets(const Pro
     // As characters: a library's traits for other types are not standard, and newer ones lack them.
     const auto parsed = parseJson({reinterpret_cast<const char*>(data.data()), data.size()});
     if (!parsed)
-        return tl::unexpected("not a JSON document: " + parsed.error().text);
+        return tl::unexpected("the document " + parsed.error());
     const Json& document = *parsed;
     if (!document.is_array())
         return tl::unexpected("the document" + mismatch("an array", document).value());

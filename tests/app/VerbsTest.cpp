@@ -248,11 +248,11 @@ TEST_F(PresetVerbsTest, EndsWithThreeForAPresetThatIsNotThereOrNotClear)
 
 TEST_F(PresetVerbsTest, LeavesThePreferencesFileAlone)
 {
-    const std::string before = files.text("preferences.ini");
+    const std::string before = files.text("preferences.json");
     run({"list"});
     run({"presets"});
     run({"apply", "Evening"});
-    EXPECT_EQ(files.text("preferences.ini"), before);
+    EXPECT_EQ(files.text("preferences.json"), before);
 }
 
 } // namespace

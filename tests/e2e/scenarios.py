@@ -194,7 +194,7 @@ def ends_cleanly_while_a_slow_monitor_is_written(session):
 
 
 def settings_open_at_the_first_start_only(session):
-    session.write_preferences(hasOpenedSettings="false")
+    session.write_preferences(hasOpenedSettings=False)
     session.start()
     wait_until(session.application, "the program runs")
 
@@ -251,7 +251,7 @@ def shortcut_applies_its_preset_from_any_program(session):
     wait_until(session.application, "the program runs")
     other = Session(session.program)
     try:
-        other.write_preferences([with_shortcut(NOON)], hasOpenedSettings="false")
+        other.write_preferences([with_shortcut(NOON)], hasOpenedSettings=False)
         other.start()
         window = wait_until(lambda: other.window("Displays"), "another program's window has the focus")
         for lock in (None, "Caps_Lock", "Num_Lock"):

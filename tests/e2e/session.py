@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: MIT
 """One run of the program: its monitors, its process, its windows as a screen reader sees them, and the mouse."""
-import base64
 import json
 import os
 import shutil
@@ -58,15 +57,11 @@ class Session:
 
     def write_preferences(self, presets=(), **others):
         """Before the first start."""
-        values = {"hasOpenedSettings": "true", **others}
-        if presets:
-            text = base64.b64encode(json.dumps(list(presets)).encode()).decode()
-            values["brightnessPresets"] = json.dumps(json.dumps({"data": text}))
-        with open(self.folder + "/preferences.ini", "w", encoding="utf-8") as file:
-            file.write("[General]\n" + "".join(f"{key}={value}\n" for key, value in values.items()))
+        with open(self.folder + "/preferences.json", "w", encoding="utf-8") as file:
+            json.dump({"hasOpenedSettings": True, "brightnessPresets": list(presets), **others}, file)
 
     def start(self, *arguments):
-        if not os.path.exists(self.folder + "/preferences.ini"):
+        if not os.path.exists(self.folder + "/preferences.json"):
             self.write_preferences()
         with open(self.home + "/log", "a", encoding="utf-8") as log:
             process = subprocess.Popen(self.command(*arguments), env=self.environment(), stdout=log, stderr=log)

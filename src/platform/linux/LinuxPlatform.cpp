@@ -9,7 +9,7 @@
 #include "platform/linux/displays/LinuxServiceRegistry.h"
 #include "platform/linux/displays/LinuxSystemEvents.h"
 #include "platform/linux/displays/Logind.h"
-#include "platform/qt/IniUserDefaults.h"
+#include "platform/qt/JsonUserDefaults.h"
 
 #include <QDBusConnection>
 #include <QStandardPaths>
@@ -25,12 +25,12 @@ int setThroughLogind(const std::string& backlight, std::int64_t raw)
     return setBrightnessThroughLogind(QDBusConnection::systemBus(), backlight, raw);
 }
 
-std::unique_ptr<UserDefaults> makeDefaults(Clock& clock)
+std::unique_ptr<UserDefaults> makeDefaults(const PlatformOptions& options, Clock& clock)
 {
     const std::string folder =
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
-    return std::make_unique<IniUserDefaults>(folder + "/" + applicationIdentifier + "/preferences.ini", folder,
-                                             clock);
+    return std::make_unique<JsonUserDefaults>(folder + "/" + applicationIdentifier + "/preferences.json", folder,
+                                              clock, options.report);
 }
 
 } // namespace
@@ -42,7 +42,7 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
         paths, options.hasWindowSystem ? LinuxScreenSource::WindowScreens(qtWindowScreens) : nullptr);
 
     Platform platform;
-    platform.defaults = makeDefaults(clock);
+    platform.defaults = makeDefaults(options, clock);
     platform.events = std::make_unique<LinuxSystemEvents>(paths, options.hasWindowSystem, *screens, clock);
     platform.screens = std::move(screens);
     platform.diagnostics = std::make_unique<LinuxDiagnostics>(paths);

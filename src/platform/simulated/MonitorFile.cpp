@@ -228,9 +228,7 @@ tl::expected<MonitorFile, std::string> parseMonitorFile(const std::string& text,
 {
     const auto json = parseOrderedJson(text);
     if (!json)
-        return tl::unexpected(fileName + (json.error().byte ? " is not valid JSON at byte " +
-                                                                  std::to_string(*json.error().byte) + "."
-                                                            : std::string(" has a number that is too large.")));
+        return tl::unexpected(fileName + ' ' + json.error() + '.');
     ObjectReader reader(*json, "");
     MonitorFile monitor;
     readIdentity(reader, monitor);

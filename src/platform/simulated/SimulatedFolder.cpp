@@ -29,14 +29,23 @@ tl::expected<SimulatedDisplay, std::string> readDisplay(const std::string& folde
 
 } // namespace
 
+std::vector<std::string> SimulatedFolder::list() const
+{
+    std::vector<std::string> names;
+    const QDir directory(QString::fromStdString(folder));
+    for (const QString& each : directory.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
+        if (each != QLatin1String("preferences.json"))
+            names.push_back(each.toStdString());
+    }
+    return names;
+}
+
 FolderContents SimulatedFolder::read()
 {
     FolderContents contents;
     fileNames.clear();
     std::map<std::string, std::string> uuids;
-    const QDir directory(QString::fromStdString(folder));
-    for (const QString& each : directory.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
-        const std::string fileName = each.toStdString();
+    for (const std::string& fileName : list()) {
         auto display = readDisplay(folder, fileName);
         if (!display) {
             contents.problems.push_back(display.error());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The simulated monitors of a folder: every *.json file in it, in name order, is one connected display. Each
-// thread has an object of its own.
+// The simulated monitors of a folder: every *.json file in it but preferences.json, in name order, is one
+// connected display. Each thread has an object of its own.
 #pragma once
 
 #include "platform/simulated/SimulatedMonitor.h"
@@ -29,6 +29,9 @@ public:
     explicit SimulatedFolder(std::string folder) : folder(std::move(folder)) {}
 
     const std::string& path() const { return folder; }
+
+    /// The files that describe displays, in name order.
+    std::vector<std::string> list() const;
 
     /// Reads all files. Of two with the same number or UUID, the second is a problem.
     FolderContents read();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/simulated/SimulatedPlatform.h"
 
-#include "platform/qt/IniUserDefaults.h"
+#include "platform/qt/JsonUserDefaults.h"
 #include "platform/simulated/SimulatedDiagnostics.h"
 #include "platform/simulated/SimulatedDisplaySystem.h"
 #include "platform/simulated/SimulatedRegistry.h"
@@ -21,7 +21,8 @@ tl::expected<Platform, std::string> makeSimulatedPlatform(const PlatformOptions&
         return tl::unexpected("The folder " + folder + " cannot be read.");
 
     Platform platform;
-    platform.defaults = std::make_unique<IniUserDefaults>(folder + "/preferences.ini", folder, clock);
+    platform.defaults =
+        std::make_unique<JsonUserDefaults>(folder + "/preferences.json", folder, clock, options.report);
     platform.screens = std::make_unique<SimulatedScreenSource>(folder, options.report);
     platform.events = std::make_unique<SimulatedEvents>(folder, clock);
     platform.diagnostics = std::make_unique<SimulatedDiagnostics>(folder);

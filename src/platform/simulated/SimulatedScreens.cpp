@@ -101,9 +101,8 @@ void SimulatedEvents::somethingChanged()
 void SimulatedEvents::watchFiles()
 {
     // A file edited in place does not change its folder, and a file that was replaced is watched no longer.
-    const QDir directory(QString::fromStdString(folder.path()));
-    for (const QString& file : directory.entryList({QStringLiteral("*.json")}, QDir::Files))
-        watcher.addPath(directory.filePath(file));
+    for (const std::string& name : folder.list())
+        watcher.addPath(QString::fromStdString(folder.path() + '/' + name));
 }
 
 void SimulatedEvents::examine()

@@ -22,7 +22,7 @@ TEST(SimulatedFolder, ListsJsonFilesInNameOrderAndNothingElse)
     files.write("b.json", R"({"name": "B"})");
     files.write("a.json", R"({"name": "A"})");
     files.write("C.json", R"({"name": "C"})");
-    files.write("preferences.ini", "[General]");
+    files.write("preferences.json", "{}");
     files.write(".hidden.json", R"({"name": "H"})");
     files.write("d.json.Xy12ab", R"({"name": "D"})");
     SimulatedFolder folder(files.path());

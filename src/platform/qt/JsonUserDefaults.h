@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Preferences in one INI file. Changes are written together, at most twice a second, and merged key by key with
-// what other processes have written; the file on the disk is always whole. Main thread only.
+// Preferences in one JSON file. Changes are written together, at most twice a second, and merged key by key with
+// what other processes, or a person, have written; the file on the disk is always whole. Main thread only.
 #pragma once
 
 #include "base/Clock.h"
 #include "base/UserDefaults.h"
 
-#include <QString>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -14,15 +14,18 @@
 
 namespace lumenvale {
 
-class IniUserDefaults final : public UserDefaults {
+class JsonUserDefaults final : public UserDefaults {
 public:
-    /// Reads the file at `path`, which need not exist. `domain(NAME)` reads `domainFolder`/NAME.ini. `clock` must
-    /// outlive the object.
-    IniUserDefaults(std::string path, std::string domainFolder, Clock& clock);
-    IniUserDefaults(const IniUserDefaults&) = delete;
-    IniUserDefaults& operator=(const IniUserDefaults&) = delete;
+    /// Receives whole sentences for the user; may be empty.
+    using Report = std::function<void(const std::string&)>;
+
+    /// Reads the file at `path`, which need not exist. `domain(NAME)` reads `domainFolder`/NAME/preferences.json.
+    /// `report` hears when a file is not readable as preferences. `clock` must outlive the object.
+    JsonUserDefaults(std::string path, std::string domainFolder, Clock& clock, Report report);
+    JsonUserDefaults(const JsonUserDefaults&) = delete;
+    JsonUserDefaults& operator=(const JsonUserDefaults&) = delete;
     /// Writes what is not yet written.
-    ~IniUserDefaults() override;
+    ~JsonUserDefaults() override;
 
     std::optional<PropertyValue> value(const std::string& key) const override;
     void set(const std::string& key, std::optional<PropertyValue> next) override;
@@ -33,14 +36,15 @@ public:
 
 private:
     tl::expected<void, std::string> save();
-    void writeChanges(const QString& file) const;
+    tl::expected<void, std::string> writeChanges();
 
     std::string path;
     std::string domainFolder;
     Clock& clock;
+    Report report;
     std::map<std::string, PropertyValue> values; // as read at the start, and as set since
     std::set<std::string> changed;               // set since the last successful write
-    bool isDamaged = false;                      // the file, as found at the start
+    bool mustKeepCopy = false;                   // the file holds what was not understood
     bool hasFailed = false;                      // the last write
     Clock::TimerId timer = 0;
     Signal<const std::string&> failures;
