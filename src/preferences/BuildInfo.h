@@ -24,13 +24,13 @@ struct BuildInfo {
     std::optional<Time> builtAt;
 };
 
-BuildInfo readBuildInfo(const BuildResources& resources);
+/// `parseTime` reads an ISO 8601 date and time with a zone ("2025-01-31T18:04:05Z"), and gives none for other
+/// text.
+BuildInfo readBuildInfo(const BuildResources& resources,
+                        const std::function<std::optional<BuildInfo::Time>(const std::string&)>& parseTime);
 
 /// "Built " and the moment in the user's form (made by `format`), for builds of the past week only.
 std::optional<std::string> buildLabel(const BuildInfo& info, BuildInfo::Time now,
                                       const std::function<std::string(BuildInfo::Time)>& format);
-
-/// Reads an ISO 8601 date and time with a zone ("2025-01-31T18:04:05Z"); no fractions of a second.
-std::optional<BuildInfo::Time> parseIsoTime(const std::string& text);
 
 } // namespace lumenvale
