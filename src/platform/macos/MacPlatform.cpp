@@ -9,7 +9,7 @@
 #include "platform/macos/displays/MacSystemEvents.h"
 #include "platform/macos/foundation/MacUserDefaults.h"
 #include "platform/macos/shell/MacHotKeyService.h"
-#include "platform/macos/shell/MacLoginItem.h"
+#include "platform/macos/shell/SystemStartupService.h"
 
 namespace lumenvale {
 
@@ -32,7 +32,7 @@ std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& 
 {
     if (options.simulationFolder)
         return std::make_unique<NoLoginItem>();
-    return std::make_unique<MacLoginItem>();
+    return std::make_unique<SystemStartupService>();
 }
 
 std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options)

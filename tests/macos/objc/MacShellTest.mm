@@ -4,9 +4,9 @@
 #include "platform/macos/displays/MacScreenSource.h"
 #include "platform/macos/displays/MacSystemEvents.h"
 #include "platform/macos/shell/ApplicationControl.h"
-#include "platform/macos/shell/MacLoginItem.h"
 #include "platform/macos/shell/MacPanelWindows.h"
 #include "platform/macos/shell/MacStatusBar.h"
+#include "platform/macos/shell/SystemStartupService.h"
 
 #import <Carbon/Carbon.h>
 #import <QuartzCore/QuartzCore.h>
@@ -132,7 +132,7 @@ TEST_F(MacShellTest, SleepWakeAndChangesOfTheScreensAreAnnouncedToSubscribers)
 
 TEST_F(MacShellTest, TheLoginItemHasTheSystemsStateAndWords)
 {
-    MacLoginItem item;
+    SystemStartupService item;
     EXPECT_EQ(item.status(), StartupStatus::off);
     EXPECT_TRUE(item.setEnabled(true));
     EXPECT_EQ(item.status(), StartupStatus::enabled);

@@ -4,10 +4,7 @@
 #include "platform/macos/shell/ApplicationControl.h"
 
 #import <AppKit/AppKit.h>
-#if __has_include(<AppKit/NSTrackingArea.h>) // not among what stands in for the system's headers elsewhere
 #import <AppKit/NSTrackingArea.h>
-#define LUMENVALE_HAS_TRACKING_AREAS
-#endif
 #import <QuartzCore/QuartzCore.h>
 #import <objc/runtime.h>
 
@@ -88,9 +85,8 @@ void layMaterial(NSWindow* window, double cornerRadius)
 
 /// The toolkit follows the pointer only while its program is the active one, which a panel's seldom is: nothing
 /// under the pointer would light up or show its help.
-void followPointer([[maybe_unused]] NSView* view)
+void followPointer(NSView* view)
 {
-#ifdef LUMENVALE_HAS_TRACKING_AREAS
     NSArray<NSTrackingArea*>* const areas = view.trackingAreas;
     for (NSTrackingArea* each in areas) {
         if (each.options & NSTrackingActiveAlways)
@@ -106,7 +102,6 @@ void followPointer([[maybe_unused]] NSView* view)
                                                              owner:each.owner
                                                           userInfo:each.userInfo]];
     }
-#endif
 }
 
 class OutsideClickMonitor final : public EventMonitor {

@@ -3,9 +3,9 @@
 
 #include "platform/macos/displays/AppKitScreens.h"
 #include "platform/macos/foundation/NSStrings.h"
-#include "platform/macos/shell/TiffImage.h"
 
 #import <AppKit/AppKit.h>
+#import <AppKit/NSBitmapImageRep.h>
 
 @interface LMVStatusItemTarget : NSObject {
 @public
@@ -27,13 +27,38 @@ namespace lumenvale {
 
 namespace {
 
+NSBitmapImageRep* representation(const Bitmap& bitmap, NSSize points)
+{
+    NSBitmapImageRep* const result =
+        [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nil
+                                                pixelsWide:bitmap.width
+                                                pixelsHigh:bitmap.height
+                                             bitsPerSample:8
+                                           samplesPerPixel:4
+                                                  hasAlpha:YES
+                                                  isPlanar:NO
+                                            colorSpaceName:NSDeviceRGBColorSpace
+                                              bitmapFormat:NSBitmapFormatAlphaNonpremultiplied
+                                               bytesPerRow:bitmap.width * 4
+                                              bitsPerPixel:32];
+    unsigned char* sample = result.bitmapData;
+    for (const std::uint32_t pixel : bitmap.pixels) {
+        for (const int shift : {16, 8, 0, 24}) // red, green, blue, opacity
+            *sample++ = static_cast<unsigned char>(pixel >> shift);
+    }
+    result.size = points;
+    return result;
+}
+
+/// One image for all screens: AppKit draws the representation that has a screen's pixels per point.
 NSImage* templateImage(const StatusItemContent& content)
 {
-    const Bitmap image1 = content.image(1);
-    const std::vector<std::uint8_t> file = encodeTiff({{image1, 1}, {content.image(2), 2}});
-    NSImage* const image = [[NSImage alloc] initWithData:[NSData dataWithBytes:file.data() length:file.size()]];
-    image.size = NSMakeSize(image1.width, image1.height); // in points, whatever page AppKit takes first
-    [image setTemplate:YES];                              // tinted to suit the bar
+    const Bitmap plain = content.image(1);
+    const NSSize points = NSMakeSize(plain.width, plain.height);
+    NSImage* const image = [[NSImage alloc] initWithSize:points];
+    [image addRepresentation:representation(plain, points)];
+    [image addRepresentation:representation(content.image(2), points)];
+    [image setTemplate:YES]; // tinted to suit the bar
     image.accessibilityDescription = toNSString(content.title);
     return image;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/shell/MacLoginItem.h"
+#include "platform/macos/shell/SystemStartupService.h"
 
 #include "platform/macos/foundation/NSStrings.h"
 
@@ -7,7 +7,7 @@
 
 namespace lumenvale {
 
-StartupStatus MacLoginItem::status()
+StartupStatus SystemStartupService::status()
 {
     switch (SMAppService.mainAppService.status) {
     case SMAppServiceStatusNotRegistered:
@@ -21,7 +21,7 @@ StartupStatus MacLoginItem::status()
     }
 }
 
-tl::expected<void, std::string> MacLoginItem::setEnabled(bool enabled)
+tl::expected<void, std::string> SystemStartupService::setEnabled(bool enabled)
 {
     SMAppService* const service = SMAppService.mainAppService;
     NSError* error = nil;
@@ -32,6 +32,6 @@ tl::expected<void, std::string> MacLoginItem::setEnabled(bool enabled)
     return tl::unexpected(toStdString(error.localizedDescription));
 }
 
-void MacLoginItem::openSystemSettings() { [SMAppService openSystemSettingsLoginItems]; }
+void SystemStartupService::openSystemSettings() { [SMAppService openSystemSettingsLoginItems]; }
 
 } // namespace lumenvale

@@ -6,7 +6,7 @@
 
 namespace lumenvale {
 
-class MacLoginItem final : public StartupService {
+class SystemStartupService final : public StartupService {
 public:
     StartupStatus status() override;
     tl::expected<void, std::string> setEnabled(bool enabled) override;
@@ -22,7 +22,7 @@ public:
     {
         return tl::unexpected(std::string("macOS starts only programs for real displays at login."));
     }
-    void openSystemSettings() override { MacLoginItem().openSystemSettings(); }
+    void openSystemSettings() override { SystemStartupService().openSystemSettings(); }
 };
 
 } // namespace lumenvale
