@@ -37,30 +37,30 @@ TEST_F(MacHotKeysTest, PressesOfOurKeysActivateTheirPresetsAndThoseOfOthersAreLe
     EXPECT_EQ(shortcuts->registerAll(presets),
               (Errors{{presets[1].id,
                        "⌥⌘F1 could not be registered (-9878). It may be used by macOS or another app."}}));
-    ASSERT_EQ(standin::hotKeys().size(), 1U);
-    const standin::HotKey key = standin::hotKeys()[0];
+    ASSERT_EQ(fakesdk::hotKeys().size(), 1U);
+    const fakesdk::HotKey key = fakesdk::hotKeys()[0];
     EXPECT_EQ(key.keyCode, 122U);
     EXPECT_EQ(key.modifiers, 0x900U);
     EXPECT_EQ(key.signature, 0x4C4D564BU);
-    EXPECT_EQ(standin::press(0x6F746872, key.id), eventNotHandledErr); // another program's signature
-    EXPECT_EQ(standin::press(key.signature, 0), eventNotHandledErr);   // no event
-    machine.failures["GetEventParameter"] = {-50};
-    EXPECT_EQ(standin::press(key.signature, key.id), eventNotHandledErr);
+    EXPECT_FALSE(fakesdk::fireHotKeyEvent(0x6F746872, key.id)) << "another program's signature";
+    machine.fail["GetEventParameter"] = {-50};
+    EXPECT_FALSE(fakesdk::fireHotKeyEvent(key.signature, key.id));
     EXPECT_TRUE(activated.empty());
-    machine.failures.clear();
+    machine.fail.clear();
     for (int i = 0; i < 2; ++i)
-        EXPECT_EQ(standin::press(key.signature, key.id), noErr); // the second time it is ours and means nothing
+        EXPECT_TRUE(
+            fakesdk::fireHotKeyEvent(key.signature, key.id)); // the second time it is ours and means nothing
     EXPECT_EQ(activated, std::vector{presets[0].id});
-    EXPECT_TRUE(standin::hotKeys().empty());
+    EXPECT_TRUE(fakesdk::hotKeys().empty());
 }
 
 TEST_F(MacHotKeysTest, WithoutItsHandlerEveryPresetWithAKeySaysSo)
 {
-    machine.failures["InstallEventHandler"] = {-50};
+    machine.fail["InstallEventHandler"] = {-50};
     start();
     const std::string message = "Keyboard shortcut handler could not start (-50).";
     EXPECT_EQ(shortcuts->registerAll(presets), (Errors{{presets[0].id, message}, {presets[1].id, message}}));
-    EXPECT_TRUE(standin::hotKeys().empty());
+    EXPECT_TRUE(fakesdk::hotKeys().empty());
 }
 
 } // namespace

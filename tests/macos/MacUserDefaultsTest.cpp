@@ -27,8 +27,9 @@ struct MacUserDefaultsTest : MacTest {
 TEST_F(MacUserDefaultsTest, GivesEveryValueBackWithItsType)
 {
     for (const PropertyValue& each : std::initializer_list<PropertyValue>{
-             true, false, 1, std::numeric_limits<std::int64_t>::min(), 3.0, -0.1, "Größe 🖥", "", PropertyData(),
-             PropertyData{0, 255}, PropertyArray{1, "two", PropertyArray(), PropertyDictionary{{"deep", true}}},
+             true, false, 1, std::numeric_limits<std::int64_t>::min(), 3.0, -0.1, "Größe 🖥", "",
+             PropertyData(), PropertyData{0, 255},
+             PropertyArray{1, "two", PropertyArray(), PropertyDictionary{{"deep", true}}},
              PropertyDictionary{{"z", 1}, {"a", PropertyData{1}}}}) {
         EXPECT_EQ(defaults.value("key"), std::nullopt);
         defaults.set("key", each);

@@ -36,24 +36,25 @@ NSColorSpaceName const NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
 }
 @end
 
-/// Keeps `object` with `owner`, after those kept before.
-static void append(id owner, const void* key, id object)
-{
-    NSMutableArray* const list = objc_getAssociatedObject(owner, key) ?: [NSMutableArray array];
-    [list addObject:object];
-    objc_setAssociatedObject(owner, key, list, OBJC_ASSOCIATION_RETAIN_NONATOMIC);
-}
-
 static const char listKey = 0;
+
+/// Keeps `object` with `owner`, after those kept before.
+static void append(id owner, id object)
+{
+    NSArray* const before = objc_getAssociatedObject(owner, &listKey);
+    NSMutableArray* const list = before ? [NSMutableArray arrayWithArray:before] : [NSMutableArray array];
+    [list addObject:object];
+    objc_setAssociatedObject(owner, &listKey, list, OBJC_ASSOCIATION_RETAIN_NONATOMIC);
+}
 
 @implementation NSImage (Representations)
 - (void)addRepresentation:(NSImageRep*)imageRep
 {
-    append(self, &listKey, imageRep);
+    append(self, imageRep);
 }
 - (NSArray<NSImageRep*>*)representations
 {
-    return [objc_getAssociatedObject(self, &listKey) copy];
+    return objc_getAssociatedObject(self, &listKey);
 }
 @end
 
@@ -76,10 +77,10 @@ static const char listKey = 0;
 @implementation NSView (TrackingAreas)
 - (void)addTrackingArea:(NSTrackingArea*)trackingArea
 {
-    append(self, &listKey, trackingArea);
+    append(self, trackingArea);
 }
 - (NSArray<NSTrackingArea*>*)trackingAreas
 {
-    return [objc_getAssociatedObject(self, &listKey) copy];
+    return objc_getAssociatedObject(self, &listKey);
 }
 @end

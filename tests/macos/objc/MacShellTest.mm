@@ -8,6 +8,8 @@
 #include "platform/macos/shell/MacStatusBar.h"
 #include "platform/macos/shell/SystemStartupService.h"
 
+#import <AppKit/NSBitmapImageRep.h>
+#import <AppKit/NSTrackingArea.h>
 #import <Carbon/Carbon.h>
 #import <QuartzCore/QuartzCore.h>
 #include <fakesdk/objc.h>
@@ -22,7 +24,6 @@ namespace lumenvale {
 namespace {
 
 using namespace fakesdk;
-using fakesdk::Display;
 
 struct MacShellTest : testing::Test {
     void SetUp() override
@@ -30,19 +31,13 @@ struct MacShellTest : testing::Test {
         pool = objc_autoreleasePoolPush();
         reset();
         resetApplication();
-        Display first;
-        first.id = 5;
-        first.width = 2560;
-        first.height = 1440;
-        first.name = "Größe";
-        Display second;
-        second.id = 7;
-        second.width = 1920;
-        second.height = 1080;
-        second.bounds.origin = {2560, 0};
-        second.asleep = true;
-        second.uuid = "37D8832A-2D66-02CA-B9F7-8F30A301B230";
-        machine().displays = {first, second};
+        machine().displays = {{.id = 5, .width = 2560, .height = 1440, .name = "Größe"},
+                              {.id = 7,
+                               .width = 1920,
+                               .height = 1080,
+                               .uuid = "37D8832A-2D66-02CA-B9F7-8F30A301B230",
+                               .bounds = {{2560, 0}, {0, 0}},
+                               .asleep = true}};
     }
 
     void TearDown() override
@@ -58,7 +53,7 @@ struct MacShellTest : testing::Test {
     void* pool = nullptr;
 };
 
-NSPanel* makePanel(NSWindowStyleMask mask)
+NSPanel* makePanel(NSWindowStyleMask mask = NSWindowStyleMaskBorderless | NSWindowStyleMaskUtilityWindow)
 {
     return [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 340, 200)
                                       styleMask:mask
@@ -66,25 +61,12 @@ NSPanel* makePanel(NSWindowStyleMask mask)
                                           defer:NO];
 }
 
-NSEvent* mouseEvent(NSEventType type)
-{
-    return [NSEvent mouseEventWithType:type
-                              location:NSMakePoint(0, 0)
-                         modifierFlags:0
-                             timestamp:0
-                          windowNumber:0
-                               context:nil
-                           eventNumber:0
-                            clickCount:1
-                              pressure:1];
-}
-
 WindowHandle handleOf(NSWindow* window)
 {
     return reinterpret_cast<WindowHandle>((__bridge void*)window.contentView);
 }
 
-TEST_F(MacShellTest, ScreensHaveTheirNumberNameAndSize)
+TEST_F(MacShellTest, ScreensHaveTheirFactsAndAPlaceThatIsCountedFromTheTop)
 {
     MacScreenSource source;
     const std::vector<Screen> screens = source.screens();
@@ -94,19 +76,12 @@ TEST_F(MacShellTest, ScreensHaveTheirNumberNameAndSize)
     EXPECT_TRUE(screens[0].isMain);
     EXPECT_EQ(screens[0].frameWidth, 2560);
     EXPECT_EQ(screens[1].uuid, "37D8832A-2D66-02CA-B9F7-8F30A301B230");
-    EXPECT_EQ(screens[1].frameHeight, 1080);
     EXPECT_EQ(screens[1].mode->pixelWidth, 1920);
     EXPECT_TRUE(source.isAsleep(7));
     EXPECT_FALSE(source.isAsleep(5));
-}
-
-TEST_F(MacShellTest, PointsOfTheDesktopAreCountedFromTheTop)
-{
-    EXPECT_EQ(appKitScreens()[1].frame, (Rect{2560, 0, 1920, 1080}));
-    MacScreenSource source;
     EXPECT_EQ(source.displayAt({100, 1439}), 5U);
     EXPECT_EQ(source.displayAt({2560, 0}), 7U);
-    EXPECT_EQ(source.displayAt({2560, 1200}), std::nullopt); // below the second screen
+    EXPECT_EQ(source.displayAt({2560, 1200}), std::nullopt) << "below the second screen";
 }
 
 TEST_F(MacShellTest, SleepWakeAndChangesOfTheScreensAreAnnouncedToSubscribers)
@@ -114,13 +89,14 @@ TEST_F(MacShellTest, SleepWakeAndChangesOfTheScreensAreAnnouncedToSubscribers)
     std::vector<SystemEvent> heard;
     {
         MacSystemEvents events;
-        postWorkspace(NSWorkspaceDidWakeNotification); // nobody listens yet
+        postWorkspace(NSWorkspaceDidWakeNotification); // nothing is subscribed yet
         const Subscription subscription = events.subscribe([&](SystemEvent event) { heard.push_back(event); });
         postWorkspace(NSWorkspaceScreensDidSleepNotification);
         postWorkspace(NSWorkspaceWillSleepNotification);
         postWorkspace(NSWorkspaceDidWakeNotification);
         postWorkspace(NSWorkspaceScreensDidWakeNotification);
         screensChanged();
+        reconfigure(7, 1); // begins
         reconfigure(7, 1 << 5);
     }
     using enum SystemEvent;
@@ -143,118 +119,81 @@ TEST_F(MacShellTest, TheLoginItemHasTheSystemsStateAndWords)
         EXPECT_EQ(item.status(), StartupStatus::unavailable);
     }
     login().error = "Operation not permitted";
-    const auto result = item.setEnabled(false);
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error(), "Operation not permitted");
+    EXPECT_EQ(item.setEnabled(false).error(), "Operation not permitted");
     item.openSystemSettings();
     EXPECT_EQ(login().settingsOpened, 1);
 }
 
-TEST_F(MacShellTest, AStatusItemIsShownAsLongAsItExists)
-{
-    int activations = 0;
-    StatusItemContent content;
-    content.title = "Lumenvale";
-    content.toolTip = "Lumenvale — control each display";
-    content.image = [](double scale) {
-        const int width = int(22 * scale);
-        const int height = int(18 * scale);
-        return Bitmap{width, height, std::vector<std::uint32_t>(std::size_t(width * height), 0xFF000000)};
-    };
-    content.activated = [&] { ++activations; };
-    {
-        MacStatusBar bar;
-        const auto item = bar.createItem(content);
-        ASSERT_EQ(statusItems().count, 1U);
-        NSStatusBarButton* const button = statusItems()[0].button;
-        EXPECT_TRUE([button.toolTip isEqual:@"Lumenvale — control each display"]);
-        EXPECT_TRUE([button.image isTemplate]);
-        EXPECT_TRUE([button.image.accessibilityDescription isEqual:@"Lumenvale"]);
-        [button performClick:nil];
-        EXPECT_EQ(activations, 1);
-        const auto frame = item->frame();
-        ASSERT_TRUE(frame);
-        EXPECT_EQ(frame->y, 0); // in the menu bar, at the top
-        EXPECT_GT(frame->width, 0);
-    }
-    EXPECT_EQ(statusItems().count, 0U);
-}
-
-TEST_F(MacShellTest, AnItemMayBeRemovedByItsOwnClick)
+TEST_F(MacShellTest, AStatusItemIsShownUntilItEndsWhichItsOwnClickMayDo)
 {
     MacStatusBar bar;
     std::unique_ptr<StatusItem> item;
     StatusItemContent content;
-    content.image = [](double) { return Bitmap{1, 1, {0}}; };
+    content.title = "Lumenvale";
+    content.image = [](double scale) {
+        const int size = int(18 * scale);
+        return Bitmap{size, size, std::vector<std::uint32_t>(std::size_t(size * size), 0x80010203)};
+    };
     content.activated = [&] { item.reset(); };
     item = bar.createItem(content);
-    [statusItems()[0].button performClick:nil];
+    NSStatusBarButton* const button = statusItems()[0].button;
+    NSImage* const image = button.image;
+    EXPECT_TRUE([image isTemplate]);
+    EXPECT_TRUE([image.accessibilityDescription isEqual:@"Lumenvale"]);
+    ASSERT_EQ(image.representations.count, 2U);
+    for (NSBitmapImageRep* each in image.representations) {
+        EXPECT_EQ(each.size.width, 18);
+        const unsigned char* const samples = each.bitmapData;
+        EXPECT_EQ(std::vector(samples, samples + 4), (std::vector<unsigned char>{1, 2, 3, 0x80}));
+    }
+    EXPECT_EQ(item->frame()->y, 0) << "in the menu bar, at the top";
+    [button performClick:nil];
     EXPECT_EQ(statusItems().count, 0U);
 }
 
-TEST_F(MacShellTest, ADressedPanelFloatsAndDoesNotActivate)
+TEST_F(MacShellTest, ADressedPanelFloatsAndDoesNotActivateAlsoInAnotherWindow)
 {
-    NSPanel* const panel = makePanel(NSWindowStyleMaskBorderless | NSWindowStyleMaskUtilityWindow);
+    NSPanel* const first = makePanel();
+    NSView* const view = first.contentView;
+    const WindowHandle handle = handleOf(first);
+    [view addTrackingArea:[[NSTrackingArea alloc]
+                              initWithRect:view.bounds
+                                   options:NSTrackingMouseEnteredAndExited | NSTrackingActiveInActiveApp
+                                     owner:view
+                                  userInfo:nil]];
     MacPanelWindows windows;
-    EXPECT_TRUE(windows.canBlend());
-    for (int round = 0; round < 2; ++round) { // again, as after a change of the window's flags
-        panel.styleMask = NSWindowStyleMaskUtilityWindow;
-        panel.level = 8;
-        EXPECT_TRUE(windows.dress(handleOf(panel)));
-        windows.blurBehind(handleOf(panel), 340, 200, 12);
-    }
+    EXPECT_TRUE(windows.dress(handle));
+    windows.blurBehind(handle, 340, 200, 12);
+    NSPanel* const panel = makePanel(); // Qt puts its view into another window
+    first.contentView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 340, 200)];
+    panel.contentView = view;
+    setActive(false);
+    for (int round = 0; round < 2; ++round)
+        windows.focus(handle);
+    EXPECT_TRUE(panel.visible);
+    EXPECT_FALSE(NSApp.active);
+    EXPECT_EQ(panel.firstResponder, view);
     EXPECT_EQ(panel.styleMask, 128U);
     EXPECT_EQ(panel.level, 101);
     EXPECT_EQ(panel.collectionBehavior, 266U);
     EXPECT_FALSE(panel.opaque);
     EXPECT_TRUE(panel.hasShadow);
     EXPECT_FALSE(panel.hidesOnDeactivate);
-    NSArray<NSView*>* const views = panel.contentView.superview.subviews;
-    ASSERT_EQ(views.count, 2U);
-    EXPECT_EQ(views[1], panel.contentView);
-    NSVisualEffectView* const effect = (NSVisualEffectView*)views[0];
-    ASSERT_TRUE([effect isKindOfClass:NSVisualEffectView.class]);
-    EXPECT_EQ(effect.material, 6);
-    EXPECT_EQ(effect.state, 1);
-    EXPECT_EQ(effect.layer.cornerRadius, 12);
-    EXPECT_TRUE(effect.layer.masksToBounds);
-    EXPECT_EQ(effect.frame.size.width, 340);
-
-    setActive(false);
-    windows.focus(handleOf(panel));
-    EXPECT_TRUE(panel.visible);
-    EXPECT_FALSE(NSApp.active);
-    EXPECT_EQ(panel.firstResponder, panel.contentView);
-}
-
-TEST_F(MacShellTest, APanelThatTheToolkitPutIntoAnotherWindowIsDressedWhenItIsShown)
-{
-    NSPanel* const first = makePanel(NSWindowStyleMaskBorderless);
-    MacPanelWindows windows;
-    NSView* const view = first.contentView;
-    const WindowHandle handle = handleOf(first);
-    windows.dress(handle);
-    windows.blurBehind(handle, 340, 200, 12);
-    NSPanel* const second = makePanel(NSWindowStyleMaskBorderless);
-    first.contentView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 340, 200)];
-    second.contentView = view;
-    setActive(false);
-    windows.focus(handle);
-    EXPECT_FALSE(NSApp.active);
-    EXPECT_TRUE(second.visible);
-    EXPECT_EQ(second.styleMask, 128U);
-    EXPECT_EQ(second.level, 101);
+    ASSERT_EQ(view.trackingAreas.count, 2U);
+    EXPECT_EQ(view.trackingAreas[1].options, NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways);
     NSArray<NSView*>* const views = view.superview.subviews;
     ASSERT_EQ(views.count, 2U);
-    EXPECT_EQ(views[0].layer.cornerRadius, 12);
+    EXPECT_EQ(views[1], view);
+    NSVisualEffectView* const effect = (NSVisualEffectView*)views[0];
+    EXPECT_EQ(effect.material, NSVisualEffectMaterialPopover);
+    EXPECT_EQ(effect.state, NSVisualEffectStateActive);
+    EXPECT_EQ(effect.layer.cornerRadius, 12);
+    EXPECT_EQ(effect.frame.size.width, 340);
 }
 
 TEST_F(MacShellTest, AWindowThatIsNoPanelComesToTheFrontWithTheProgram)
 {
-    NSWindow* const window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 800, 580)
-                                                         styleMask:NSWindowStyleMaskTitled
-                                                           backing:NSBackingStoreBuffered
-                                                             defer:NO];
+    NSPanel* const window = makePanel(NSWindowStyleMaskTitled);
     setActive(false);
     MacPanelWindows().focus(handleOf(window));
     EXPECT_TRUE(NSApp.active);
@@ -263,53 +202,43 @@ TEST_F(MacShellTest, AWindowThatIsNoPanelComesToTheFrontWithTheProgram)
     [window close];
 }
 
-TEST_F(MacShellTest, ClicksInOtherProgramsAreToldUntilTheMonitorEnds)
+TEST_F(MacShellTest, PressesInOtherProgramsAreToldUntilTheMonitorEnds)
 {
-    int clicks = 0;
+    int presses = 0;
     std::unique_ptr<EventMonitor> monitor = MacPanelWindows().monitorOutsideClicks(0, [&] {
-        ++clicks;
-        monitor.reset();
+        if (++presses == 2)
+            monitor.reset();
     });
-    EXPECT_EQ(eventMonitors(), 1U);
     sendGlobalEvent(mouseDown());
-    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(presses, 1);
+    sendGlobalEvent(mouseDown());
+    EXPECT_EQ(presses, 2);
     EXPECT_EQ(eventMonitors(), 0U);
-
-    const auto another = MacPanelWindows().monitorOutsideClicks(0, [&] { ++clicks; });
-    sendGlobalEvent(mouseEvent(NSEventTypeRightMouseDown));
-    EXPECT_EQ(clicks, 2);
-    sendGlobalEvent(mouseEvent(NSEventTypeLeftMouseUp));
-    sendGlobalEvent(mouseEvent(NSEventTypeRightMouseUp));
-    EXPECT_EQ(clicks, 2); // presses only
 }
 
-TEST_F(MacShellTest, TheDockIconComesAndGoes)
+TEST_F(MacShellTest, TheDockIconComesAndGoesAndItsClicksSurviveTheEndOfLaunching)
 {
+    setActive(true);
     setInDock(true);
     EXPECT_EQ(NSApp.activationPolicy, NSApplicationActivationPolicyRegular);
     setInDock(false);
     EXPECT_EQ(NSApp.activationPolicy, NSApplicationActivationPolicyAccessory);
-    setActive(true);
-    setInDock(true);
-    setInDock(false); // what was in front stays there
-    EXPECT_TRUE(NSApp.active);
-}
-
-TEST_F(MacShellTest, ClicksOnTheDockIconSurviveTheEndOfLaunching)
-{
+    EXPECT_TRUE(NSApp.active) << "what was in front stays there";
     int reopened = 0;
+    const auto finishLaunching = [] {
+        [NSNotificationCenter.defaultCenter postNotificationName:NSApplicationWillFinishLaunchingNotification
+                                                          object:NSApp];
+    };
     {
         const ReopenHandler handler([&] { ++reopened; });
         EXPECT_TRUE(sendAppleEvent(kCoreEventClass, kAEReopenApplication));
         // AppKit puts its own handler in this place, and then tells that it will finish launching.
         [NSAppleEventManager.sharedAppleEventManager removeEventHandlerForEventClass:kCoreEventClass
                                                                           andEventID:kAEReopenApplication];
-        [NSNotificationCenter.defaultCenter postNotificationName:NSApplicationWillFinishLaunchingNotification
-                                                          object:NSApp];
+        finishLaunching();
         EXPECT_TRUE(sendAppleEvent(kCoreEventClass, kAEReopenApplication));
     }
-    [NSNotificationCenter.defaultCenter postNotificationName:NSApplicationWillFinishLaunchingNotification
-                                                      object:NSApp];
+    finishLaunching();
     EXPECT_FALSE(sendAppleEvent(kCoreEventClass, kAEReopenApplication));
     EXPECT_EQ(reopened, 2);
 }

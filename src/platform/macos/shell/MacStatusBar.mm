@@ -27,6 +27,7 @@ namespace lumenvale {
 
 namespace {
 
+/// Nil where the system has no memory for it.
 NSBitmapImageRep* representation(const Bitmap& bitmap, NSSize points)
 {
     NSBitmapImageRep* const result =
@@ -42,6 +43,8 @@ NSBitmapImageRep* representation(const Bitmap& bitmap, NSSize points)
                                                bytesPerRow:bitmap.width * 4
                                               bitsPerPixel:32];
     unsigned char* sample = result.bitmapData;
+    if (!sample)
+        return nil;
     for (const std::uint32_t pixel : bitmap.pixels) {
         for (const int shift : {16, 8, 0, 24}) // red, green, blue, opacity
             *sample++ = static_cast<unsigned char>(pixel >> shift);
@@ -56,8 +59,10 @@ NSImage* templateImage(const StatusItemContent& content)
     const Bitmap plain = content.image(1);
     const NSSize points = NSMakeSize(plain.width, plain.height);
     NSImage* const image = [[NSImage alloc] initWithSize:points];
-    [image addRepresentation:representation(plain, points)];
-    [image addRepresentation:representation(content.image(2), points)];
+    for (const Bitmap& bitmap : {plain, content.image(2)}) {
+        if (NSBitmapImageRep* const each = representation(bitmap, points))
+            [image addRepresentation:each];
+    }
     [image setTemplate:YES]; // tinted to suit the bar
     image.accessibilityDescription = toNSString(content.title);
     return image;
