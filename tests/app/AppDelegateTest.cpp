@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AppDelegateFixture.h"
 
-#include "ui/controls/TextLabel.h"
-#include "ui/look/PreferredHeight.h"
+#include "ui/controls/Labels.h"
 
 #include <QProgressBar>
 

@@ -25,7 +25,7 @@ template <typename Widget = QWidget>
 Widget* named(const QWidget& window, const QString& name)
 {
     for (QWidget* each : window.findChildren<QWidget*>()) {
-        auto* typed = dynamic_cast<Widget*>(each); // not every type has the toolkit's own type information
+        auto* typed = dynamic_cast<Widget*>(each); // not every type has Qt's own type information
         if (typed && each->accessibleName() == name && each->isVisibleTo(&window))
             return typed;
     }

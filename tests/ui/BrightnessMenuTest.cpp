@@ -3,10 +3,9 @@
 #include "support/StoreFixture.h"
 #include "support/Views.h"
 #include "ui/controls/HoldRepeatButton.h"
+#include "ui/controls/Labels.h"
 #include "ui/controls/LevelSlider.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/look/Labels.h"
-#include "ui/look/PreferredHeight.h"
+#include "ui/controls/Buttons.h"
 #include "ui/look/Theme.h"
 #include "ui/panel/BrightnessPanel.h"
 #include "ui/panel/PresetRow.h"
@@ -124,7 +123,7 @@ TEST_F(BrightnessMenuTest, FillsItsPreferredHeightAtOnceAndScrollsWhereItIsShort
     EXPECT_EQ(top(named<SmallButton>(panel, "Settings")), 170) << "the footer stays";
     presetRow("Night")->setFocus(Qt::TabFocusReason);
     page->ensureWidgetVisible(presetRow("Night"));
-    EXPECT_LE(top(presetRow("Night")) + presetRowHeight, 161);
+    EXPECT_LE(top(presetRow("Night")) + PresetRow::rowHeight, 161);
 }
 
 TEST_F(BrightnessMenuTest, RowsStayTheSameWhileTheirValuesAndOrderChange)

@@ -2,7 +2,6 @@
 #include "ui/controls/HoldRepeatButton.h"
 #include "support/ManualClock.h"
 #include "support/Views.h"
-#include "ui/controls/RepeatingStepButton.h"
 
 #include <QAccessible>
 #include <QVBoxLayout>
@@ -18,7 +17,7 @@ using std::chrono::milliseconds;
 struct HoldRepeatButtonTest : testing::Test {
     HoldRepeatButtonTest()
     {
-        look.updateButton(*button);
+        look.update(*button);
         auto* layout = new QVBoxLayout(&inner);
         layout->addWidget(button.get());
         window.resize(100, 100);
@@ -35,7 +34,7 @@ struct HoldRepeatButtonTest : testing::Test {
     RepeatingStepButton look{"plus", "Increase", "Increase by 1", true, [this] { ++steps; }};
     QWidget window;
     QWidget inner{&window};
-    std::unique_ptr<HoldRepeatButton> button{RepeatingStepButton::makeButton(clock, &inner)};
+    std::unique_ptr<HoldRepeatButton> button = std::make_unique<HoldRepeatButton>(clock);
 };
 
 TEST_F(HoldRepeatButtonTest, StepsAtThePressAfterTheDelayAndThenAtTheInterval)
@@ -89,7 +88,7 @@ TEST_F(HoldRepeatButtonTest, AHoldEndsWithWhatMakesTheButtonUnusable)
          [&] {
              RepeatingStepButton disabled = look;
              disabled.enabled = false;
-             disabled.updateButton(*button);
+             disabled.update(*button);
          }},
     };
     for (const auto& [name, end] : ends) {
@@ -104,7 +103,7 @@ TEST_F(HoldRepeatButtonTest, AHoldEndsWithWhatMakesTheButtonUnusable)
         EXPECT_EQ(steps, 1);
         button->setParent(&inner);
         inner.layout()->addWidget(button.get());
-        look.updateButton(*button);
+        look.update(*button);
         window.show();
         inner.show();
         button->show();

@@ -6,11 +6,11 @@
 #include "screenshots/Scene.h"
 #include "screenshots/Showcase.h"
 
+#include "preferences/BuildInfo.h"
+#include "ui/look/Theme.h"
 #include "ui/panel/BrightnessMenu.h"
 #include "ui/panel/BrightnessPanel.h"
-#include "ui/look/PreferredHeight.h"
 #include "ui/settings/SettingsTabController.h"
-#include "ui/look/Theme.h"
 
 #include <QApplication>
 #include <QDir>

@@ -2,7 +2,6 @@
 // The delegate's brightness panel: opening, placing and closing it.
 #include "app/desktop/AppDelegate.h"
 #include "app/desktop/Screens.h"
-#include "ui/look/PreferredHeight.h"
 #include "ui/look/Theme.h"
 #include "ui/panel/BrightnessMenu.h"
 

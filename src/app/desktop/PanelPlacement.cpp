@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/PanelPlacement.h"
 
-#include "ui/look/PreferredHeight.h"
+#include "ui/panel/BrightnessMenu.h"
 
 #include <algorithm>
 #include <cmath>

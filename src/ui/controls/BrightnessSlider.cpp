@@ -2,13 +2,9 @@
 #include "ui/controls/BrightnessSlider.h"
 
 #include "ui/controls/HoldRepeatButton.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 #include "ui/controls/LevelSlider.h"
-#include "ui/controls/RepeatingStepButton.h"
-#include "ui/look/Labels.h"
-#include "ui/look/PreferredHeight.h"
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 namespace lumenvale {
 
@@ -20,8 +16,6 @@ constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
 constexpr int nativeUnits = 1000; // a step of native control is 0.1 percentage points
-
-QString qString(const std::string& text) { return QString::fromStdString(text); }
 
 bool canBeSet(const BrightnessRow& row)
 {
@@ -36,48 +30,36 @@ double stepFraction(const DisplayInfo& display)
 
 } // namespace
 
-BrightnessSlider::BrightnessSlider(Clock& clock, QWidget* parent)
-    : QWidget(parent), symbol(new SymbolLabel({}, symbolSize, TextColour::secondary)),
-      title(new ElidedLabel(TextRole::name)),
+BrightnessSlider::BrightnessSlider(Clock& clock)
+    : symbol(new SymbolLabel({}, symbolSize, TextColour::secondary)), title(new ElidedLabel(TextRole::name)),
       problem(new SymbolLabel("exclamationmark.triangle", warningSize, TextColour::warning)),
-      sun(new SymbolLabel("sun.max.fill", smallSymbolSize, TextColour::secondary)), percentage(new NumberLabel),
-      minus(RepeatingStepButton::makeButton(clock, this)), slider(new LevelSlider),
-      plus(RepeatingStepButton::makeButton(clock, this))
+      percentage(new NumberLabel), minus(new HoldRepeatButton(clock)), slider(new LevelSlider),
+      plus(new HoldRepeatButton(clock))
 {
     setFixedHeight(rowHeight);
     problem->hide();
 
-    auto* header = new QHBoxLayout;
-    header->setSpacing(4);
+    auto* headerLine = new QWidget;
+    headerLine->setFixedHeight(headerHeight);
+    QHBoxLayout* header = makeLine(headerLine, 4);
     header->addWidget(symbol);
     header->addSpacing(2);
     header->addWidget(title);
     header->addWidget(problem);
     header->addStretch(1);
-    header->addWidget(sun);
+    header->addWidget(new SymbolLabel("sun.max.fill", smallSymbolSize, TextColour::secondary));
     header->addWidget(percentage);
 
-    auto* controls = new QHBoxLayout;
-    controls->setContentsMargins(0, 0, 0, 0);
-    controls->setSpacing(6 - LevelSlider::overhang);
+    QHBoxLayout* controls = makeLine(nullptr, 6 - LevelSlider::overhang);
     controls->addWidget(minus);
     controls->addWidget(slider, 1);
     controls->addWidget(plus);
+    slider->setFixedHeight(controlsHeight);
 
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    header->setContentsMargins(0, 0, 0, 0);
-    auto* headerLine = new QWidget;
-    headerLine->setLayout(header);
-    headerLine->setFixedHeight(headerHeight);
+    QVBoxLayout* rows = makeColumn(this);
     rows->addWidget(headerLine);
     rows->addStretch(1);
     rows->addLayout(controls);
-    slider->setFixedHeight(controlsHeight);
-
-    QWidget::setTabOrder(minus, slider);
-    QWidget::setTabOrder(slider, plus);
     slider->onChange = [this](double value) { request(value); };
 }
 
@@ -139,7 +121,7 @@ void BrightnessSlider::updateStepButton(HoldRepeatButton& button, int direction)
         .enabled = canBeSet(shown) && (direction < 0 ? value > 0.0 : value < 1.0),
         .action = [this, direction] { request(step(shown.display, direction)); },
     }
-        .updateButton(button);
+        .update(button);
 }
 
 } // namespace lumenvale

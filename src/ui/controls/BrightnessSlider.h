@@ -21,7 +21,7 @@ class SymbolLabel;
 /// What a row shows.
 struct BrightnessRow {
     DisplayInfo display;
-    std::string title; ///< instead of the display's name; empty: that
+    std::string title; ///< shown instead of the display's name, unless empty
     bool disabled = false;
 
     bool operator==(const BrightnessRow& other) const = default;
@@ -30,13 +30,15 @@ struct BrightnessRow {
 class BrightnessSlider final : public QWidget {
 public:
     /// `clock` must outlive the row.
-    explicit BrightnessSlider(Clock& clock, QWidget* parent = nullptr);
+    explicit BrightnessSlider(Clock& clock);
 
-    /// The user asks for a brightness (0.0 to 1.0). The row shows it already; whoever does not grant it calls
-    /// `show`.
+    /// The user asks for a brightness (0.0 to 1.0). The row shows it already; an owner that does not grant it
+    /// calls `show`.
     std::function<void(double)> onChange;
 
     void show(const BrightnessRow& row);
+
+    static constexpr int rowHeight = 50;
 
 private:
     void request(double value);
@@ -48,7 +50,6 @@ private:
     SymbolLabel* symbol;
     ElidedLabel* title;
     SymbolLabel* problem;
-    SymbolLabel* sun;
     NumberLabel* percentage;
     HoldRepeatButton* minus;
     LevelSlider* slider;

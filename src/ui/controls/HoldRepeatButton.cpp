@@ -11,7 +11,7 @@ namespace {
 constexpr double glyphSize = 14;
 } // namespace
 
-HoldRepeatButton::HoldRepeatButton(Clock& source, QWidget* parent) : SmallButton({}, {}, {}, parent), clock(source)
+HoldRepeatButton::HoldRepeatButton(Clock& clock) : SmallButton({}, {}, {}), clock(clock)
 {
     setFixedSize(32, 24);
     connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
@@ -33,7 +33,7 @@ void HoldRepeatButton::stopRepeating()
     setDown(false);
 }
 
-// The base class's own tracking of the mouse is not used: it would step again at the release.
+// The base class does not see the mouse: it would step again at the release.
 
 void HoldRepeatButton::mousePressEvent(QMouseEvent* event)
 {
@@ -103,6 +103,15 @@ bool HoldRepeatButton::event(QEvent* event)
     if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::ParentChange)
         stopRepeating();
     return SmallButton::event(event);
+}
+
+void RepeatingStepButton::update(HoldRepeatButton& button) const
+{
+    button.setSymbol(symbol);
+    button.setAccessibleName(label);
+    button.setToolTip(help);
+    button.onStep = action;
+    button.setEnabled(enabled);
 }
 
 } // namespace lumenvale

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// A button that steps once when pressed and goes on stepping while it is held. The size of a step is its owner's
-// business.
+// A button that steps once when pressed and goes on stepping while it is held. Its owner decides what a step is.
 #pragma once
 
 #include "base/Clock.h"
-#include "ui/controls/SmallButton.h"
+#include "ui/controls/Buttons.h"
 
 #include <functional>
 
@@ -13,7 +12,7 @@ namespace lumenvale {
 class HoldRepeatButton final : public SmallButton {
 public:
     /// `clock` must outlive the button.
-    explicit HoldRepeatButton(Clock& clock, QWidget* parent = nullptr);
+    explicit HoldRepeatButton(Clock& clock);
     ~HoldRepeatButton() override;
 
     std::function<void()> onStep; ///< one step
@@ -42,6 +41,17 @@ private:
     Clock& clock;
     Clock::TimerId repeatTimer = 0;
     bool pressed = false;
+};
+
+/// What a step button shows and does, as a value to be set on the button at every change.
+struct RepeatingStepButton {
+    QString symbol;
+    QString label; ///< the accessible name
+    QString help;
+    bool enabled = false;
+    std::function<void()> action; ///< one step
+
+    void update(HoldRepeatButton& button) const;
 };
 
 } // namespace lumenvale

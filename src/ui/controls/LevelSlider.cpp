@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/LevelSlider.h"
 
-#include "ui/controls/LevelSliderAccessible.h"
-#include "ui/look/FocusMark.h"
+#include "ui/controls/Accessibility.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Painting.h"
 
 #include <QKeyEvent>
@@ -18,17 +18,46 @@
 namespace lumenvale {
 
 namespace {
+
 constexpr double knobRadius = 9.0;
 constexpr double trackHeight = 4.0;
 constexpr double page = 0.1;
-constexpr double notch = 120.0;     // of a wheel, in the toolkit's eighths of a degree
+constexpr double notch = 120.0;     // of a wheel, in Qt's eighths of a degree
 constexpr double notchWidth = 0.01; // how far one notch moves, or a step where that is more
 constexpr double disabledOpacity = 0.5;
+
+/// What a screen reader sees: a slider from 0 to 1 that can be set.
+class LevelSliderAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit LevelSliderAccessible(LevelSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? slider()->valueText() : QAccessibleWidget::text(kind);
+    }
+
+    QVariant currentValue() const override { return slider()->value(); }
+    void setCurrentValue(const QVariant& value) override { slider()->request(value.toDouble()); }
+    QVariant minimumValue() const override { return 0.0; }
+    QVariant maximumValue() const override { return 1.0; }
+    QVariant minimumStepSize() const override { return slider()->step(); }
+
+private:
+    LevelSlider* slider() const { return static_cast<LevelSlider*>(object()); }
+};
+
 } // namespace
 
-LevelSlider::LevelSlider(QWidget* parent) : QWidget(parent)
+LevelSlider::LevelSlider()
 {
-    installLevelSliderAccessibility();
+    installAccessible<LevelSlider, LevelSliderAccessible>();
+    trackFocus(*this);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -48,7 +77,10 @@ void LevelSlider::setValueText(const QString& next)
     if (next == text)
         return;
     text = next;
-    notifyLevelChanged(*this);
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleValueChangeEvent event(this, shown);
+    QAccessible::updateAccessibility(&event);
 }
 
 void LevelSlider::request(double fraction)
@@ -112,7 +144,7 @@ void LevelSlider::paintEvent(QPaintEvent*)
     }
     painter.setOpacity(1.0);
     drawKnob(painter, knob, knobRadius, theme, isEnabled());
-    if (showsFocus(this)) {
+    if (showsFocus(*this)) {
         constexpr double ringWidth = 2.0;
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(theme.accent, ringWidth));
@@ -151,8 +183,8 @@ void LevelSlider::endDrag()
         showFraction(*waiting);
 }
 
-/// In a page that can scroll, the wheel belongs to the page until the slider has the focus: nobody means to change
-/// a brightness that scrolls past below the pointer.
+/// In a page that can scroll, the wheel belongs to the page until the slider has the focus: a brightness that
+/// scrolls past below the pointer must not change.
 bool LevelSlider::leavesWheelToPage() const
 {
     if (hasFocus())
@@ -206,12 +238,6 @@ void LevelSlider::keyPressEvent(QKeyEvent* event)
     default:
         QWidget::keyPressEvent(event);
     }
-}
-
-void LevelSlider::focusInEvent(QFocusEvent* event)
-{
-    markFocus(*this, *event);
-    QWidget::focusInEvent(event);
 }
 
 void LevelSlider::hideEvent(QHideEvent* event)

@@ -13,7 +13,7 @@ class LevelSlider final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit LevelSlider(QWidget* parent = nullptr);
+    LevelSlider();
 
     double value() const { return shown; }
     /// Shows a value without calling `onChange`.
@@ -44,7 +44,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
 

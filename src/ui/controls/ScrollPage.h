@@ -1,29 +1,27 @@
 // SPDX-License-Identifier: MIT
-// A page that scrolls up and down when it is taller than its place, and lets its ground show through.
+// A page that scrolls up and down when it is taller than its place, and its slim scroll bar.
 #pragma once
 
-#include "ui/controls/ScrollBar.h"
-
 #include <QScrollArea>
+#include <QScrollBar>
 
 namespace lumenvale {
 
-/// A page narrower than this puts names above what they name, and keeps less room at its sides.
-constexpr int narrowPageWidth = 500;
-
-class ScrollPage final : public QScrollArea {
+/// A rounded handle on nothing.
+class ScrollBar final : public QScrollBar {
 public:
-    explicit ScrollPage(QWidget* content)
-    {
-        setFrameShape(QFrame::NoFrame);
-        setWidgetResizable(true);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setFocusPolicy(Qt::NoFocus);
-        setVerticalScrollBar(new ScrollBar);
-        setWidget(content);
-        content->setAutoFillBackground(false);
-        viewport()->setAutoFillBackground(false);
-    }
+    ScrollBar();
+
+    QSize sizeHint() const override { return {10, 40}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// It lets its ground show through.
+class ScrollPage : public QScrollArea {
+public:
+    explicit ScrollPage(QWidget* content);
 };
 
 } // namespace lumenvale

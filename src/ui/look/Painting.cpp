@@ -4,7 +4,6 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QRadialGradient>
-#include <QWidget>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,8 +12,6 @@ namespace lumenvale {
 
 namespace {
 
-constexpr double disabledOpacity = 0.35;
-constexpr double ringWidth = 2.0;
 constexpr double shadowOffset = 1.0;
 constexpr double shadowReach = 3.5; ///< beyond the knob
 constexpr double shadowOpacity = 0.30;
@@ -25,19 +22,6 @@ QColor shadowColour(double opacity)
     QColor colour(Qt::black);
     colour.setAlphaF(static_cast<float>(opacity));
     return colour;
-}
-
-double digitWidth(const QFontMetricsF& metrics)
-{
-    double widest = 0.0;
-    for (char digit = '0'; digit <= '9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QLatin1Char(digit)));
-    return widest;
-}
-
-double cellWidth(const QFontMetricsF& metrics, QChar character, double digit)
-{
-    return character.isDigit() ? digit : metrics.horizontalAdvance(character);
 }
 
 } // namespace
@@ -67,26 +51,6 @@ void drawRoundedBox(QPainter& painter, const QRectF& box, double radius, const Q
     painter.drawRoundedRect(outer.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
 }
 
-void drawControlFace(QPainter& painter, const QRectF& box, const Theme& theme, ControlState state)
-{
-    const auto scaled = [](QColor colour, double factor) {
-        colour.setAlphaF(static_cast<float>(colour.alphaF() * factor));
-        return colour;
-    };
-    const double strength = !state.enabled ? disabledOpacity : state.down ? 2.2 : state.hovered ? 1.4 : 1.0;
-    drawRoundedBox(painter, box, controlCornerRadius, scaled(theme.control, strength),
-                   scaled(theme.controlBorder, state.enabled ? 1.0 : disabledOpacity));
-}
-
-void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Theme& theme)
-{
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(theme.accent, ringWidth));
-    const double inset = ringWidth / 2;
-    painter.drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
-}
-
 void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled)
 {
     painter.setRenderHint(QPainter::Antialiasing);
@@ -110,19 +74,6 @@ void drawKnob(QPainter& painter, const QPointF& centre, double radius, const The
     painter.drawEllipse(centre, radius, radius);
 }
 
-bool showsFocus(const QWidget* widget)
-{
-    return widget->hasFocus() && widget->property("focusFromKeyboard").toBool();
-}
-
-QColor contentColour(const Theme& theme, bool enabled)
-{
-    QColor colour = theme.text;
-    if (!enabled)
-        colour.setAlphaF(disabledOpacity);
-    return colour;
-}
-
 QString oneLine(QString text)
 {
     for (QChar& each : text) {
@@ -144,28 +95,6 @@ void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Q
     painter.drawText(box, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine,
                      shown);
     painter.setLayoutDirection(before);
-}
-
-double tabularWidth(const QFontMetricsF& metrics, const QString& text)
-{
-    const double digit = digitWidth(metrics);
-    double width = 0.0;
-    for (const QChar character : text)
-        width += cellWidth(metrics, character, digit);
-    return width;
-}
-
-void drawTabularText(QPainter& painter, const QRectF& box, const QString& text)
-{
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const double digit = digitWidth(metrics);
-    double left = box.left();
-    for (const QChar character : text) {
-        const double width = cellWidth(metrics, character, digit);
-        painter.drawText(QRectF(left, box.top(), width, box.height()),
-                         Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, QString(character));
-        left += width;
-    }
 }
 
 } // namespace lumenvale

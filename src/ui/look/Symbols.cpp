@@ -197,7 +197,7 @@ Drawing statusDrawing()
     corners.lineTo(12.75, 0.75);
     drawing.line(17.1, 9.5, 18.6, 9.5).line(15.313351, 13.813351, 16.374012, 14.874012);
     drawing.line(11, 15.6, 11, 17.1).line(6.686649, 13.813351, 5.625988, 14.874012).line(4.9, 9.5, 3.4, 9.5);
-    // From 189.594068° clockwise to −9.594068°, over the top. The toolkit's angles take y to point down.
+    // From 189.594068° clockwise to −9.594068°, over the top. Qt's angles take y to point down.
     constexpr double dip = 9.594068;
     const QRectF disc(11 - 4.5, 9.5 - 4.5, 9, 9);
     drawing.filled.arcMoveTo(disc, 180 - dip);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr QRgb ownDarkAccent = 0xFF4C8DFF;
 constexpr QRgb ownLightAccent = 0xFF2F6FED;
-/// Highlights that the toolkit's styles and fallback palettes ship: nobody's choice.
+/// The highlights of Qt's own styles and fallback palettes, which no user chose.
 constexpr std::array<QRgb, 3> shippedHighlights = {0xFF308CC6, 0xFF000080, 0xFF0078D7};
 
 QColor withOpacity(QRgb colour, double opacity)
@@ -74,6 +74,23 @@ Theme Theme::of(const QPalette& palette)
 }
 
 Theme Theme::of(const QWidget* widget) { return of(widget->palette()); }
+
+const QColor& Theme::of(TextColour meaning) const
+{
+    switch (meaning) {
+    case TextColour::primary:
+        break;
+    case TextColour::secondary:
+        return secondary;
+    case TextColour::accent:
+        return accent;
+    case TextColour::warning:
+        return warning;
+    case TextColour::failure:
+        return failure;
+    }
+    return text;
+}
 
 void Theme::set(Appearance appearance, const std::optional<QColor>& accent)
 {

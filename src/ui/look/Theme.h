@@ -14,6 +14,9 @@ namespace lumenvale {
 
 enum class Appearance { system, light, dark };
 
+/// What a text's or symbol's colour means.
+enum class TextColour { primary, secondary, accent, warning, failure };
+
 struct Theme {
     bool isDark = false;
     QColor surface; ///< panels; not opaque
@@ -33,9 +36,12 @@ struct Theme {
     QColor track; ///< the empty part of a slider
 
     /// Dark where the palette's windows are darker than their text. The accent is the palette's highlight colour
-    /// where that is somebody's choice: neither what the toolkit ships nor too grey, dark or pale to be seen.
+    /// where the user chose it: it is neither one that Qt ships nor too grey, dark or pale to be seen.
     static Theme of(const QPalette& palette);
     static Theme of(const QWidget* widget);
+
+    /// The colour of a text or symbol with this meaning.
+    const QColor& of(TextColour meaning) const;
 
     /// Gives the whole program an appearance, for systems that announce theirs apart from the palette; views
     /// follow at once. `accent` is the system's highlight colour where it names one.

@@ -2,28 +2,28 @@
 #include "ui/panel/BrightnessMenu.h"
 
 #include "ui/controls/BrightnessSlider.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/KeyedRows.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 #include "ui/controls/ScrollPage.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/look/Labels.h"
-#include "ui/look/PreferredHeight.h"
 #include "ui/panel/PresetRow.h"
 
 #include <QCoreApplication>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <QEvent>
 #include <utility>
 
 namespace lumenvale {
 
 namespace {
 
-QVBoxLayout* makeColumn(QWidget* owner, int horizontal, int vertical, int spacing)
-{
-    auto* column = new QVBoxLayout(owner);
-    column->setContentsMargins(horizontal, vertical, horizontal, vertical);
-    column->setSpacing(spacing);
-    return column;
-}
+constexpr int padding = 12;
+constexpr int rowSpacing = 8;
+constexpr int emptyMessageHeight = 40;
+constexpr int dividerHeight = 1;
+constexpr int presetHeaderHeight = 22;
+constexpr int presetPadding = 6;
+constexpr int footerHeight = 38;
 
 /// Lays out the widget and all in it, from the inside.
 void layOut(const QWidget& widget)
@@ -40,38 +40,50 @@ void layOut(const QWidget& widget)
 
 } // namespace
 
-BrightnessMenu::BrightnessMenu(DisplayStore& displayStore, PresetStore& presetStore, PresetEditor& presetEditor,
-                               Clock& time, std::function<void()> settings, ApplyPreset apply)
-    : store(displayStore), presets(presetStore), editor(presetEditor), clock(time),
-      openSettings(std::move(settings)), applyPreset(std::move(apply)),
-      displaysLater([this] { redrawDisplays(); }), presetsLater([this] { redrawPresets(); })
+double preferredHeight(int displays, int presets)
 {
-    QVBoxLayout* column = makeColumn(this, 0, 0, 0);
+    const int rows =
+        displays < 1 ? emptyMessageHeight : BrightnessSlider::rowHeight * displays + rowSpacing * (displays - 1);
+    const int list =
+        presets < 1 ? 0 : PresetRow::rowHeight * presets + dividerHeight + presetHeaderHeight + 2 * presetPadding;
+    return rows + 2 * padding + list + dividerHeight + footerHeight;
+}
+
+BrightnessMenu::BrightnessMenu(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock,
+                               std::function<void()> openSettings, ApplyPreset applyPreset)
+    : store(store), presets(presets), editor(editor), clock(clock), openSettings(std::move(openSettings)),
+      applyPreset(std::move(applyPreset)), displayRows(new KeyedRows<std::string, BrightnessSlider>(
+                                               rowSpacing, [this](const std::string& id) { return makeRow(id); })),
+      emptyMessage(new ElidedLabel(TextRole::body, TextColour::secondary)),
+      presetRows(new KeyedRows<Uuid, PresetRow>(0, [this](const Uuid& id) { return makePresetRow(id); })),
+      displaysRedraw([this] { redrawDisplays(); }), presetsRedraw([this] { redrawPresets(); })
+{
     page = new ScrollPage(makeContent());
+    QVBoxLayout* column = makeColumn(this);
     column->addWidget(page, 1);
     column->addWidget(new Divider);
     column->addWidget(makeFooter());
 
-    subscriptions.push_back(store.displays.subscribe([this](const auto&) { displaysLater.request(); }));
-    subscriptions.push_back(store.isRefreshing.subscribe([this](bool) { displaysLater.request(); }));
-    subscriptions.push_back(presets.presets.subscribe([this](const auto&) { presetsLater.request(); }));
-    subscriptions.push_back(editor.activePresetID.subscribe([this](const auto&) { presetsLater.request(); }));
+    displaysRedraw.follow(store.displays);
+    displaysRedraw.follow(store.isRefreshing);
+    presetsRedraw.follow(presets.presets);
+    presetsRedraw.follow(editor.activePresetID);
     redrawDisplays();
     redrawPresets();
 }
 
 QWidget* BrightnessMenu::makeContent()
 {
-    auto* content = new QWidget;
-    QVBoxLayout* column = makeColumn(content, 0, 0, 0);
     auto* displays = new QWidget;
-    displayList = makeColumn(displays, panelPadding, panelPadding, rowSpacing);
-    displayRows.emplace_back(displayList);
-    emptyMessage = new ElidedLabel(TextRole::body, TextColour::secondary);
+    QVBoxLayout* list = makeColumn(displays, 0, {padding, padding, padding, padding});
+    list->addWidget(displayRows);
     emptyMessage->setFixedHeight(emptyMessageHeight);
-    displayList->addWidget(emptyMessage, 0, Qt::AlignHCenter);
-    column->addWidget(displays);
+    list->addWidget(emptyMessage, 0, Qt::AlignHCenter);
+
     presetSection = makePresetSection();
+    auto* content = new QWidget;
+    QVBoxLayout* column = makeColumn(content);
+    column->addWidget(displays);
     column->addWidget(presetSection);
     column->addStretch(1);
     return content;
@@ -79,23 +91,20 @@ QWidget* BrightnessMenu::makeContent()
 
 QWidget* BrightnessMenu::makePresetSection()
 {
-    auto* section = new QWidget;
-    QVBoxLayout* column = makeColumn(section, 0, 0, 0);
-    column->addWidget(new Divider);
-    auto* list = new QWidget;
-    QVBoxLayout* rows = makeColumn(list, panelPadding - PresetRow::overhang, presetPadding, 0);
     auto* header = new ElidedLabel(TextRole::caption, TextColour::secondary);
     header->setText("Presets");
     header->setFixedHeight(presetHeaderHeight);
-    auto* headerLine = new QHBoxLayout;
-    headerLine->setContentsMargins(PresetRow::overhang, 0, PresetRow::overhang, 0);
+    QHBoxLayout* headerLine = makeLine(nullptr, 0, {PresetRow::overhang, 0, PresetRow::overhang, 0});
     headerLine->addWidget(header);
-    rows->addLayout(headerLine);
-    auto* presetsOnly = new QWidget;
-    presetList = makeColumn(presetsOnly, 0, 0, 0);
-    presetRows.emplace_back(presetList);
-    rows->addWidget(presetsOnly);
-    column->addWidget(list);
+    QVBoxLayout* list = makeColumn(
+        nullptr, 0, {padding - PresetRow::overhang, presetPadding, padding - PresetRow::overhang, presetPadding});
+    list->addLayout(headerLine);
+    list->addWidget(presetRows);
+
+    auto* section = new QWidget;
+    QVBoxLayout* column = makeColumn(section);
+    column->addWidget(new Divider);
+    column->addLayout(list);
     return section;
 }
 
@@ -103,15 +112,11 @@ QWidget* BrightnessMenu::makeFooter()
 {
     auto* footer = new QWidget;
     footer->setFixedHeight(footerHeight);
-    auto* line = new QHBoxLayout(footer);
-    line->setContentsMargins(panelPadding, 0, panelPadding, 0);
-    line->setSpacing(12);
-    const auto button = [footer](const char* symbol, const QString& text, const QString& label) {
-        return new SmallButton(symbol, text, label, footer, SmallButton::Size::compact);
-    };
-    SmallButton* const settings = button("gearshape", "Settings", {});
-    SmallButton* const refresh = button("arrow.clockwise", {}, "Refresh");
-    SmallButton* const quit = button("power", {}, "Quit Lumenvale");
+    QHBoxLayout* line = makeLine(footer, 12, {padding, 0, padding, 0});
+    constexpr auto compact = SmallButton::Size::compact;
+    auto* settings = new SmallButton("gearshape", "Settings", {}, compact);
+    auto* refresh = new SmallButton("arrow.clockwise", {}, "Refresh", compact);
+    auto* quit = new SmallButton("power", {}, "Quit Lumenvale", compact);
     refresh->setToolTip("Read brightness and detect displays again");
     quit->setToolTip("Quit Lumenvale");
     for (SmallButton* each : {settings, refresh, quit})
@@ -155,13 +160,10 @@ void BrightnessMenu::chooseScrollBar()
 void BrightnessMenu::redrawDisplays()
 {
     const std::vector<DisplayInfo>& displays = store.displays.get();
-    std::vector<std::string> identifiers;
-    identifiers.reserve(displays.size());
-    for (const DisplayInfo& display : displays)
-        identifiers.push_back(display.id);
-    const bool isRearranged = displayRows.front().assign(
-        identifiers, [this](const std::string& id) { return makeRow(id); },
-        [&](BrightnessSlider& row, std::size_t index) { row.show({.display = displays[index]}); });
+    const bool isRearranged =
+        displayRows->assign(displays, &DisplayInfo::id, [](BrightnessSlider& row, const DisplayInfo& display) {
+            row.show({.display = display});
+        });
     emptyMessage->setVisible(displays.empty());
     emptyMessage->setText(store.isRefreshing.get() ? "Finding your displays…" : "No displays detected");
     if (isRearranged)
@@ -171,17 +173,11 @@ void BrightnessMenu::redrawDisplays()
 void BrightnessMenu::redrawPresets()
 {
     const std::vector<BrightnessPreset>& list = presets.presets.get();
-    std::vector<Uuid> identifiers;
-    identifiers.reserve(list.size());
-    for (const BrightnessPreset& preset : list)
-        identifiers.push_back(preset.id);
-    const bool isRearranged = presetRows.front().assign(
-        identifiers, [this](const Uuid& id) { return makePresetRow(id); },
-        [&](PresetRow& row, std::size_t index) {
-            const BrightnessPreset& preset = list[index];
-            row.show(QString::fromStdString(displayName(preset)), editor.activePresetID.get() == preset.id);
-        });
     presetSection->setVisible(!list.empty());
+    const bool isRearranged =
+        presetRows->assign(list, &BrightnessPreset::id, [this](PresetRow& row, const BrightnessPreset& preset) {
+            row.show(qString(displayName(preset)), editor.activePresetID.get() == preset.id);
+        });
     if (isRearranged)
         settleLayout();
 }
@@ -191,7 +187,7 @@ BrightnessSlider* BrightnessMenu::makeRow(const std::string& id)
     auto* row = new BrightnessSlider(clock);
     row->onChange = [this, id](double value) {
         store.setBrightness(id, value);
-        displaysLater.request(); // also when the store has not granted it
+        displaysRedraw.request(); // also when the store has not granted it
     };
     return row;
 }

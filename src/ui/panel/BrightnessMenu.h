@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The panel's content: a row for each display, the presets, and the footer. Holds nothing but widgets: it watches
-// the stores, and redraws once on the loop's next turn from what they then hold.
+// The panel's content: a row for each display, the presets, and the footer. Holds nothing but widgets: what they
+// show is read from the stores at each redraw.
 #pragma once
 
 #include "base/Clock.h"
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/look/KeyedRows.h"
-#include "ui/look/LaterCall.h"
-#include "ui/panel/MenuGlassBackground.h"
+#include "ui/controls/Redraw.h"
+#include "ui/panel/BrightnessPanel.h"
 
 #include <functional>
 #include <string>
-#include <vector>
-
-class QVBoxLayout;
 
 namespace lumenvale {
 
@@ -23,6 +19,13 @@ class BrightnessSlider;
 class ElidedLabel;
 class PresetRow;
 class ScrollPage;
+template <typename Identifier, typename Row>
+class KeyedRows;
+
+constexpr int panelWidth = 340;
+
+/// The height of the menu with so many displays and presets, in points: term by term its layout.
+double preferredHeight(int displays, int presets);
 
 class BrightnessMenu final : public MenuGlassBackground {
 public:
@@ -55,15 +58,12 @@ private:
     ApplyPreset applyPreset;
 
     ScrollPage* page = nullptr;
-    QVBoxLayout* displayList = nullptr;
-    QVBoxLayout* presetList = nullptr;
-    ElidedLabel* emptyMessage = nullptr;
+    KeyedRows<std::string, BrightnessSlider>* displayRows;
+    ElidedLabel* emptyMessage;
+    KeyedRows<Uuid, PresetRow>* presetRows;
     QWidget* presetSection = nullptr;
-    std::vector<KeyedRows<std::string, BrightnessSlider>> displayRows; // one, once its layout exists
-    std::vector<KeyedRows<Uuid, PresetRow>> presetRows;
-    LaterCall displaysLater;
-    LaterCall presetsLater;
-    std::vector<Subscription> subscriptions;
+    Redraw displaysRedraw;
+    Redraw presetsRedraw;
 };
 
 } // namespace lumenvale

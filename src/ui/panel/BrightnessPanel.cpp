@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ui/panel/BrightnessPanel.h"
 
+#include "ui/look/Painting.h"
+
 #include <QEvent>
 #include <QGuiApplication>
+#include <QPainter>
 
 namespace lumenvale {
 
@@ -16,7 +19,7 @@ bool BrightnessPanel::event(QEvent* event)
 
 bool BrightnessPanel::focusNextPrevChild(bool next)
 {
-    // The base class lets Control-Tab and Alt-Tab pass, but not this one.
+    // The base class lets Control-Tab and Alt-Tab pass, but not Meta-Tab.
     if (QGuiApplication::keyboardModifiers().testFlag(Qt::MetaModifier))
         return false;
     return QWidget::focusNextPrevChild(next);
@@ -26,6 +29,27 @@ void BrightnessPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     setFocus(); // none of its controls has it; the first Tab goes to the first of them
+}
+
+void MenuGlassBackground::setHasSystemMaterial(bool has)
+{
+    hasSystemMaterial = has;
+    update();
+}
+
+void MenuGlassBackground::paintEvent(QPaintEvent*)
+{
+    if (hasSystemMaterial)
+        return;
+    QPainter painter(this);
+    const Theme theme = Theme::of(this);
+    const double line = hairlineWidth(painter);
+    const QRectF inner = QRectF(rect()).adjusted(line, line, -line, -line);
+    // The edge darkens what is behind the panel, not its surface.
+    drawRoundedBox(painter, rect(), panelCornerRadius, Qt::transparent, theme.edge);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.surface);
+    painter.drawRoundedRect(inner, panelCornerRadius - line, panelCornerRadius - line);
 }
 
 } // namespace lumenvale

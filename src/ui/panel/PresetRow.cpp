@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ui/panel/PresetRow.h"
 
-#include "ui/look/Labels.h"
+#include "ui/controls/Accessibility.h"
+#include "ui/controls/Labels.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Painting.h"
-#include "ui/look/PreferredHeight.h"
 #include "ui/look/Symbols.h"
-#include "ui/panel/PresetRowAccessible.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -14,14 +14,45 @@
 namespace lumenvale {
 
 namespace {
+
 constexpr double checkmarkWidth = 12;
 constexpr double gap = 6;
+
+/// What a screen reader sees: a button whose value is "Active" while its preset is.
+class PresetRowAccessible final : public QAccessibleWidget {
+public:
+    explicit PresetRowAccessible(PresetRow* row) : QAccessibleWidget(row, QAccessible::Button) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        // Not the base class's description, which is the tooltip where there is none.
+        return kind == QAccessible::Value ? row()->accessibleDescription() : QAccessibleWidget::text(kind);
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (row()->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction())
+            row()->click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    PresetRow* row() const { return static_cast<PresetRow*>(object()); }
+};
+
 } // namespace
 
-PresetRow::PresetRow(QWidget* parent) : PaintedButton(parent)
+PresetRow::PresetRow()
 {
-    installPresetRowAccessibility();
-    setFixedHeight(presetRowHeight);
+    installAccessible<PresetRow, PresetRowAccessible>();
+    setFixedHeight(rowHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFont(fontFor(TextRole::body));
 }
@@ -43,7 +74,7 @@ void PresetRow::show(const QString& name, bool active)
 QSize PresetRow::sizeHint() const
 {
     const double width = checkmarkWidth + gap + fontMetrics().horizontalAdvance(text()) + 2 * overhang;
-    return {static_cast<int>(std::ceil(width)), presetRowHeight};
+    return {static_cast<int>(std::ceil(width)), rowHeight};
 }
 
 QRectF PresetRow::nameBox() const
@@ -78,7 +109,7 @@ void PresetRow::paintEvent(QPaintEvent*)
         painter.setBrush(fill);
         painter.drawRoundedRect(highlight, controlCornerRadius, controlCornerRadius);
     }
-    if (showsFocus(this))
+    if (showsFocus(*this))
         drawFocusRing(painter, highlight, controlCornerRadius, theme);
     const double markLeft = isRightToLeft() ? width() - overhang - checkmarkWidth : overhang;
     if (isActive)

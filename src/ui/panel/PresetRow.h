@@ -2,7 +2,7 @@
 // One preset in the panel's list: its name, and a checkmark while it is the active one. A press applies it.
 #pragma once
 
-#include "ui/controls/PaintedButton.h"
+#include "ui/controls/Buttons.h"
 
 namespace lumenvale {
 
@@ -10,10 +10,11 @@ class PresetRow final : public PaintedButton {
     Q_OBJECT
 
 public:
-    explicit PresetRow(QWidget* parent = nullptr);
+    PresetRow();
 
     void show(const QString& name, bool active);
 
+    static constexpr int rowHeight = 26;
     /// The row reaches beyond what is in it by this much at either side, for its highlight.
     static constexpr int overhang = 6;
 

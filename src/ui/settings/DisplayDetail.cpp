@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/DisplayDetail.h"
 
-#include "ui/controls/Card.h"
-#include "ui/controls/ScrollPage.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/controls/TextLabel.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 #include <cmath>
 
 namespace lumenvale {
@@ -18,8 +15,6 @@ namespace lumenvale {
 namespace {
 
 constexpr int nameColumnWidth = 140;
-
-QString qString(const std::string& text) { return QString::fromStdString(text); }
 
 QString currentMode(const DisplayInfo& display)
 {
@@ -54,10 +49,8 @@ class DisplayDetail::Rows final : public QWidget {
 public:
     Rows()
     {
-        auto* column = new QVBoxLayout(this);
-        column->setContentsMargins(0, 0, 0, 0);
         auto* card = new Card;
-        column->addWidget(card);
+        makeColumn(this)->addWidget(card);
         grid = new QGridLayout;
         grid->setHorizontalSpacing(10);
         card->rows()->addLayout(grid);
@@ -148,45 +141,29 @@ QString detailText(const DisplayInfo& display, const std::vector<Finding>& findi
     return text;
 }
 
-DisplayDetail::DisplayDetail(QWidget* parent)
-    : QWidget(parent), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
+DisplayDetail::DisplayDetail()
+    : DetailPage(12), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
       status(new TextLabel(TextRole::digits, TextColour::secondary)),
       problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
-      content(new QWidget), copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
+      copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
 {
     copy->setToolTip("Copy everything on this page, for a bug report");
     connect(copy, &QAbstractButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(detailText(shown, shownFindings)); });
-    auto* findings = new QVBoxLayout(findingList);
-    findings->setContentsMargins(0, 0, 0, 0);
-    findings->setSpacing(8);
-
-    auto* column = new QVBoxLayout(content);
-    column->setSpacing(12);
-    auto* heading = new QHBoxLayout;
+    makeColumn(findingList, 8);
+    QHBoxLayout* heading = makeLine(nullptr, 12);
     heading->addWidget(title, 1);
     heading->addWidget(copy, 0, Qt::AlignTop);
-    column->addLayout(heading);
-    column->addWidget(control);
-    column->addWidget(identity);
-    column->addWidget(status);
-    column->addWidget(problem);
-    column->addWidget(findingList);
-    column->addStretch(1);
-    auto* scroll = new ScrollPage(content);
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    column()->addLayout(heading);
+    for (QWidget* section : std::initializer_list<QWidget*>{control, identity, status, problem, findingList})
+        column()->addWidget(section);
+    column()->addStretch(1);
 }
 
-void DisplayDetail::resizeEvent(QResizeEvent* event)
+void DisplayDetail::setNarrow(bool narrow)
 {
-    const bool isNarrow = width() < narrowPageWidth;
-    const int margin = isNarrow ? 12 : 22;
-    content->layout()->setContentsMargins(margin, 18, margin, 18);
-    control->setStacked(isNarrow);
-    identity->setStacked(isNarrow);
-    QWidget::resizeEvent(event);
+    control->setStacked(narrow);
+    identity->setStacked(narrow);
 }
 
 void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>& findings)

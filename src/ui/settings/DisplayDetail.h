@@ -4,9 +4,9 @@
 
 #include "displays/Diagnostics.h"
 #include "displays/DisplayInfo.h"
+#include "ui/settings/DetailPage.h"
 
 #include <QString>
-#include <QWidget>
 #include <utility>
 #include <vector>
 
@@ -26,15 +26,15 @@ std::vector<DetailRow> identityRows(const DisplayInfo& display);
 /// Everything of the display in plain text, for a bug report.
 QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings);
 
-class DisplayDetail final : public QWidget {
+class DisplayDetail final : public DetailPage {
 public:
-    explicit DisplayDetail(QWidget* parent = nullptr);
+    DisplayDetail();
 
     /// `findings` are about this display or the whole system; they are shown where it cannot be controlled.
     void show(const DisplayInfo& display, const std::vector<Finding>& findings);
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    void setNarrow(bool narrow) override;
 
 private:
     class Rows;
@@ -47,7 +47,6 @@ private:
     TextLabel* status;
     TextLabel* problem;
     QWidget* findingList;
-    QWidget* content;
     SmallButton* copy;
 };
 

@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/DisplaySettings.h"
 
-#include "ui/controls/ScrollPage.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/controls/TextLabel.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 #include "ui/settings/DisplayDetail.h"
 #include "ui/settings/PresetDetail.h"
 #include "ui/settings/Sidebar.h"
 
-#include <QHBoxLayout>
 #include <QPainter>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 
 namespace lumenvale {
 
 namespace {
-
-QString qString(const std::string& text) { return QString::fromStdString(text); }
 
 template <typename Selection>
 const Selection* selected(const PresetEditor& editor)
@@ -28,10 +24,10 @@ const Selection* selected(const PresetEditor& editor)
 
 } // namespace
 
-DisplaySettings::DisplaySettings(SettingsTab tab, DisplayStore& displayStore, PresetStore& presetStore,
-                                 PresetEditor& presetEditor, Diagnostics& examiner, Clock& time)
-    : section(tab), store(displayStore), presets(presetStore), editor(presetEditor), diagnostics(examiner),
-      clock(time), redrawLater([this] { redraw(); })
+DisplaySettings::DisplaySettings(SettingsTab section, DisplayStore& store, PresetStore& presets,
+                                 PresetEditor& editor, Diagnostics& diagnostics, Clock& clock)
+    : section(section), store(store), presets(presets), editor(editor), diagnostics(diagnostics), clock(clock),
+      later([this] { redraw(); })
 {
     side = makeSide();
     details = new QStackedWidget;
@@ -43,21 +39,16 @@ DisplaySettings::DisplaySettings(SettingsTab tab, DisplayStore& displayStore, Pr
         details->addWidget(displayDetail = new DisplayDetail);
     else
         details->addWidget(presetDetail = new PresetDetail(store, presets, editor, clock));
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(1); // the hairline's
+    QHBoxLayout* line = makeLine(this, 1); // the hairline's
     line->addWidget(side);
     line->addWidget(details, 1);
 
-    const auto later = [this](const auto&) { redrawLater.request(); };
-    subscriptions.push_back(store.displays.subscribe(later));
-    subscriptions.push_back(store.lastRefresh.subscribe([this](const auto&) {
-        examinedDisplay.clear();
-        redrawLater.request();
-    }));
-    subscriptions.push_back(presets.presets.subscribe(later));
-    subscriptions.push_back(presets.persistenceError.subscribe(later));
-    subscriptions.push_back(editor.selection.subscribe(later));
+    later.follow(store.displays);
+    later.follow(store.lastRefresh);
+    later.follow(presets.presets);
+    later.follow(presets.persistenceError);
+    later.follow(editor.selection);
+    refreshes = store.lastRefresh.subscribe([this](const auto&) { examinedDisplay.clear(); });
     redraw();
 }
 
@@ -65,9 +56,7 @@ QWidget* DisplaySettings::makeSide()
 {
     auto* panel = new QWidget;
     panel->setFixedWidth(Sidebar::width);
-    auto* column = new QVBoxLayout(panel);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    QVBoxLayout* column = makeColumn(panel);
     const bool showsDisplays = section == SettingsTab::displays;
     sidebar = new Sidebar(showsDisplays ? "Displays" : "Presets", showsDisplays);
     column->addWidget(sidebar, 1);
@@ -88,8 +77,7 @@ QWidget* DisplaySettings::makeSide()
     add->setToolTip("Add a preset from the current brightness levels");
     connect(add, &QAbstractButton::clicked, this, [this] { editor.addPresetFromCurrentLevels(); });
     column->addWidget(failure);
-    auto* bottom = new QHBoxLayout;
-    bottom->setContentsMargins(8, 6, 8, 10);
+    QHBoxLayout* bottom = makeLine(nullptr, 0, {8, 6, 8, 10});
     bottom->addWidget(add);
     bottom->addStretch(1);
     column->addLayout(bottom);
@@ -158,13 +146,14 @@ const std::vector<Finding>& DisplaySettings::findingsFor(const DisplayInfo& disp
 
 void DisplaySettings::showEvent(QShowEvent* event)
 {
-    redrawLater.request();
+    later.request();
     QWidget::showEvent(event);
 }
 
 void DisplaySettings::resizeEvent(QResizeEvent* event)
 {
-    side->setFixedWidth(width() - Sidebar::width < narrowPageWidth ? Sidebar::narrowWidth : Sidebar::width);
+    side->setFixedWidth(width() - Sidebar::width < DetailPage::narrowWidth ? Sidebar::narrowWidth
+                                                                           : Sidebar::width);
     QWidget::resizeEvent(event);
 }
 

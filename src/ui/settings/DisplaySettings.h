@@ -7,7 +7,7 @@
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/look/LaterCall.h"
+#include "ui/controls/Redraw.h"
 
 #include <QWidget>
 #include <optional>
@@ -54,10 +54,10 @@ private:
     PresetDetail* presetDetail = nullptr;
     TextLabel* emptyMessage = nullptr;
     TextLabel* failure = nullptr;
-    std::vector<Finding> findings; ///< of the display below, as of the last look
-    std::string examinedDisplay;   ///< identifier and status that the findings belong to
-    LaterCall redrawLater;
-    std::vector<Subscription> subscriptions;
+    std::vector<Finding> findings; ///< about `examinedDisplay`, as of the last examination
+    std::string examinedDisplay;   ///< identifier and status; empty after a refresh
+    Redraw later;
+    Subscription refreshes;
 };
 
 } // namespace lumenvale

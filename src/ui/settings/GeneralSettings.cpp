@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/GeneralSettings.h"
 
-#include "ui/controls/Card.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 #include "ui/controls/ScrollPage.h"
-#include "ui/controls/SegmentedControl.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/controls/TextLabel.h"
-#include "ui/controls/ToggleSwitch.h"
+#include "ui/controls/Switches.h"
 
 #include <QGuiApplication>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 #include <algorithm>
 
 namespace lumenvale {
@@ -22,18 +19,15 @@ constexpr int cardWidth = 560;
 /// Title and description at the left, a control at the right.
 QWidget* makeRow(const QString& title, const QString& description, QWidget* control)
 {
-    auto* row = new QWidget;
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(3);
+    QVBoxLayout* texts = makeColumn(nullptr, 3);
     auto* name = new TextLabel(TextRole::body);
     name->setText(title);
     auto* detail = new TextLabel(TextRole::digits, TextColour::secondary);
     detail->setText(description);
     texts->addWidget(name);
     texts->addWidget(detail);
-    auto* line = new QHBoxLayout(row);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(16);
+    auto* row = new QWidget;
+    QHBoxLayout* line = makeLine(row, 16);
     line->addLayout(texts, 1);
     if (control)
         line->addWidget(control, 0, Qt::AlignVCenter);
@@ -42,35 +36,29 @@ QWidget* makeRow(const QString& title, const QString& description, QWidget* cont
 
 } // namespace
 
-GeneralSettings::GeneralSettings(GeneralPreferences& general)
-    : preferences(general), redrawLater([this] { redraw(); })
+GeneralSettings::GeneralSettings(GeneralPreferences& preferences)
+    : preferences(preferences), later([this] { redraw(); })
 {
     auto* content = new QWidget;
-    auto* cards = new QVBoxLayout(content);
-    cards->setContentsMargins(24, 24, 24, 24);
-    cards->setSpacing(16);
+    QVBoxLayout* cards = makeColumn(content, 16, {24, 24, 24, 24});
     for (QWidget* card : {makePresentationCard(), makeStartupCard()}) {
         card->setMaximumWidth(cardWidth);
-        auto* centred = new QHBoxLayout;
+        QHBoxLayout* centred = makeLine(nullptr);
         centred->addStretch(1);
         centred->addWidget(card, 100);
         centred->addStretch(1);
         cards->addLayout(centred);
     }
     cards->addStretch(1);
-    auto* scroll = new ScrollPage(content);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(scroll);
+    makeColumn(this)->addWidget(new ScrollPage(content));
 
-    const auto later = [this](const auto&) { redrawLater.request(); };
-    subscriptions.push_back(preferences.presentation.subscribe(later));
-    subscriptions.push_back(preferences.startupStatus.subscribe(later));
-    subscriptions.push_back(preferences.startupError.subscribe(later));
+    later.follow(preferences.presentation);
+    later.follow(preferences.startupStatus);
+    later.follow(preferences.startupError);
     // An approval given in the system's settings shows when the user comes back.
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
-            preferences.refreshStartupStatus();
+            this->preferences.refreshStartupStatus();
     });
     redraw();
 }

@@ -3,10 +3,9 @@
 #pragma once
 
 #include "preferences/GeneralPreferences.h"
-#include "ui/look/LaterCall.h"
+#include "ui/controls/Redraw.h"
 
 #include <QWidget>
-#include <vector>
 
 namespace lumenvale {
 
@@ -30,8 +29,7 @@ private:
     QWidget* approval = nullptr;
     TextLabel* unavailable = nullptr;
     TextLabel* failure = nullptr;
-    LaterCall redrawLater;
-    std::vector<Subscription> subscriptions;
+    Redraw later;
 };
 
 } // namespace lumenvale

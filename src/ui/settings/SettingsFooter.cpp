@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsFooter.h"
 
-#include "ui/controls/ProgressIndicator.h"
-#include "ui/controls/SmallButton.h"
-#include "ui/controls/TextLabel.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/Layouts.h"
 
-#include <QDateTime>
-#include <QHBoxLayout>
-#include <QLocale>
+#include <QBasicTimer>
 #include <QPainter>
+#include <QProgressBar>
 #include <QRegularExpression>
-#include <QVBoxLayout>
+#include <QTimerEvent>
+#include <algorithm>
 #include <utility>
 
 namespace lumenvale {
@@ -18,6 +18,68 @@ namespace lumenvale {
 namespace {
 
 constexpr int footerHeight = 54;
+
+/// A wheel of spokes. It turns, and wakes the program for that, only while it is on the screen.
+class ProgressIndicator final : public QProgressBar {
+public:
+    /// `name` tells screen readers, and the pointer, what is under way.
+    explicit ProgressIndicator(const QString& name)
+    {
+        setRange(0, 0);
+        setTextVisible(false);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        setAccessibleName(name);
+        setToolTip(name);
+    }
+
+    QSize sizeHint() const override { return {16, 16}; }
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        turning.start(turnMilliseconds / spokes, this);
+        QProgressBar::showEvent(event);
+    }
+    void hideEvent(QHideEvent* event) override
+    {
+        turning.stop();
+        QProgressBar::hideEvent(event);
+    }
+    void timerEvent(QTimerEvent* event) override
+    {
+        if (event->timerId() != turning.timerId()) {
+            QProgressBar::timerEvent(event);
+            return;
+        }
+        foremost = (foremost + 1) % spokes;
+        update();
+    }
+    void paintEvent(QPaintEvent*) override
+    {
+        constexpr double inner = 3.5;
+        constexpr double outer = 7.0;
+        constexpr double thickness = 1.75;
+        constexpr double faintest = 0.2;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(QRectF(rect()).center());
+        QColor colour = Theme::of(this).text;
+        for (int spoke = 0; spoke < spokes; ++spoke) {
+            const int age = (foremost - spoke + spokes) % spokes;
+            colour.setAlphaF(static_cast<float>(std::max(faintest, 0.85 - 0.13 * age)));
+            painter.setPen(QPen(colour, thickness, Qt::SolidLine, Qt::RoundCap));
+            painter.drawLine(QPointF(0, -inner), QPointF(0, -outer));
+            painter.rotate(360.0 / spokes);
+        }
+    }
+
+private:
+    static constexpr int spokes = 8;
+    static constexpr int turnMilliseconds = 800;
+
+    QBasicTimer turning;
+    int foremost = 0; ///< the darkest spoke, clockwise from the top
+};
 
 std::string localTime(BuildInfo::Time time)
 {
@@ -29,7 +91,7 @@ std::string localTime(BuildInfo::Time time)
 
 QString buildTimeText(const QDateTime& time, const QLocale& locale)
 {
-    // The toolkit has no middle formats: the long ones, without the day of the week and the time zone.
+    // Qt has no middle formats: these are the long ones, without the day of the week and the time zone.
     static const QRegularExpression weekday("^dddd[\\s,،]*|[\\s,،]*dddd");
     static const QRegularExpression zone("\\s*\\(?t+\\)?\\s*");
     const QString date = locale.dateFormat(QLocale::LongFormat).remove(weekday).replace("MMMM", "MMM");
@@ -37,48 +99,45 @@ QString buildTimeText(const QDateTime& time, const QLocale& locale)
     return locale.toString(time.date(), date) + ", " + locale.toString(time.time(), clock);
 }
 
-SettingsFooter::SettingsFooter(DisplayStore& displayStore, PresetEditor& presetEditor, Clock& time, BuildInfo info)
-    : store(displayStore), editor(presetEditor), clock(time), build(std::move(info)),
-      version(new TextLabel(TextRole::name)), built(new TextLabel(TextRole::caption, TextColour::secondary)),
+SettingsFooter::SettingsFooter(DisplayStore& store, PresetEditor& editor, Clock& clock, const BuildInfo& build)
+    : store(store), editor(editor), clock(clock), build(build), version(new TextLabel(TextRole::name)),
+      built(new TextLabel(TextRole::caption, TextColour::secondary)),
       message(new TextLabel(TextRole::digits, TextColour::secondary)),
-      progress(new ProgressIndicator("Refreshing…")), refresh(new SmallButton("arrow.clockwise", "Refresh", {})),
-      redrawLater([this] { redraw(); })
+      progress(new ProgressIndicator("Refreshing…")), later([this] { redraw(); })
 {
     setMinimumHeight(footerHeight);
     for (TextLabel* label : {version, built}) {
         label->setWordWrap(false);
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
-    version->setText(QString::fromStdString("Lumenvale " + build.version));
+    version->setText(qString("Lumenvale " + build.version));
     message->setAccessibleName("Message");
+    auto* refresh = new SmallButton("arrow.clockwise", "Refresh", {});
     refresh->setToolTip("Read brightness and detect displays again");
+    connect(refresh, &QAbstractButton::clicked, this, [&store] { store.requestRefresh(); });
 
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(3);
+    QVBoxLayout* texts = makeColumn(nullptr, 3);
     texts->addStretch(1);
     texts->addWidget(version);
     texts->addWidget(built);
     texts->addStretch(1);
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(16, 4, 16, 4);
-    line->setSpacing(16);
+    QHBoxLayout* line = makeLine(this, 16, {16, 4, 16, 4});
     line->addLayout(texts);
     line->addWidget(message, 1);
     line->addWidget(progress);
     line->addWidget(refresh);
-    connect(refresh, &QAbstractButton::clicked, this, [this] { store.requestRefresh(); });
     connect(&everyMinute, &QTimer::timeout, this, [this] { redraw(); });
-    subscriptions.push_back(store.isRefreshing.subscribe([this](bool) { redrawLater.request(); }));
-    subscriptions.push_back(editor.message.subscribe([this](const auto&) { redrawLater.request(); }));
+    later.follow(store.isRefreshing);
+    later.follow(editor.message);
     redraw();
 }
 
 void SettingsFooter::redraw()
 {
     const auto label = buildLabel(build, clock.wallTime(), localTime);
-    built->setText(QString::fromStdString(label.value_or("")));
+    built->setText(qString(label.value_or("")));
     built->setVisible(label.has_value());
-    message->setText(QString::fromStdString(editor.message.get().value_or("")));
+    message->setText(qString(editor.message.get().value_or("")));
     progress->setVisible(store.isRefreshing.get());
 }
 

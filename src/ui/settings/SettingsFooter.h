@@ -6,18 +6,15 @@
 #include "displays/DisplayStore.h"
 #include "preferences/BuildInfo.h"
 #include "presets/PresetEditor.h"
-#include "ui/look/LaterCall.h"
+#include "ui/controls/Redraw.h"
 
 #include <QDateTime>
 #include <QLocale>
 #include <QTimer>
 #include <QWidget>
-#include <vector>
 
 namespace lumenvale {
 
-class ProgressIndicator;
-class SmallButton;
 class TextLabel;
 
 /// Abbreviated date and time to the second, as the locale writes them.
@@ -26,7 +23,7 @@ QString buildTimeText(const QDateTime& time, const QLocale& locale);
 class SettingsFooter final : public QWidget {
 public:
     /// The references must outlive the view.
-    SettingsFooter(DisplayStore& store, PresetEditor& editor, Clock& clock, BuildInfo build);
+    SettingsFooter(DisplayStore& store, PresetEditor& editor, Clock& clock, const BuildInfo& build);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -43,11 +40,9 @@ private:
     TextLabel* version;
     TextLabel* built;
     TextLabel* message;
-    ProgressIndicator* progress;
-    SmallButton* refresh;
-    QTimer everyMinute; // the label goes when the build is a week old
-    LaterCall redrawLater;
-    std::vector<Subscription> subscriptions;
+    QWidget* progress;
+    QTimer everyMinute; // the time of the build ages, and goes after a week
+    Redraw later;
 };
 
 } // namespace lumenvale

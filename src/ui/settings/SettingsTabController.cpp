@@ -1,21 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsTabController.h"
 
-#include "ui/look/FocusMark.h"
-#include "ui/look/Painting.h"
+#include "ui/controls/Buttons.h"
+#include "ui/controls/Layouts.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Symbols.h"
-#include "ui/settings/DisplaySettings.h"
-#include "ui/settings/GeneralSettings.h"
-#include "ui/settings/SettingsFooter.h"
 
-#include <QAbstractButton>
 #include <QButtonGroup>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStackedWidget>
-#include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 namespace lumenvale {
 
@@ -33,7 +28,7 @@ constexpr std::array<TabLook, 3> looks = {{
     {"Presets", "slider.horizontal.3"},
 }};
 
-class TabButton final : public QAbstractButton {
+class TabButton final : public PaintedButton {
 public:
     explicit TabButton(const TabLook& look) : symbol(look.symbol)
     {
@@ -42,16 +37,10 @@ public:
         setCheckable(true);
         setFont(fontFor(TextRole::caption));
         setFocusPolicy(Qt::TabFocus);
-        setAttribute(Qt::WA_Hover);
         setFixedSize(std::max(84, fontMetrics().horizontalAdvance(text()) + 24), 50);
     }
 
 protected:
-    void focusInEvent(QFocusEvent* event) override
-    {
-        markFocus(*this, *event);
-        QAbstractButton::focusInEvent(event);
-    }
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
@@ -64,7 +53,7 @@ protected:
             painter.setBrush(fill);
             painter.drawRoundedRect(rect(), 8, 8);
         }
-        if (showsFocus(this))
+        if (showsFocus(*this))
             drawFocusRing(painter, rect(), 8, theme);
         const QColor colour = isChecked() ? theme.accent : theme.secondary;
         drawSymbol(painter, symbol, QRectF(width() / 2.0 - 9, 8, 18, 18), colour);
@@ -81,30 +70,22 @@ private:
 
 } // namespace
 
-SettingsTabController::SettingsTabController(Models models)
-    : editor(models.editor), followLater([this] { follow(); })
+SettingsTabController::SettingsTabController(const SettingsModels& models)
+    : editor(models.editor), bar(makeBar()), pages(new SettingsRoot(tabs, models)),
+      tabObservation([this] { follow(); })
 {
-    bar = makeBar();
-    pages = new QStackedWidget;
-    for (const SettingsTab tab : tabs)
-        pages->addWidget(makePage(tab, models));
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(1); // the hairline's
+    QVBoxLayout* column = makeColumn(this, 1); // the hairline's
     column->addWidget(bar);
     column->addWidget(pages, 1);
     follow();
-    isReady = true;
-    tabObservation = editor.selectedTab.subscribe([this](SettingsTab) { followLater.request(); });
+    tabObservation.follow(editor.selectedTab);
 }
 
 QWidget* SettingsTabController::makeBar()
 {
     auto* strip = new QWidget;
     strip->setFixedHeight(barHeight);
-    auto* line = new QHBoxLayout(strip);
-    line->setContentsMargins(8, 2, 8, 8);
-    line->setSpacing(6);
+    QHBoxLayout* line = makeLine(strip, 6, {8, 2, 8, 8});
     line->addStretch(1);
     auto* group = new QButtonGroup(strip);
     for (const TabLook& look : looks) {
@@ -119,46 +100,24 @@ QWidget* SettingsTabController::makeBar()
     return strip;
 }
 
-QWidget* SettingsTabController::makePage(SettingsTab tab, const Models& models)
-{
-    auto* page = new QWidget;
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    if (tab == SettingsTab::general)
-        column->addWidget(new GeneralSettings(models.preferences), 1);
-    else
-        column->addWidget(new DisplaySettings(tab, models.store, models.presets, models.editor, models.diagnostics,
-                                              models.clock),
-                          1);
-    column->addWidget(new SettingsFooter(models.store, models.editor, models.clock, models.build));
-    return page;
-}
-
-void SettingsTabController::selectTab(std::size_t index)
-{
-    if (isReady)
-        editor.selectTab(tabs.at(index));
-}
+void SettingsTabController::selectTab(std::size_t index) { editor.selectTab(tabs.at(index)); }
 
 void SettingsTabController::follow()
 {
-    const auto* const tab = std::ranges::find(tabs, editor.selectedTab.get());
-    const auto index = static_cast<std::size_t>(tab - tabs.begin());
+    const SettingsTab tab = editor.selectedTab.get();
+    const auto index = static_cast<std::size_t>(std::ranges::find(tabs, tab) - tabs.begin());
     buttons.at(index)->setChecked(true);
-    pages->setCurrentIndex(static_cast<int>(index));
+    pages->show(tab);
 }
 
 void SettingsTabController::keyPressEvent(QKeyEvent* event)
 {
-    const int index = pages->currentIndex();
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (!isTab || !event->modifiers().testFlag(Qt::ControlModifier))
+        return QWidget::keyPressEvent(event);
     const bool previous = event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
-    if (event->modifiers().testFlag(Qt::ControlModifier) &&
-        (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
-        const int count = static_cast<int>(tabs.size());
-        return selectTab(static_cast<std::size_t>((index + (previous ? count - 1 : 1)) % count));
-    }
-    QWidget::keyPressEvent(event);
+    const auto index = static_cast<std::size_t>(pages->currentIndex());
+    selectTab((index + (previous ? tabs.size() - 1 : 1)) % tabs.size());
 }
 
 void SettingsTabController::paintEvent(QPaintEvent*)

@@ -3,40 +3,19 @@
 // and sets.
 #pragma once
 
-#include "base/Clock.h"
-#include "displays/Diagnostics.h"
-#include "displays/DisplayStore.h"
-#include "preferences/BuildInfo.h"
-#include "preferences/GeneralPreferences.h"
-#include "presets/PresetEditor.h"
-#include "presets/PresetStore.h"
-#include "ui/look/LaterCall.h"
+#include "ui/controls/Redraw.h"
+#include "ui/settings/SettingsRoot.h"
 
 #include <QWidget>
-#include <array>
 #include <vector>
 
 class QAbstractButton;
-class QStackedWidget;
 
 namespace lumenvale {
 
 class SettingsTabController final : public QWidget {
 public:
-    /// What the pages show and change; everything must outlive the controller.
-    struct Models {
-        DisplayStore& store;
-        PresetStore& presets;
-        PresetEditor& editor;
-        GeneralPreferences& preferences;
-        Diagnostics& diagnostics;
-        Clock& clock;
-        BuildInfo build;
-    };
-
-    explicit SettingsTabController(Models models);
-
-    static constexpr std::array tabs = {SettingsTab::general, SettingsTab::displays, SettingsTab::presets};
+    explicit SettingsTabController(const SettingsModels& models);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,17 +23,15 @@ protected:
 
 private:
     QWidget* makeBar();
-    QWidget* makePage(SettingsTab tab, const Models& models);
     void selectTab(std::size_t index);
     void follow();
 
     PresetEditor& editor;
-    std::vector<QAbstractButton*> buttons;
-    QWidget* bar = nullptr;
-    QStackedWidget* pages = nullptr;
-    bool isReady = false; ///< the tabs exist; before, their selection is not the user's
-    LaterCall followLater;
-    Subscription tabObservation;
+    const std::vector<SettingsTab> tabs{SettingsTab::general, SettingsTab::displays, SettingsTab::presets};
+    std::vector<QAbstractButton*> buttons; ///< one for each tab
+    QWidget* bar;
+    SettingsRoot* pages;
+    Redraw tabObservation;
 };
 
 } // namespace lumenvale

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/Sidebar.h"
 
-#include "ui/controls/ScrollBar.h"
-#include "ui/look/FocusMark.h"
-#include "ui/look/Labels.h"
+#include "ui/controls/Labels.h"
+#include "ui/controls/ScrollPage.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Painting.h"
 #include "ui/look/Symbols.h"
 
@@ -46,7 +46,7 @@ public:
             painter->setBrush(theme.accent);
             painter->drawRoundedRect(box, selectionRadius, selectionRadius);
         }
-        const bool focused = option.state.testFlag(QStyle::State_HasFocus) && showsFocus(option.widget);
+        const bool focused = option.state.testFlag(QStyle::State_HasFocus) && showsFocus(*option.widget);
         if (focused)
             drawFocusRing(*painter, box, selectionRadius, theme);
         if (focused && selected) {
@@ -85,8 +85,9 @@ private:
 
 } // namespace
 
-Sidebar::Sidebar(const QString& label, bool canMove, QWidget* parent) : QListWidget(parent)
+Sidebar::Sidebar(const QString& label, bool canMove)
 {
+    trackFocus(*this);
     setAccessibleName(label);
     setItemDelegate(new ItemDelegate(this));
     setFrameShape(QFrame::NoFrame);
@@ -171,12 +172,6 @@ void Sidebar::dropEvent(QDropEvent* event)
     event->accept();
     if (event->source() == this && source >= 0 && onMove)
         onMove(source, destination);
-}
-
-void Sidebar::focusInEvent(QFocusEvent* event)
-{
-    markFocus(*this, *event);
-    QListWidget::focusInEvent(event);
 }
 
 } // namespace lumenvale

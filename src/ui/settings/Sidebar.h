@@ -21,7 +21,7 @@ class Sidebar final : public QListWidget {
     Q_OBJECT
 
 public:
-    Sidebar(const QString& label, bool canMove, QWidget* parent = nullptr);
+    Sidebar(const QString& label, bool canMove);
 
     /// Shows the items; `selected` is the key of the selected one, if any. Calls nothing.
     void show(const std::vector<SidebarItem>& items, const std::optional<QString>& selected);
@@ -37,7 +37,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void dropEvent(QDropEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
 
 private:
     bool isShowing = false;

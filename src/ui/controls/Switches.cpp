@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "ui/controls/SegmentedControl.h"
+#include "ui/controls/Switches.h"
 
-#include "ui/look/FocusMark.h"
+#include "ui/controls/Layouts.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Painting.h"
 
 #include <QButtonGroup>
-#include <QHBoxLayout>
 #include <QPainter>
 #include <QRadioButton>
 #include <utility>
@@ -23,6 +23,7 @@ public:
     {
         setFont(fontFor(TextRole::digits));
         setAttribute(Qt::WA_Hover);
+        trackFocus(*this);
     }
 
     QSize sizeHint() const override { return {fontMetrics().horizontalAdvance(text()) + 22, segmentHeight}; }
@@ -30,11 +31,6 @@ public:
 
 protected:
     bool hitButton(const QPoint& point) const override { return rect().contains(point); }
-    void focusInEvent(QFocusEvent* event) override
-    {
-        markFocus(*this, *event);
-        QRadioButton::focusInEvent(event);
-    }
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
@@ -45,7 +41,7 @@ protected:
             painter.setBrush(theme.isDark ? QColor(0xFF5A5A60) : QColor(Qt::white));
             painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
         }
-        if (showsFocus(this))
+        if (showsFocus(*this))
             drawFocusRing(painter, rect(), 5, theme);
         painter.setPen(theme.text);
         painter.drawText(rect(), Qt::AlignCenter, text());
@@ -54,14 +50,38 @@ protected:
 
 } // namespace
 
-SegmentedControl::SegmentedControl(const QString& label, const QStringList& options, QWidget* parent)
-    : QWidget(parent)
+ToggleSwitch::ToggleSwitch(const QString& label)
+{
+    setAccessibleName(label);
+    trackFocus(*this);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void ToggleSwitch::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Theme theme = Theme::of(this);
+    if (!isEnabled())
+        painter.setOpacity(0.5);
+    const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
+    const double radius = box.height() / 2;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isChecked() ? theme.accent : theme.track);
+    painter.drawRoundedRect(box, radius, radius);
+    const bool atRight = isChecked() != isRightToLeft();
+    const QPointF knob(atRight ? box.right() - radius : box.left() + radius, box.center().y());
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(knob, radius - 2, radius - 2);
+    if (showsFocus(*this))
+        drawFocusRing(painter, rect(), rect().height() / 2.0, theme);
+}
+
+SegmentedControl::SegmentedControl(const QString& label, const QStringList& options)
 {
     setAccessibleName(label);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(2, 2, 2, 2);
-    line->setSpacing(0);
+    QHBoxLayout* line = makeLine(this, 0, {2, 2, 2, 2});
     auto* group = new QButtonGroup(this);
     for (const QString& option : options) {
         auto* segment = new Segment(option);

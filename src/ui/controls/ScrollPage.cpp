@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/controls/ScrollBar.h"
+#include "ui/controls/ScrollPage.h"
 
 #include "ui/look/Theme.h"
 
@@ -9,7 +9,7 @@
 
 namespace lumenvale {
 
-ScrollBar::ScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
+ScrollBar::ScrollBar() : QScrollBar(Qt::Vertical)
 {
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     setFixedWidth(10);
@@ -27,6 +27,18 @@ void ScrollBar::paintEvent(QPaintEvent*)
     colour.setAlphaF(isSliderDown() || underMouse() ? 0.8F : 0.45F);
     painter.setBrush(colour);
     painter.drawRoundedRect(QRectF(2.5, handle.top(), 5, handle.height()), 2.5, 2.5);
+}
+
+ScrollPage::ScrollPage(QWidget* content)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setVerticalScrollBar(new ScrollBar);
+    setWidget(content);
+    content->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
 }
 
 } // namespace lumenvale

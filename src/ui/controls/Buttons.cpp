@@ -1,15 +1,43 @@
 // SPDX-License-Identifier: MIT
-#include "ui/controls/SmallButton.h"
+#include "ui/controls/Buttons.h"
 
+#include "ui/look/KeyboardFocus.h"
 #include "ui/look/Painting.h"
 #include "ui/look/Symbols.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 
 namespace lumenvale {
+
+namespace {
+
+constexpr double disabledOpacity = 0.35;
+
+QColor faded(QColor colour, double factor)
+{
+    colour.setAlphaF(static_cast<float>(colour.alphaF() * factor));
+    return colour;
+}
+
+} // namespace
+
+PaintedButton::PaintedButton()
+{
+    setFocusPolicy(Qt::StrongFocus); // a weaker one is left out where the system tabs through text fields only
+    setAttribute(Qt::WA_Hover);
+    trackFocus(*this);
+}
+
+void PaintedButton::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return QAbstractButton::keyPressEvent(event);
+    if (!event->isAutoRepeat())
+        click();
+}
 
 struct SmallButton::Metrics {
     int height;
@@ -18,9 +46,8 @@ struct SmallButton::Metrics {
     int gap; ///< between symbol and text
 };
 
-SmallButton::SmallButton(const QString& symbolName, const QString& text, const QString& label, QWidget* parent,
-                         Size buttonSize)
-    : PaintedButton(parent), symbol(symbolName), size(buttonSize)
+SmallButton::SmallButton(const QString& symbol, const QString& text, const QString& label, Size size)
+    : symbol(symbol), size(size)
 {
     setText(text);
     setAccessibleName(label.isEmpty() ? text : label);
@@ -28,11 +55,11 @@ SmallButton::SmallButton(const QString& symbolName, const QString& text, const Q
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void SmallButton::setSymbol(const QString& name)
+void SmallButton::setSymbol(const QString& next)
 {
-    if (name == symbol)
+    if (next == symbol)
         return;
-    symbol = name;
+    symbol = next;
     updateGeometry();
     update();
 }
@@ -68,10 +95,12 @@ void SmallButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const Theme theme = Theme::of(this);
-    drawControlFace(painter, rect(), theme, {isEnabled(), underMouse(), isDown()});
-    if (showsFocus(this))
+    const double strength = !isEnabled() ? disabledOpacity : isDown() ? 2.2 : underMouse() ? 1.4 : 1.0;
+    drawRoundedBox(painter, rect(), controlCornerRadius, faded(theme.control, strength),
+                   faded(theme.controlBorder, isEnabled() ? 1.0 : disabledOpacity));
+    if (showsFocus(*this))
         drawFocusRing(painter, rect(), controlCornerRadius, theme);
-    paintContent(painter, isEnabled() ? colourOf(theme, textColour) : contentColour(theme, false));
+    paintContent(painter, isEnabled() ? theme.of(textColour) : faded(theme.text, disabledOpacity));
 }
 
 void SmallButton::paintContent(QPainter& painter, const QColor& colour)

@@ -1,28 +1,31 @@
 // SPDX-License-Identifier: MIT
-// Labels in the program's look: text that is cut with an ellipsis and then has itself as a tooltip, and symbols.
+// Labels in the program's look: a line that is cut with an ellipsis, a number, a symbol, and text that wraps.
 #pragma once
 
 #include "ui/look/Theme.h"
 
+#include <QLabel>
 #include <QString>
 #include <QWidget>
+#include <string>
 
 namespace lumenvale {
+
+QString qString(const std::string& text);
 
 /// A tooltip that shows the text as it is, never as markup, and wraps it where it is long.
 QString toolTipText(const QString& text);
 
-enum class TextColour { primary, secondary, accent, warning, failure };
-
+/// One line. It takes no more room than its text needs, and less where there is less; it then ends in an ellipsis
+/// and has its text as a tooltip.
 class ElidedLabel final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ElidedLabel(TextRole role, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
+    explicit ElidedLabel(TextRole role, TextColour colour = TextColour::primary);
 
     void setText(const QString& text);
     QString text() const { return content; }
-    /// The label takes no more room than its text needs, and less where there is less.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -41,7 +44,7 @@ private:
 /// A number in the secondary colour, at the trailing side; its digits stay where they are while it changes.
 class NumberLabel final : public QWidget {
 public:
-    explicit NumberLabel(QWidget* parent = nullptr);
+    NumberLabel();
 
     void setText(const QString& text);
     QString text() const { return content; }
@@ -57,9 +60,10 @@ private:
 
 class SymbolLabel final : public QWidget {
 public:
-    SymbolLabel(const QString& name, int size, TextColour colour = TextColour::primary, QWidget* parent = nullptr);
+    /// `size` is its width and height in points.
+    SymbolLabel(const QString& symbol, int size, TextColour colour);
 
-    void setSymbol(const QString& name);
+    void setSymbol(const QString& next);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -69,15 +73,22 @@ private:
     TextColour colour;
 };
 
-/// A line of one point.
-class Divider final : public QWidget {
+/// A text that wraps and can be selected.
+class TextLabel final : public QLabel {
+    Q_OBJECT
+
 public:
-    explicit Divider(QWidget* parent = nullptr);
+    explicit TextLabel(TextRole role, TextColour colour = TextColour::primary);
+
+    void setColour(TextColour next);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-};
+    void changeEvent(QEvent* event) override;
 
-QColor colourOf(const Theme& theme, TextColour colour);
+private:
+    void applyColour();
+
+    TextColour colour;
+};
 
 } // namespace lumenvale

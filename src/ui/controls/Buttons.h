@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: MIT
-// A small bordered button with a symbol, a text, or both.
+// The buttons that draw themselves.
 #pragma once
 
-#include "ui/controls/PaintedButton.h"
-#include "ui/look/Labels.h"
+#include "ui/look/Theme.h"
 
+#include <QAbstractButton>
 #include <QString>
 
 namespace lumenvale {
 
+/// Their base: reached by Tab, pressed by Space and Return, and drawn anew when the pointer comes or goes.
+class PaintedButton : public QAbstractButton {
+public:
+    PaintedButton();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+/// A small bordered button with a symbol, a text, or both.
 class SmallButton : public PaintedButton {
 public:
     enum class Size {
@@ -16,11 +26,10 @@ public:
         compact, ///< 22 points high, for the panel's footer
     };
 
-    /// `label` is the accessible name; empty: the text is.
-    SmallButton(const QString& symbol, const QString& text, const QString& label, QWidget* parent = nullptr,
-                Size size = Size::regular);
+    /// `label` is the accessible name; where it is empty, the text is.
+    SmallButton(const QString& symbol, const QString& text, const QString& label, Size size = Size::regular);
 
-    void setSymbol(const QString& name);
+    void setSymbol(const QString& next);
     void setTextColour(TextColour colour);
 
     QSize sizeHint() const override;

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The keyboard's way through a window: the order of its controls, and the ring around the one that has the focus.
+#pragma once
+
+#include <QRectF>
+
+class QPainter;
+class QWidget;
+
+namespace lumenvale {
+
+struct Theme;
+
+/// Makes Tab go through all controls below `root` as they stand in its layouts. To be called after controls came
+/// or moved: Qt appends new ones at the end.
+void orderTabs(QWidget& root);
+
+/// Remembers from now on how the widget comes by the focus. Controls call it when they are made.
+void trackFocus(QWidget& widget);
+
+/// True when the widget has the focus and got it by the keyboard, so that a ring helps; a click needs none.
+bool showsFocus(const QWidget& widget);
+
+/// The ring around what has the keyboard focus. `box` is the control's; the ring lies just inside.
+void drawFocusRing(QPainter& painter, const QRectF& box, double radius, const Theme& theme);
+
+} // namespace lumenvale
