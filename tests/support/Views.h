@@ -3,11 +3,10 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QWheelEvent>
-#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace lumenvale {
@@ -20,69 +19,47 @@ inline void turnLoop()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+/// What a screen reader says of a widget.
+inline QString spoken(QWidget& widget, QAccessible::Text kind = QAccessible::Name)
+{
+    return QAccessible::queryAccessibleInterface(&widget)->text(kind);
+}
+
 /// The visible widget of this type and name; null when there is none.
 template <typename Widget = QWidget>
 Widget* named(const QWidget& window, const QString& name)
 {
     for (QWidget* each : window.findChildren<QWidget*>()) {
         auto* typed = dynamic_cast<Widget*>(each); // not every type has Qt's own type information
-        if (typed && each->accessibleName() == name && each->isVisibleTo(&window))
+        if (typed && each->isVisibleTo(&window) && spoken(*each) == name)
             return typed;
     }
     return nullptr;
 }
 
-/// Presses the button of this name or text; fails where there is none that can be pressed.
-inline void click(const QWidget& window, const QString& name)
-{
-    for (QAbstractButton* each : window.findChildren<QAbstractButton*>()) {
-        if ((each->accessibleName().isEmpty() ? each->text() : each->accessibleName()) != name ||
-            !each->isVisibleTo(&window) || !each->isEnabled())
-            continue;
-        each->click();
-        return turnLoop();
-    }
-    FAIL() << name.toStdString();
-}
-
-/// True when some visible label of the window shows exactly this text.
-template <typename Label>
+/// True when some visible part of the window reads exactly so.
+template <typename Widget = QWidget>
 bool shows(const QWidget& window, const QString& text)
 {
-    for (const QWidget* each : window.findChildren<QWidget*>()) {
-        const auto* label = dynamic_cast<const Label*>(each);
-        if (label && label->text() == text && each->isVisibleTo(&window))
-            return true;
-    }
-    return false;
+    return named<Widget>(window, text) != nullptr;
+}
+
+/// Presses the button of this name; fails where there is none that can be pressed.
+inline void click(const QWidget& window, const QString& name)
+{
+    auto* button = named<QAbstractButton>(window, name);
+    ASSERT_TRUE(button && button->isEnabled()) << name.toStdString();
+    button->click();
+    turnLoop();
 }
 
 inline void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QKeyEvent press(QEvent::KeyPress, key, modifiers);
-    QApplication::sendEvent(&widget, &press);
     QKeyEvent release(QEvent::KeyRelease, key, modifiers);
+    QApplication::sendEvent(&widget, &press);
     QApplication::sendEvent(&widget, &release);
     turnLoop();
-}
-
-/// A mouse event of the left button at a point of the widget; not one that turns the loop.
-inline void sendMouse(QWidget& widget, QEvent::Type type, QPointF point)
-{
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, point, widget.mapToGlobal(point), button, held, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
-
-/// Turns the wheel by eighths of a degree, away from the user; true when the widget took it.
-inline bool turnWheel(QWidget& widget, int delta, Qt::ScrollPhase phase = Qt::NoScrollPhase)
-{
-    QWheelEvent event(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, {0, delta}, Qt::NoButton,
-                      Qt::NoModifier, phase, false);
-    event.ignore();
-    QApplication::sendEvent(&widget, &event);
-    return event.isAccepted();
 }
 
 } // namespace lumenvale

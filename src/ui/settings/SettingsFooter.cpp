@@ -111,7 +111,6 @@ SettingsFooter::SettingsFooter(DisplayStore& store, PresetEditor& editor, Clock&
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
     version->setText(qString("Lumenvale " + build.version));
-    message->setAccessibleName("Message");
     auto* refresh = new SmallButton("arrow.clockwise", "Refresh", {});
     refresh->setToolTip("Read brightness and detect displays again");
     connect(refresh, &QAbstractButton::clicked, this, [&store] { store.requestRefresh(); });
