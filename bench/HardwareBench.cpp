@@ -5,6 +5,7 @@
 #include "hardware/DdcExchange.h"
 #include "hardware/DisplayEndpoints.h"
 #include "support/FakeHardwareAccess.h"
+#include "support/FakeRegistry.h"
 
 #include <benchmark/benchmark.h>
 
@@ -31,14 +32,10 @@ void measure(benchmark::State& state, std::chrono::microseconds waits, Work work
     state.counters["ratio"] = total / (prescribed * static_cast<double>(state.iterations()));
 }
 
-HardwareAccess oneMonitor(const std::shared_ptr<FakeDdcMonitor>& monitor)
+HardwareAccess oneMonitor()
 {
-    const auto displays = std::make_shared<FakeDisplaySystem::Displays>();
-    (*displays)[1] = {.uuid = "MONITOR", .information = PropertyDictionary{{"IODisplayLocation", "/one"}}};
-    std::vector<FakeEntry> entries = {{"AppleCLCD2", {}, "/one", nullptr},
-                                      {"DCPAVServiceProxy", {{"Location", "External"}}, "", monitor}};
-    return {.registry = std::make_unique<FakeRegistry>(std::move(entries)),
-            .displaySystem = std::make_unique<FakeDisplaySystem>(displays)};
+    const FakeDisplay monitor{.identifier = "MONITOR", .route = {.service = std::make_shared<FakeDdcMonitor>()}};
+    return {.routes = std::make_unique<FakeRoutes>(std::make_shared<FakeDisplays>(FakeDisplays{{1, monitor}}))};
 }
 
 DisplayInfo record(std::uint32_t displayID, const std::string& id)
@@ -68,14 +65,14 @@ BENCHMARK(exchangeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void probeOverWaits(benchmark::State& state)
 {
-    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeDdcMonitor>()));
+    DisplayEndpoints endpoints(oneMonitor());
     measure(state, readWaits, [&] { endpoints.inspect({record(1, "MONITOR")}, {}); });
 }
 BENCHMARK(probeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void setAndVerifyOverWaits(benchmark::State& state)
 {
-    DisplayEndpoints endpoints(oneMonitor(std::make_shared<FakeDdcMonitor>()));
+    DisplayEndpoints endpoints(oneMonitor());
     endpoints.inspect({record(1, "MONITOR")}, {});
     measure(state, writeWaits + settleWait + readWaits,
             [&] { benchmark::DoNotOptimize(endpoints.setBrightness(0.4, "MONITOR")); });
@@ -86,20 +83,21 @@ BENCHMARK(setAndVerifyOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 void inspection(benchmark::State& state)
 {
     const auto count = static_cast<std::uint32_t>(state.range(0));
-    const auto displays = std::make_shared<FakeDisplaySystem::Displays>();
+    FakeDisplaySystem::Displays displays;
     std::vector<FakeEntry> entries;
     std::vector<DisplayInfo> records;
     for (std::uint32_t number = 1; number <= count; ++number) {
         const std::string path = "/framebuffer/" + std::to_string(number);
-        (*displays)[number] = {.uuid = path, .information = identicalMonitor(path)};
+        displays.emplace(number, identicalMonitor(path));
         entries.push_back({"AppleCLCD2", {{"EDID UUID", "10AC1E41-0000-0000-0A1F-0104A5351E78"}}, path, nullptr});
         entries.push_back(
             {"DCPAVServiceProxy", {{"Location", "External"}}, path, std::make_shared<FakeDdcMonitor>()});
         records.push_back(record(number, path));
     }
-    DisplayEndpoints endpoints({.registry = std::make_unique<FakeRegistry>(std::move(entries)),
-                                .displaySystem = std::make_unique<FakeDisplaySystem>(displays),
-                                .pause = [](std::chrono::microseconds) {}});
+    DisplayEndpoints endpoints(
+        {.routes = std::make_unique<ServiceDiscovery>(std::make_unique<FakeRegistry>(std::move(entries)),
+                                                      std::make_unique<FakeDisplaySystem>(std::move(displays))),
+         .pause = [](std::chrono::microseconds) {}});
     for (auto each : state)
         benchmark::DoNotOptimize(endpoints.inspect(records, {}));
     state.counters["per display"] =

@@ -2,7 +2,6 @@
 #include "hardware/DisplayEndpoints.h"
 
 #include "hardware/DdcExchange.h"
-#include "hardware/LoggingAVService.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,28 +24,25 @@ constexpr double nativeTolerance = 0.0001;
 
 double fraction(const VcpReading& reading) { return static_cast<double>(reading.current) / reading.maximum; }
 
-void describe(DisplayInfo& display, const IOregService& details)
+void describe(DisplayInfo& display, const Route& route)
 {
-    const std::string& upstream = details.transportUpstream;
-    const std::string& downstream = details.transportDownstream;
-    if (!upstream.empty() && !downstream.empty())
-        display.connection = upstream + " → " + downstream;
-    else if (!upstream.empty() || !downstream.empty())
-        display.connection = upstream + downstream;
-    if (!details.alphanumericSerialNumber.empty())
-        display.hardwareSerial = details.alphanumericSerialNumber;
-    if (!details.displayAttributes)
-        return;
-    const auto* width = find<std::int64_t>(*details.displayAttributes, "NativeFormatHorizontalPixels");
-    const auto* height = find<std::int64_t>(*details.displayAttributes, "NativeFormatVerticalPixels");
-    if (width && height)
-        display.nativeResolution = std::to_string(*width) + " × " + std::to_string(*height);
+    const bool hasBothEnds = !route.upstream.empty() && !route.downstream.empty();
+    const std::string connection = route.upstream + (hasBothEnds ? " → " : "") + route.downstream;
+    if (!connection.empty())
+        display.connection = connection;
+    if (!route.serialNumber.empty())
+        display.hardwareSerial = route.serialNumber;
+    if (route.nativeFormat)
+        display.nativeResolution =
+            std::to_string(route.nativeFormat->width) + " × " + std::to_string(route.nativeFormat->height);
+    if (display.isBuiltIn)
+        display.connection = "Internal";
 }
 
 } // namespace
 
-DisplayEndpoints::DisplayEndpoints(HardwareAccess supplied)
-    : access(withLogging(std::move(supplied))), native(std::move(access.native))
+DisplayEndpoints::DisplayEndpoints(HardwareAccess access)
+    : access(withLogging(std::move(access))), native(std::move(this->access.native))
 {
 }
 
@@ -57,34 +53,26 @@ std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo
     if (displays.empty())
         return {};
     std::vector<DisplayInfo> inspected;
-    const std::vector<IOregService> candidates = enumerateServices(*access.registry);
-    for (const DisplayInfo& display : displays) {
-        if (stopping.isCancelled())
-            break;
-        inspected.push_back(probe(display, candidates));
-    }
+    const std::vector<Route> routes = access.routes->find(displays);
+    for (std::size_t i = 0; i < displays.size() && !stopping.isCancelled(); ++i)
+        inspected.push_back(probe(displays[i], routes.at(i)));
     return inspected;
 }
 
-DisplayInfo DisplayEndpoints::probe(DisplayInfo display, const std::vector<IOregService>& candidates)
+DisplayInfo DisplayEndpoints::probe(DisplayInfo display, const Route& route)
 {
-    const std::optional<Arm64Service> match = chooseService(display, *access.displaySystem, candidates);
-    const std::shared_ptr<AVService> service = match ? match->service : nullptr;
-    if (match)
-        describe(display, match->serviceDetails);
-    if (display.isBuiltIn)
-        display.connection = "Internal";
+    describe(display, route);
     if (const std::optional<double> value = native.read(display.displayID)) {
         display.method = ControlMethod::apple;
         display.brightness = value;
         display.status = "Current hardware brightness read successfully.";
-    } else if (service) {
-        readLuminance(display, *service);
+    } else if (route.service) {
+        readLuminance(display, *route.service);
     } else {
         display.status =
             "No accessible hardware brightness service. The connection or App Sandbox may restrict access.";
     }
-    endpoints.insert_or_assign(display.id, Endpoint{display, service});
+    endpoints.insert_or_assign(display.id, Endpoint{display, route.service});
     return display;
 }
 
@@ -103,14 +91,13 @@ void DisplayEndpoints::readLuminance(DisplayInfo& display, AVService& service) c
 
 bool DisplayEndpoints::isStillTheSame(const Endpoint& endpoint, const std::string& id) const
 {
-    DisplaySystem& system = *access.displaySystem;
-    const std::uint32_t displayID = endpoint.info.displayID;
-    return system.isOnline(displayID) && stableIdentifier(system.uuid(displayID), displayID) == id;
+    return access.routes->identifier(endpoint.info.displayID) == id;
 }
 
 std::map<std::string, double> DisplayEndpoints::currentBrightness(const std::vector<std::string>& ids,
                                                                   const CancellationToken& token)
 {
+    access.routes->beginRound();
     std::map<std::string, double> result;
     for (const std::string& id : ids) {
         if (token.isCancelled())
@@ -147,8 +134,10 @@ tl::expected<double, BrightnessError> DisplayEndpoints::setBrightness(double val
     if (!std::isfinite(value) || found == endpoints.end())
         return tl::unexpected(BrightnessError::disconnected);
     const Endpoint& endpoint = found->second;
-    if (endpoint.info.method == ControlMethod::unavailable || !endpoint.info.brightness ||
-        !isStillTheSame(endpoint, id))
+    if (endpoint.info.method == ControlMethod::unavailable || !endpoint.info.brightness)
+        return tl::unexpected(BrightnessError::disconnected);
+    access.routes->beginRound();
+    if (!isStillTheSame(endpoint, id))
         return tl::unexpected(BrightnessError::disconnected);
     const double target = value >= 0.0 ? std::min(value, 1.0) : 0.0;
     return endpoint.info.method == ControlMethod::apple ? writeNative(endpoint.info, target)

@@ -6,7 +6,6 @@
 #include "base/Worker.h"
 #include "displays/DisplayInfo.h"
 #include "hardware/HardwareAccess.h"
-#include "hardware/ServiceDiscovery.h"
 
 #include <map>
 #include <memory>
@@ -39,7 +38,7 @@ private:
         std::shared_ptr<AVService> service;
     };
 
-    DisplayInfo probe(DisplayInfo display, const std::vector<IOregService>& candidates);
+    DisplayInfo probe(DisplayInfo display, const Route& route);
     void readLuminance(DisplayInfo& display, AVService& service) const;
     bool isStillTheSame(const Endpoint& endpoint, const std::string& id) const;
     std::optional<double> read(const Endpoint& endpoint) const;

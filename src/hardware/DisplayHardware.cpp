@@ -7,8 +7,8 @@
 
 namespace lumenvale {
 
-DisplayHardware::DisplayHardware(HardwareAccess access, MainThread& home)
-    : endpoints(std::make_unique<DisplayEndpoints>(std::move(access))), mainThread(home)
+DisplayHardware::DisplayHardware(HardwareAccess access, MainThread& mainThread)
+    : endpoints(std::make_unique<DisplayEndpoints>(std::move(access))), mainThread(mainThread)
 {
 }
 

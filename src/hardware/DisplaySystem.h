@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the system knows of a display by its number. Hardware thread only; answers must hold for the moment of
-// the call, since they decide whether a display was replaced behind its number.
+// What the system knows of a display by its number. Hardware thread only. Answers hold for the moment of the
+// call, since they decide whether a display was replaced behind its number.
 #pragma once
 
 #include "base/PropertyList.h"

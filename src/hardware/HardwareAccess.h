@@ -2,10 +2,9 @@
 // What the hardware thread works with, as the platform supplies it.
 #pragma once
 
-#include "hardware/DisplaySystem.h"
+#include "hardware/DisplayRoutes.h"
 #include "hardware/NativeBrightness.h"
 #include "hardware/Pause.h"
-#include "hardware/ServiceRegistry.h"
 
 #include <functional>
 #include <memory>
@@ -14,12 +13,15 @@
 namespace lumenvale {
 
 struct HardwareAccess {
-    std::unique_ptr<ServiceRegistry> registry;
-    std::unique_ptr<DisplaySystem> displaySystem;
+    std::unique_ptr<DisplayRoutes> routes;
     NativeFunctions native;
     Pause pause = blockingPause();
-    /// Receives a line for every transfer, native call and wait, on the hardware thread; empty: nothing is logged.
+    /// Receives a line for every route, transfer, native call and wait, on the hardware thread; empty: nothing is
+    /// logged.
     std::function<void(const std::string&)> log;
 };
+
+/// `access` with its routes, native functions and pause writing to its log; unchanged where it has none.
+HardwareAccess withLogging(HardwareAccess access);
 
 } // namespace lumenvale

@@ -5,10 +5,10 @@
 
 namespace lumenvale {
 
-NativeBrightness::NativeBrightness(NativeFunctions supplied)
+NativeBrightness::NativeBrightness(NativeFunctions functions)
 {
-    if (supplied.handle)
-        functions = std::move(supplied);
+    if (functions.handle)
+        this->functions = std::move(functions);
 }
 
 std::optional<double> NativeBrightness::read(std::uint32_t displayID) const

@@ -4,12 +4,16 @@
 
 #include <chrono>
 #include <functional>
+#include <thread>
 
 namespace lumenvale {
 
 using Pause = std::function<void(std::chrono::microseconds)>;
 
 /// Blocks the calling thread.
-Pause blockingPause();
+inline Pause blockingPause()
+{
+    return [](std::chrono::microseconds time) { std::this_thread::sleep_for(time); };
+}
 
 } // namespace lumenvale

@@ -98,18 +98,32 @@ bool hasRival(const std::vector<Ranked>& ranked)
     return rival != ranked.end() && rival->score >= best.score;
 }
 
-/// The only open channel at `location`. Where several claim to be a display's own, none is trusted.
-std::shared_ptr<AVService> onlyServiceAt(std::int64_t location, const std::vector<IOregService>& candidates)
+/// The open channels at `location`. Where several claim to be a display's own, none is trusted.
+std::vector<std::shared_ptr<AVService>> servicesAt(std::int64_t location,
+                                                   const std::vector<IOregService>& candidates)
 {
-    std::shared_ptr<AVService> only;
+    std::vector<std::shared_ptr<AVService>> services;
     for (const IOregService& each : candidates) {
-        if (each.serviceLocation != location || !each.service)
-            continue;
-        if (only)
-            return nullptr;
-        only = each.service;
+        if (each.serviceLocation == location && each.service)
+            services.push_back(each.service);
     }
-    return only;
+    return services;
+}
+
+Route routeOf(const Arm64Service& match)
+{
+    const IOregService& details = match.serviceDetails;
+    Route route{.service = match.service,
+                .upstream = details.transportUpstream,
+                .downstream = details.transportDownstream,
+                .serialNumber = details.alphanumericSerialNumber};
+    if (!details.displayAttributes)
+        return route;
+    const auto* width = find<std::int64_t>(*details.displayAttributes, "NativeFormatHorizontalPixels");
+    const auto* height = find<std::int64_t>(*details.displayAttributes, "NativeFormatVerticalPixels");
+    if (width && height)
+        route.nativeFormat = PixelSize{*width, *height};
+    return route;
 }
 
 } // namespace
@@ -138,11 +152,38 @@ std::optional<Arm64Service> chooseService(const DisplayInfo& display, DisplaySys
     if (ranked.empty() || !qualifies(ranked.front(), display) || hasRival(ranked))
         return std::nullopt;
     const IOregService& best = *ranked.front().candidate;
+    const std::vector<std::shared_ptr<AVService>> services = servicesAt(best.serviceLocation, candidates);
     return Arm64Service{.displayID = display.displayID,
-                        .service = onlyServiceAt(best.serviceLocation, candidates),
+                        .service = services.size() == 1 ? services.front() : nullptr,
                         .serviceLocation = best.serviceLocation,
+                        .discouraged = services.size() > 1,
+                        .dummy = best.edidUUID.empty(),
                         .serviceDetails = best,
                         .matchScore = ranked.front().score};
+}
+
+ServiceDiscovery::ServiceDiscovery(std::unique_ptr<ServiceRegistry> registry,
+                                   std::unique_ptr<DisplaySystem> system)
+    : registry(std::move(registry)), system(std::move(system))
+{
+}
+
+std::vector<Route> ServiceDiscovery::find(const std::vector<DisplayInfo>& displays)
+{
+    const std::vector<IOregService> candidates = enumerateServices(*registry);
+    std::vector<Route> routes;
+    for (const DisplayInfo& display : displays) {
+        const std::optional<Arm64Service> match = chooseService(display, *system, candidates);
+        routes.push_back(match ? routeOf(*match) : Route());
+    }
+    return routes;
+}
+
+std::optional<std::string> ServiceDiscovery::identifier(std::uint32_t displayID)
+{
+    if (!system->isOnline(displayID))
+        return std::nullopt;
+    return stableIdentifier(system->uuid(displayID), displayID);
 }
 
 } // namespace lumenvale

@@ -1,29 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "hardware/DdcExchange.h"
-#include "hardware/DdcMessage.h"
-
 #include "support/FakeHardwareAccess.h"
 
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 namespace lumenvale {
 namespace {
 
+using namespace std::chrono_literals;
 using Log = std::vector<std::string>;
 
 const Bytes validReply = {0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, 0x00, 0x64, 0x00, 0x32, 0xF2};
-
-/// `reply` with the byte at `index` replaced, and with a checksum that is right again.
-Bytes withByte(Bytes reply, std::size_t index, std::uint8_t value)
-{
-    reply[index] = value;
-    reply.back() = 0x50;
-    for (std::size_t i = 0; i + 1 < reply.size(); ++i)
-        reply.back() = static_cast<std::uint8_t>(reply.back() ^ reply[i]);
-    return reply;
-}
 
 TEST(DdcMessage, RequestsHaveTheirExactBytes)
 {
@@ -32,103 +19,101 @@ TEST(DdcMessage, RequestsHaveTheirExactBytes)
     EXPECT_EQ(setVcpRequest(0x10, 0xABCD), (std::array<std::uint8_t, 6>{0x84, 0x03, 0x10, 0xAB, 0xCD, 0xCE}));
 }
 
-TEST(DdcMessage, AValidReplyIsRead)
+TEST(DdcMessage, AReplyIsReadOnlyWhenItIsWholeAndMeansTheFeatureThatWasAskedFor)
 {
     EXPECT_EQ(parseVcpReply(validReply, 0x10), (VcpReading{100, 50}));
-    EXPECT_EQ(parseVcpReply(withByte(validReply, 5, 0x01), 0x10), (VcpReading{100, 50})) << "any type code";
     EXPECT_EQ(parseVcpReply(luminanceReply(0xABCD, 0x1234), 0x10), (VcpReading{0xABCD, 0x1234}));
-}
-
-TEST(DdcMessage, EveryTruncationAndExtensionOfAReplyIsRefused)
-{
-    for (std::size_t length = 0; length < validReply.size(); ++length)
-        EXPECT_FALSE(parseVcpReply(std::span(validReply).first(length), 0x10)) << length;
-    Bytes longer = validReply;
-    longer.push_back(0);
-    EXPECT_FALSE(parseVcpReply(longer, 0x10));
-    EXPECT_FALSE(hasValidChecksum({}));
-}
-
-TEST(DdcMessage, EveryDamageOfOneBitIsRefused)
-{
-    for (std::size_t bit = 0; bit < validReply.size() * 8; ++bit) {
-        Bytes damaged = validReply;
-        damaged[bit / 8] = static_cast<std::uint8_t>(damaged[bit / 8] ^ 1U << bit % 8);
-        EXPECT_FALSE(hasValidChecksum(damaged)) << "bit " << bit;
-        EXPECT_FALSE(parseVcpReply(damaged, 0x10)) << "bit " << bit;
-    }
-}
-
-TEST(DdcMessage, AReplyThatIsWholeButMeansSomethingElseIsRefused)
-{
-    for (const std::size_t index : {0U, 1U, 2U, 3U, 4U})
-        EXPECT_FALSE(parseVcpReply(withByte(validReply, index, 0x01), 0x10)) << "byte " << index;
-    EXPECT_FALSE(parseVcpReply(validReply, 0x12)) << "another feature's reply";
+    EXPECT_FALSE(parseVcpReply(validReply, 0x12));
     EXPECT_FALSE(parseVcpReply(luminanceReply(0, 0), 0x10));
     EXPECT_FALSE(parseVcpReply(luminanceReply(100, 101), 0x10));
     EXPECT_FALSE(parseVcpReply(Bytes{0x6E, 0x80, 0xBE, 0, 0, 0, 0, 0, 0, 0, 0}, 0x10)) << "the null message";
+    for (std::size_t index = 0; index <= 5; ++index) {
+        Bytes other(validReply.begin(), validReply.end() - 1);
+        other[index] = 0x01;
+        const bool isType = index == 5; // which may be anything
+        EXPECT_EQ(parseVcpReply(sealed(other), 0x10).has_value(), isType) << "byte " << index;
+    }
 }
 
-TEST(DdcExchange, AReadWritesTwiceWaitsAndReads)
+TEST(DdcMessage, EveryTruncationExtensionAndDamageOfAReplyIsRefused)
 {
-    FakeDdcMonitor monitor;
-    EXPECT_EQ(readVcp(&monitor, 0x10, {}, monitor.recordingPause()), (VcpReading{100, 50}));
-    EXPECT_EQ(monitor.log,
-              (Log{"wait 10000", "write 82 01 10 FD", "wait 10000", "write 82 01 10 FD", "wait 50000", "read"}));
-    EXPECT_FALSE(monitor.wrongAddress);
+    for (std::size_t length = 0; length < validReply.size(); ++length)
+        EXPECT_FALSE(parseVcpReply(std::span(validReply).first(length), 0x10)) << length;
+    EXPECT_FALSE(parseVcpReply(sealed(validReply), 0x10));
+    EXPECT_FALSE(hasValidChecksum({}));
+    for (std::size_t bit = 0; bit < validReply.size() * 8; ++bit) {
+        Bytes damaged = validReply;
+        damaged[bit / 8] = static_cast<std::uint8_t>(damaged[bit / 8] ^ 1U << bit % 8);
+        EXPECT_FALSE(hasValidChecksum(damaged) || parseVcpReply(damaged, 0x10)) << "bit " << bit;
+    }
+}
+
+const Log attempt = {"wait 10000", "write 82 01 10 FD", "wait 10000", "write 82 01 10 FD", "wait 50000", "read"};
+
+/// `attempts` failed ones with the wait after each, then `last`.
+Log after(int attempts, const Log& failed, const Log& last = {})
+{
+    Log log;
+    for (int i = 0; i < attempts; ++i) {
+        log.insert(log.end(), failed.begin(), failed.end());
+        log.emplace_back("wait 20000");
+    }
+    log.insert(log.end(), last.begin(), last.end());
+    return log;
+}
+
+TEST(DdcExchange, ReadsAgainUntilAReplyIsWhole)
+{
+    const Bytes senseless = luminanceReply(100, 101);
+    Bytes wrong = validReply;
+    wrong.back() ^= 1;
+    struct {
+        const char* name;
+        bool silent;
+        std::deque<Bytes> replies;
+        DdcTiming timing;
+        bool isRead;
+        Log log;
+    } const rows[] = {
+        {"at once", false, {}, {}, true, attempt},
+        {"a bad checksum is asked for again", false, {wrong, wrong}, {}, true, after(2, attempt, attempt)},
+        {"a whole reply that makes no sense is not", false, {senseless}, {}, false, attempt},
+        {"five attempts", true, {}, {}, false, after(5, attempt)},
+        {"as many as the caller says", true, {}, {.retries = 2}, false, after(3, attempt)},
+        {"in the caller's timing, once without cycles",
+         true,
+         {},
+         {.writeWait = 1us, .writeCycles = 0, .readWait = 2us, .retries = 0, .retryWait = 3us},
+         false,
+         {"wait 1", "write 82 01 10 FD", "wait 2", "read", "wait 3"}},
+    };
+    for (const auto& row : rows) {
+        FakeDdcMonitor monitor;
+        monitor.silent = row.silent;
+        monitor.replies = row.replies;
+        EXPECT_EQ(readVcp(&monitor, 0x10, row.timing, monitor.recordingPause()).has_value(), row.isRead)
+            << row.name;
+        EXPECT_EQ(monitor.log, row.log) << row.name;
+        EXPECT_FALSE(monitor.wrongAddress);
+    }
 }
 
 TEST(DdcExchange, AWriteIsJudgedByTheLastWriteOfTheAttempt)
 {
+    const Log writes = {"wait 10000", "write 84 03 10 00 32 9A", "wait 10000", "write 84 03 10 00 32 9A"};
     FakeDdcMonitor monitor;
-    monitor.writeStatuses = {-1, 0};
+    monitor.writeStatuses = {-1, 0, 0, -1, 0, 0};
     EXPECT_TRUE(writeVcp(&monitor, 0x10, 50, {}, monitor.recordingPause()));
-    EXPECT_EQ(monitor.log,
-              (Log{"wait 10000", "write 84 03 10 00 32 9A", "wait 10000", "write 84 03 10 00 32 9A"}));
-
+    EXPECT_EQ(monitor.log, writes);
     monitor.log.clear();
-    monitor.writeStatuses = {0, -1, 0, 0};
     EXPECT_TRUE(writeVcp(&monitor, 0x10, 50, {}, monitor.recordingPause()));
-    EXPECT_EQ(monitor.log.size(), 4U + 1U + 4U);
-    EXPECT_EQ(monitor.log[4], "wait 20000");
-}
-
-TEST(DdcExchange, AWholeReplyThatMeansSomethingElseIsNotAskedForAgain)
-{
-    FakeDdcMonitor monitor;
-    monitor.replies = {luminanceReply(100, 101)};
-    EXPECT_FALSE(readVcp(&monitor, 0x10, {}, monitor.recordingPause()));
-    EXPECT_EQ(monitor.log.size(), 6U);
-}
-
-TEST(DdcExchange, GivesUpAfterTheLastRetryAndItsWait)
-{
-    FakeDdcMonitor monitor;
-    monitor.silent = true;
-    EXPECT_FALSE(readVcp(&monitor, 0x10, {.retries = 2}, monitor.recordingPause()));
-    EXPECT_EQ(monitor.log.size(), 3U * 7U);
-    EXPECT_EQ(monitor.log.back(), "wait 20000");
-
-    monitor.log.clear();
-    EXPECT_FALSE(readVcp(&monitor, 0x10, {}, monitor.recordingPause())) << "five attempts by default";
-    EXPECT_EQ(monitor.log.size(), 5U * 7U);
-}
-
-TEST(DdcExchange, ADamagedReplyIsAskedForAgainFromTheBeginningInTheCallersTiming)
-{
-    using namespace std::chrono_literals;
-    FakeDdcMonitor monitor;
-    const DdcTiming timing{.writeWait = 1us, .writeCycles = 0, .readWait = 2us, .retries = 1, .retryWait = 3us};
-    monitor.replies = {validReply};
-    monitor.replies[0].back() ^= 0x01;
-    EXPECT_TRUE(readVcp(&monitor, 0x10, timing, monitor.recordingPause()));
-    EXPECT_EQ(monitor.log, (Log{"wait 1", "write 82 01 10 FD", "wait 2", "read", "wait 3", "wait 1",
-                                "write 82 01 10 FD", "wait 2", "read"}));
+    EXPECT_EQ(monitor.log, after(1, writes, writes));
 }
 
 TEST(DdcExchangeDeathTest, TooManyAttemptsAreTheCallersDefect)
 {
     FakeDdcMonitor monitor;
+    EXPECT_TRUE(readVcp(&monitor, 0x10, {.retries = 253}, monitor.recordingPause()));
     EXPECT_DEATH(readVcp(&monitor, 0x10, {.retries = 254}, monitor.recordingPause()), "");
 }
 

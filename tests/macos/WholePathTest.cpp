@@ -3,6 +3,7 @@
 // and two monitors.
 #include "MacTest.h"
 #include "hardware/DisplayHardware.h"
+#include "hardware/ServiceDiscovery.h"
 #include "platform/macos/displays/DisplayFacts.h"
 #include "platform/macos/displays/MacDiagnostics.h"
 #include "platform/macos/displays/MacDisplaySystem.h"
@@ -101,11 +102,12 @@ struct WholePathTest : MacTest {
         machine.root.children = {connection("disp0", "Embedded", ""), connection("dispext0", "External", "dp0"),
                                  connection("dispext1", "External", "dp1")};
         machine.buses = {{"dp0", busOf(monitor)}, {"dp1", busOf(silent)}};
-        hardware.emplace(HardwareAccess{.registry = std::make_unique<MacServiceRegistry>(),
-                                        .displaySystem = std::make_unique<MacDisplaySystem>(),
-                                        .native = loadDisplayServices(),
-                                        .pause = [](std::chrono::microseconds) {}},
-                         mainThread);
+        hardware.emplace(
+            HardwareAccess{.routes = std::make_unique<ServiceDiscovery>(std::make_unique<MacServiceRegistry>(),
+                                                                        std::make_unique<MacDisplaySystem>()),
+                           .native = loadDisplayServices(),
+                           .pause = [](std::chrono::microseconds) {}},
+            mainThread);
     }
 
     void TearDown() override

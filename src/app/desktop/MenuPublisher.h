@@ -5,7 +5,7 @@
 
 #include "platform/Shell.h"
 #include "presets/PresetStore.h"
-#include "ui/look/LaterCall.h"
+#include "ui/controls/Redraw.h"
 
 #include <functional>
 #include <optional>
@@ -50,7 +50,7 @@ private:
     Dock& dock;
     MenuContent content;
     StatusItem* statusItem = nullptr;
-    LaterCall publishLater;
+    Redraw publishLater;
     Subscription presetObservation;
 };
 

@@ -4,9 +4,8 @@
 #include "platform/linux/displays/I2cDriver.h"
 #include "platform/linux/displays/LinuxBrightness.h"
 #include "platform/linux/displays/LinuxDiagnostics.h"
-#include "platform/linux/displays/LinuxDisplaySystem.h"
+#include "platform/linux/displays/LinuxRoutes.h"
 #include "platform/linux/displays/LinuxScreenSource.h"
-#include "platform/linux/displays/LinuxServiceRegistry.h"
 #include "platform/linux/displays/LinuxSystemEvents.h"
 #include "platform/linux/displays/Logind.h"
 #include "platform/qt/JsonUserDefaults.h"
@@ -38,21 +37,20 @@ std::unique_ptr<UserDefaults> makeDefaults(const PlatformOptions& options, Clock
 Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& /*mainThread*/)
 {
     const SystemPaths paths;
-    auto screens = std::make_unique<LinuxScreenSource>(
-        paths, options.hasWindowSystem ? LinuxScreenSource::WindowScreens(qtWindowScreens) : nullptr);
+    const auto snapshot = std::make_shared<DisplaySnapshot>(paths); // the hardware thread's
 
     Platform platform;
     platform.defaults = makeDefaults(options, clock);
-    platform.events = std::make_unique<LinuxSystemEvents>(paths, options.hasWindowSystem, *screens, clock);
-    platform.screens = std::move(screens);
+    platform.screens = std::make_unique<LinuxScreenSource>(
+        paths, options.hasWindowSystem ? LinuxScreenSource::WindowScreens(qtWindowScreens) : nullptr);
+    platform.events = std::make_unique<LinuxSystemEvents>(paths, options.hasWindowSystem, clock);
     platform.diagnostics = std::make_unique<LinuxDiagnostics>(paths);
     platform.startup = makeNativeStartupService(options);
     platform.hotKeys = makeNativeHotKeyService(options);
     HardwareAccess& hardware = platform.hardware;
-    hardware.registry =
-        std::make_unique<LinuxServiceRegistry>(paths, makeI2cDriver(paths.devices), hardware.pause, options.log);
-    hardware.displaySystem = std::make_unique<LinuxDisplaySystem>(paths);
-    hardware.native = makeLinuxBrightness(paths, {writeNumber, setThroughLogind}, options.log);
+    hardware.routes =
+        std::make_unique<LinuxRoutes>(paths, snapshot, makeI2cDriver(paths.devices), hardware.pause, options.log);
+    hardware.native = makeLinuxBrightness(snapshot, {writeNumber, setThroughLogind}, options.log);
     return platform;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/Identity.h"
+#include "hardware/ServiceDiscovery.h"
 #include "platform/Platform.h"
 #include "platform/macos/displays/MacDiagnostics.h"
 #include "platform/macos/displays/MacDisplaySystem.h"
@@ -22,8 +23,8 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
     platform.diagnostics = std::make_unique<MacDiagnostics>();
     platform.startup = makeNativeStartupService(options);
     platform.hotKeys = makeNativeHotKeyService(options);
-    platform.hardware.registry = std::make_unique<MacServiceRegistry>();
-    platform.hardware.displaySystem = std::make_unique<MacDisplaySystem>();
+    platform.hardware.routes = std::make_unique<ServiceDiscovery>(std::make_unique<MacServiceRegistry>(),
+                                                                  std::make_unique<MacDisplaySystem>());
     platform.hardware.native = loadDisplayServices();
     return platform;
 }

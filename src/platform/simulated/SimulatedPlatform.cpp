@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/simulated/SimulatedPlatform.h"
 
+#include "hardware/ServiceDiscovery.h"
 #include "platform/qt/JsonUserDefaults.h"
 #include "platform/simulated/SimulatedDiagnostics.h"
 #include "platform/simulated/SimulatedDisplaySystem.h"
@@ -26,8 +27,9 @@ tl::expected<Platform, std::string> makeSimulatedPlatform(const PlatformOptions&
     platform.screens = std::make_unique<SimulatedScreenSource>(folder, options.report);
     platform.events = std::make_unique<SimulatedEvents>(folder, clock);
     platform.diagnostics = std::make_unique<SimulatedDiagnostics>(folder);
-    platform.hardware.registry = std::make_unique<SimulatedRegistry>(folder, platform.hardware.pause);
-    platform.hardware.displaySystem = std::make_unique<SimulatedDisplaySystem>(folder);
+    platform.hardware.routes =
+        std::make_unique<ServiceDiscovery>(std::make_unique<SimulatedRegistry>(folder, platform.hardware.pause),
+                                           std::make_unique<SimulatedDisplaySystem>(folder));
     platform.hardware.native = simulatedNativeFunctions(folder);
     return platform;
 }

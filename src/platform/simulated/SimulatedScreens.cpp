@@ -69,7 +69,7 @@ std::vector<Screen> SimulatedScreenSource::screens()
     return screens;
 }
 
-SimulatedEvents::SimulatedEvents(std::string path, Clock& source) : folder(std::move(path)), clock(source)
+SimulatedEvents::SimulatedEvents(std::string folder, Clock& clock) : folder(std::move(folder)), clock(clock)
 {
     QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &watcher, [this] { somethingChanged(); });
     QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher, [this] { somethingChanged(); });

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FakeSysfs.h"
 
-#include "platform/linux/displays/Backlight.h"
 #include "platform/linux/displays/LinuxBrightness.h"
 
 #include <cerrno>
@@ -11,65 +10,59 @@
 namespace lumenvale {
 namespace {
 
-const EdidBlock panelEdid = EdidBuilder{.name = ""}.build();
-
-std::string chosen(const FakeSysfs& system, const std::string& panel = "eDP-1")
+TEST(Backlight, EachPanelGetsTheDeviceThatDimsIt)
 {
-    const auto backlight =
-        chooseBacklight(system.connector(panel), readConnectors(system.paths()), readBacklights(system.paths()));
-    return backlight ? backlight->name : "none";
-}
-
-TEST(Backlight, FirmwareComesBeforePlatformBeforeThePanelsOwnBeforeTheCards)
-{
-    FakeSysfs system;
-    const auto device = system.addCard();
-    const auto panel = system.addConnector(device, "eDP-1", panelEdid);
-    const auto other = system.addPciDevice("0000:01:00.0", "nvidia", "0x030200");
-    EXPECT_EQ(chosen(system), "none");
-    system.addBacklight(other, "nvidia_0", "raw", 100, 50); // the other card's
-    EXPECT_EQ(chosen(system), "none");
-    system.addBacklight(device, "card_bl", "raw", 100, 50);
-    EXPECT_EQ(chosen(system), "card_bl");
-    system.addBacklight(panel, "intel_backlight", "raw", 1515, 800);
-    EXPECT_EQ(chosen(system), "intel_backlight");
-    system.addBacklight(device, "thinkpad_screen", "platform", 15, 7);
-    EXPECT_EQ(chosen(system), "thinkpad_screen");
-    system.addBacklight(device, "acpi_video0", "firmware", 15, 7);
-    EXPECT_EQ(chosen(system), "acpi_video0");
-}
-
-TEST(Backlight, TwoPanelsEachGetTheirOwn)
-{
-    FakeSysfs system;
-    const auto device = system.addCard();
-    const auto first = system.addConnector(device, "eDP-1", panelEdid);
-    const auto second = system.addConnector(device, "eDP-2", panelEdid);
-    system.addBacklight(second, "card0-eDP-2-backlight", "raw", 100, 50);
-    system.addBacklight(first, "intel_backlight", "raw", 100, 50);
-    system.addBacklight(device, "acpi_video0", "firmware", 15, 7);
-    EXPECT_EQ(chosen(system, "eDP-1"), "intel_backlight");
-    EXPECT_EQ(chosen(system, "eDP-2"), "card0-eDP-2-backlight");
-}
-
-TEST(Backlight, DevicesOfOtherThingsAndBrokenOnesAreLeftAlone)
-{
-    FakeSysfs system;
-    const auto device = system.addCard();
-    system.addConnector(device, "eDP-1", panelEdid);
-    const auto external = system.addConnector(device, "DP-1", panelEdid);
-    system.addBacklight(external, "on_another_connector", "platform", 100, 50);
-    const auto client = system.root() / "devices/i2c-7/7-0037";
-    FakeSysfs::link(system.root() / "bus/i2c", client / "subsystem");
-    system.addBacklight(client, "ddcci7", "raw", 100, 50);
-    system.addBacklight(device, "zero", "firmware", 0, 0);
-    FakeSysfs::write(system.addBacklight(device, "words", "firmware", 1, 1) / "max_brightness", "many");
-    EXPECT_EQ(chosen(system), "none");
-    EXPECT_EQ(chosen(system, "DP-1"), "none");
-    const auto board = system.root() / "devices/platform/backlight";
-    FakeSysfs::link(system.root() / "bus/platform", board / "subsystem");
-    system.addBacklight(board, "pwm", "raw", 255, 50);
-    EXPECT_EQ(chosen(system), "pwm");
+    struct Device {
+        const char *parent, *name, *type, *maximum;
+    };
+    const struct {
+        std::vector<Socket> sockets;
+        std::vector<Device> devices;
+        std::map<std::string, std::string> chosen;
+    } rows[] = {
+        {{{"eDP-1", 'P'}}, {}, {{"eDP-1", ""}}},
+        {{{"eDP-1", 'P'}}, {{"other", "nvidia_0", "raw", "9"}, {"i2c", "ddcci7", "raw", "9"}}, {{"eDP-1", ""}}},
+        {{{"eDP-1", 'P'}},
+         {{"card", "zero", "firmware", "0"}, {"card", "words", "firmware", "many"}},
+         {{"eDP-1", ""}}},
+        {{{"eDP-1", 'P'}, {"DP-1", 'S'}}, {{"DP-1", "on DP", "platform", "9"}}, {{"eDP-1", ""}, {"DP-1", ""}}},
+        {{{"eDP-1", 'P'}}, {{"board", "pwm", "raw", "9"}}, {{"eDP-1", "pwm"}}},
+        {{{"eDP-1", 'P'}},
+         {{"board", "pwm", "raw", "9"}, {"card", "card_bl", "raw", "9"}},
+         {{"eDP-1", "card_bl"}}},
+        {{{"eDP-1", 'P'}},
+         {{"card", "card_bl", "raw", "9"}, {"eDP-1", "intel", "raw", "9"}},
+         {{"eDP-1", "intel"}}},
+        {{{"eDP-1", 'P'}}, {{"eDP-1", "intel", "raw", "9"}, {"card", "pad", "platform", "9"}}, {{"eDP-1", "pad"}}},
+        {{{"eDP-1", 'P'}},
+         {{"card", "pad", "platform", "9"}, {"card", "acpi", "firmware", "9"}},
+         {{"eDP-1", "acpi"}}},
+        {{{"eDP-1", 'P'}, {"eDP-2", 'P'}},
+         {{"eDP-2", "two", "raw", "9"}, {"eDP-1", "one", "raw", "9"}, {"card", "acpi", "firmware", "9"}},
+         {{"eDP-1", "one"}, {"eDP-2", "two"}}},
+    };
+    for (const auto& row : rows) {
+        FakeSysfs system({{"i915", row.sockets}});
+        system.link(system.root() / "bus/i2c", system.root() / "devices/i2c/subsystem");
+        system.link(system.root() / "bus/platform", system.root() / "devices/board/subsystem");
+        system.addPciDevice("other", "nvidia", "0x030200");
+        for (const Device& each : row.devices) {
+            const std::string parent = each.parent;
+            const bool isPlace = parent == "i2c" || parent == "board";
+            system.addBacklight(parent == "card"    ? system.root() / "devices/pci-card0"
+                                : parent == "other" ? system.root() / "devices/pci-other"
+                                : isPlace           ? system.root() / "devices" / parent
+                                                    : resolved(system[parent]),
+                                each.name, each.type, each.maximum);
+        }
+        DisplaySnapshot snapshot(system.paths());
+        snapshot.take();
+        for (const auto& [panel, name] : row.chosen) {
+            const auto backlight = chooseBacklight(*snapshot.display(displayNumber("card0", panel)),
+                                                   snapshot.connectors(), snapshot.backlights());
+            EXPECT_EQ(backlight ? backlight->name : "", name) << panel;
+        }
+    }
 }
 
 TEST(Backlight, TheLowestLevelStaysVisibleAndTheScaleIsUsedWhole)
@@ -80,26 +73,16 @@ TEST(Backlight, TheLowestLevelStaysVisibleAndTheScaleIsUsedWhole)
         EXPECT_GE(backlight.rawValue(0.0), 1) << maximum;
         EXPECT_LE(backlight.rawValue(0.0), std::max<std::int64_t>(1, maximum / 100)) << maximum;
         EXPECT_EQ(backlight.rawValue(1.0), maximum);
-        EXPECT_EQ(backlight.level(backlight.rawValue(0.0)), 0.0);
         EXPECT_EQ(backlight.level(maximum), 1.0);
         EXPECT_EQ(backlight.level(0), 0.0);
         for (std::int64_t raw = backlight.minimum(); raw <= std::min<std::int64_t>(maximum, 2000); ++raw)
             ASSERT_EQ(backlight.rawValue(backlight.level(raw)), raw) << maximum;
     }
-    Backlight onOff;
-    onOff.maximum = 1;
-    EXPECT_EQ(onOff.rawValue(0.0), 0);
+    EXPECT_EQ(Backlight{}.rawValue(0.0), 0) << "a device that only knows on and off";
 }
 
-class LinuxBrightnessTest : public testing::Test {
-protected:
-    LinuxBrightnessTest()
-    {
-        const auto device = system.addCard();
-        const auto panel = system.addConnector(device, "eDP-1", panelEdid);
-        system.addConnector(device, "DP-1", EdidBuilder{}.build());
-        file = system.addBacklight(panel, "intel_backlight", "raw", 1515, 800) / "brightness";
-    }
+struct LinuxBrightnessTest : testing::Test {
+    LinuxBrightnessTest() { snapshot->take(); }
 
     /// The file takes values unless `fileError` says otherwise; the service then answers `serviceError`.
     NativeFunctions functions(int fileError = 0, int serviceError = 0)
@@ -111,9 +94,8 @@ protected:
             asked.push_back(name + " " + std::to_string(raw));
             return serviceError != 0 ? serviceError : writeNumber(file, raw);
         };
-        return makeLinuxBrightness(system.paths(), {intoFile, throughService}, {});
+        return makeLinuxBrightness(snapshot, {intoFile, throughService}, {});
     }
-
     float read(const NativeFunctions& native)
     {
         float level = -1.0F;
@@ -121,8 +103,9 @@ protected:
         return level;
     }
 
-    FakeSysfs system;
-    FakeSysfs::Path file;
+    FakeSysfs system{{{"i915", {{"eDP-1", 'P'}, {"DP-1", 'S'}}}}};
+    FakeSysfs::Path file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
+    std::shared_ptr<DisplaySnapshot> snapshot = std::make_shared<DisplaySnapshot>(system.paths());
     std::vector<std::string> asked;
     const std::uint32_t panelID = displayNumber("card0", "eDP-1");
 };
@@ -130,38 +113,32 @@ protected:
 TEST_F(LinuxBrightnessTest, ALevelThatWasSetReadsBackExactlyWhileThePanelHoldsIt)
 {
     const NativeFunctions native = functions();
-    EXPECT_FLOAT_EQ(read(native), 785.0F / 1500.0F);
+    EXPECT_FLOAT_EQ(read(native), 35.0F / 1500.0F);
     EXPECT_EQ(native.setter(panelID, 0.33333F), 0);
     EXPECT_EQ(readNumber(file), 515);
     EXPECT_EQ(read(native), 0.33333F);
     FakeSysfs::write(file, "516"); // a brightness key
     EXPECT_FLOAT_EQ(read(native), 501.0F / 1500.0F);
-    EXPECT_EQ(native.setter(panelID, 0.0F), 0);
-    EXPECT_EQ(readNumber(file), 15);
-    EXPECT_EQ(read(native), 0.0F);
 }
 
-TEST_F(LinuxBrightnessTest, OtherDisplaysAndImpossibleLevelsAreErrors)
+TEST_F(LinuxBrightnessTest, WhatCannotBeDoneIsSaidAndOnlyAMissingRightIsAReasonToAskTheService)
 {
-    const NativeFunctions native = functions();
     float level = 0.0F;
-    EXPECT_EQ(native.getter(displayNumber("card0", "DP-1"), &level), ENODEV);
-    EXPECT_EQ(native.setter(displayNumber("card0", "DP-1"), 0.5F), ENODEV);
-    EXPECT_EQ(native.setter(panelID, std::nanf("")), EINVAL);
-    EXPECT_EQ(readNumber(file), 800);
-    FakeSysfs::write(file, "bright");
-    EXPECT_EQ(native.getter(panelID, &level), EIO);
-}
-
-TEST_F(LinuxBrightnessTest, OnlyAMissingRightIsAReasonToAskTheService)
-{
+    const std::uint32_t external = displayNumber("card0", "DP-1");
+    EXPECT_EQ(functions().getter(external, &level), ENODEV);
+    EXPECT_EQ(functions().setter(external, 0.5F), ENODEV);
+    EXPECT_EQ(functions().setter(panelID, std::nanf("")), EINVAL);
     EXPECT_EQ(functions(EIO).setter(panelID, 0.25F), EIO);
     EXPECT_TRUE(asked.empty());
-    const NativeFunctions native = functions(EACCES);
-    EXPECT_EQ(native.setter(panelID, 0.5F), 0);
-    EXPECT_EQ(asked, std::vector<std::string>{"intel_backlight 765"});
-    EXPECT_EQ(read(native), 0.5F);
+    for (const int forbidden : {EACCES, EPERM, EROFS}) {
+        const NativeFunctions native = functions(forbidden);
+        EXPECT_EQ(native.setter(panelID, 0.5F), 0);
+        EXPECT_EQ(std::exchange(asked, {}), std::vector<std::string>{"intel_backlight 765"});
+        EXPECT_EQ(read(native), 0.5F);
+    }
     EXPECT_EQ(functions(EACCES, ETIMEDOUT).setter(panelID, 0.6F), ETIMEDOUT);
+    FakeSysfs::write(file, "bright");
+    EXPECT_EQ(functions().getter(panelID, &level), EIO);
 }
 
 } // namespace

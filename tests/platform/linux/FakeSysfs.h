@@ -1,102 +1,138 @@
 // SPDX-License-Identifier: MIT
-// A tree of device records in a temporary folder, laid out as the kernel does it: real folders below devices/,
-// links to them below class/ and bus/.
+// Machines as literal tables, and the trees of device records that their kernels would show: real folders below
+// devices/, links to them below class/ and bus/, all in a temporary folder.
 #pragma once
 
 #include "EdidBuilder.h"
 #include "platform/linux/displays/Connector.h"
-#include "platform/linux/displays/I2cAdapter.h"
 #include "platform/linux/displays/Sysfs.h"
 
 #include <QTemporaryDir>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <optional>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace lumenvale {
 
+/// The monitors of the tables: Studio, Office, a Panel, and a Twin that says no serial number; ' ' is none.
+inline EdidBlock edidOf(char monitor)
+{
+    switch (monitor) {
+    case 'S':
+        return EdidBuilder{.name = "Studio 27", .serial = 1, .serialText = "QX7"}.build();
+    case 'O':
+        return EdidBuilder{.name = "Office 24", .serial = 2}.build();
+    case 'P':
+        return EdidBuilder{.name = "B140"}.build();
+    default:
+        return EdidBuilder{.name = "Twin"}.build();
+    }
+}
+
+struct Socket {
+    const char* name;
+    char monitor = ' ';
+    int child = -1; ///< the adapter that the driver put into the connector
+    int link = -1;  ///< the adapter that `ddc` names
+};
+
+struct Bus {
+    int number;
+    const char* name;
+    char monitor = ' '; ///< what answers there at 0x50
+};
+
+/// A graphics card and what hangs off it.
+struct Card {
+    const char* driver = "i915";
+    std::vector<Socket> sockets = {};
+    std::vector<Bus> buses = {};
+    std::string pciClass = "0x030000";
+    std::string name = "card0";
+};
+
 class FakeSysfs {
 public:
-    FakeSysfs()
-    {
-        for (const char* each :
-             {"class/drm", "class/backlight", "class/i2c-dev", "bus/i2c/devices", "bus/pci/drivers"})
-            std::filesystem::create_directories(root() / each);
-        std::filesystem::create_directories(paths().devices);
-    }
-
     using Path = std::filesystem::path;
 
-    SystemPaths paths() const { return {root(), top() / "dev", top() / "proc"}; }
-
-    /// A PCI device; class 0x030000 is a display controller.
-    Path addPciDevice(const std::string& address, const std::string& driver, const std::string& pciClass)
+    explicit FakeSysfs(const std::vector<Card>& cards = {})
     {
-        const Path device = root() / "devices/pci0000:00" / address;
+        for (const char* each : {"sys/class/drm", "sys/class/i2c-dev", "sys/bus/i2c/devices", "dev"})
+            std::filesystem::create_directories(top() / each);
+        for (const Card& each : cards)
+            add(each);
+    }
+
+    void add(const Card& card)
+    {
+        const Path device = addPciDevice(card.name, card.driver, card.pciClass);
+        link(device, device / "drm" / card.name / "device");
+        link(device / "drm" / card.name, root() / "class/drm" / card.name);
+        for (const Bus& bus : card.buses) {
+            Path parent = device;
+            for (const Socket& socket : card.sockets) {
+                if (socket.child == bus.number)
+                    parent = device / "drm" / card.name / (card.name + "-" + socket.name);
+            }
+            addAdapter(parent, bus.number, bus.name);
+            if (bus.monitor != ' ')
+                answers[bus.number] = edidOf(bus.monitor);
+        }
+        for (const Socket& socket : card.sockets)
+            addConnector(card.name, socket);
+    }
+
+    Path addPciDevice(const std::string& name, const std::string& driver, const std::string& pciClass)
+    {
+        const Path device = root() / "devices" / ("pci-" + name);
         write(device / "class", pciClass);
         link(root() / "bus/pci", device / "subsystem");
-        std::filesystem::create_directories(root() / "bus/pci/drivers" / driver);
         link(root() / "bus/pci/drivers" / driver, device / "driver");
         return device;
     }
-
-    /// A graphics card; returns its PCI device.
-    Path addCard(const std::string& card = "card0", const std::string& driver = "i915",
-                 const std::string& address = "0000:00:02.0", const std::string& pciClass = "0x030000")
+    void addConnector(const std::string& card, const Socket& socket)
     {
-        const Path device = addPciDevice(address, driver, pciClass);
-        std::filesystem::create_directories(device / "drm" / card);
-        link(device, device / "drm" / card / "device");
-        link(device / "drm" / card, root() / "class/drm" / card);
-        return device;
+        const Path connector = root() / "devices" / ("pci-" + card) / "drm" / card / (card + "-" + socket.name);
+        const bool isConnected = socket.monitor != ' ';
+        link(connector, root() / "class/drm" / (card + "-" + socket.name));
+        write(connector / "status", isConnected ? "connected" : "disconnected");
+        write(connector / "enabled", isConnected ? "enabled" : "disabled");
+        write(connector / "dpms", isConnected ? "On" : "Off");
+        plug(connector, isConnected ? edidOf(socket.monitor) : EdidBlock{});
+        if (socket.link >= 0)
+            link(resolved(root() / "bus/i2c/devices" / ("i2c-" + std::to_string(socket.link))), connector / "ddc");
     }
-
-    /// A connector of the card on `device`, connected when there is an EDID.
-    Path addConnector(const Path& device, const std::string& name, std::optional<EdidBlock> edid = std::nullopt,
-                      const std::string& card = "card0")
-    {
-        const Path connector = device / "drm" / card / (card + "-" + name);
-        write(connector / "status", edid ? "connected" : "disconnected");
-        write(connector / "enabled", edid ? "enabled" : "disabled");
-        write(connector / "dpms", edid ? "On" : "Off");
-        write(connector / "edid", edid ? std::string(edid->begin(), edid->end()) : std::string(), false);
-        link(connector, root() / "class/drm" / (card + "-" + name));
-        return connector;
-    }
-
-    /// An I2C adapter below `parent`.
-    Path addAdapter(const Path& parent, int number, const std::string& name)
+    void addAdapter(const Path& parent, int number, const std::string& name)
     {
         const std::string entry = "i2c-" + std::to_string(number);
-        const Path adapter = parent / entry;
-        write(adapter / "name", name);
-        link(adapter, root() / "bus/i2c/devices" / entry);
-        std::filesystem::create_directories(root() / "class/i2c-dev" / entry);
+        write(parent / entry / "name", name);
+        link(parent / entry, root() / "bus/i2c/devices" / entry);
+        link(parent / entry, root() / "class/i2c-dev" / entry);
         write(paths().devices / entry, "");
-        return adapter;
     }
-
-    void linkDdc(const Path& connector, const Path& adapter) { link(adapter, connector / "ddc"); }
-
-    Path addBacklight(const Path& parent, const std::string& name, const std::string& type, int maximum,
-                      int current)
+    Path addBacklight(const Path& parent, const std::string& name, const std::string& type,
+                      const std::string& maximum)
     {
-        const Path backlight = parent / name;
-        write(backlight / "type", type);
-        write(backlight / "max_brightness", std::to_string(maximum));
-        write(backlight / "brightness", std::to_string(current));
-        link(parent, backlight / "device");
-        link(backlight, root() / "class/backlight" / name);
-        return backlight;
+        write(parent / name / "type", type);
+        write(parent / name / "max_brightness", maximum);
+        write(parent / name / "brightness", "50");
+        link(parent, parent / name / "device");
+        link(parent / name, root() / "class/backlight" / name);
+        return parent / name / "brightness";
     }
 
-    static void write(const Path& file, const std::string& text, bool endsLine = true)
+    static void write(const Path& file, const std::string& text)
     {
         std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << text << (endsLine ? "\n" : "");
+        std::ofstream(file, std::ios::binary) << text << '\n';
     }
-
+    static void plug(const Path& connector, const EdidBlock& edid)
+    {
+        std::ofstream(connector / "edid", std::ios::binary).write(reinterpret_cast<const char*>(edid.data()), 128);
+    }
     static void link(const Path& target, const Path& name)
     {
         std::filesystem::create_directories(name.parent_path());
@@ -105,16 +141,10 @@ public:
     }
 
     Path root() const { return top() / "sys"; }
+    SystemPaths paths() const { return {root(), top() / "dev", top() / "proc"}; }
+    Path operator[](const std::string& connector) const { return root() / "class/drm" / ("card0-" + connector); }
 
-    /// The connector with this name as the code reads it.
-    Connector connector(const std::string& name) const
-    {
-        for (Connector& each : readConnectors(paths())) {
-            if (each.name == name)
-                return std::move(each);
-        }
-        return {};
-    }
+    std::map<int, EdidBlock> answers; ///< at 0x50, by bus
 
 private:
     Path top() const { return folder.path().toStdString(); }

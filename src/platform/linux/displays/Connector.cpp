@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -55,31 +56,34 @@ std::optional<int> busNumber(const std::string& entry)
 /// The picture of this driver's connectors may be set past the kernel's records.
 bool leavesRecordsAside(const std::string& driver) { return driver == "nvidia"; }
 
+/// What all connectors of a card share.
+struct Card {
+    std::filesystem::path device; ///< resolved
+    std::string driver;
+};
+
+Card readCard(const std::filesystem::path& entry)
+{
+    const std::filesystem::path device = resolved(entry / "device");
+    return {device, resolved(device / "driver").filename().string()};
+}
+
 void readState(Connector& connector)
 {
     constexpr std::size_t edidLimit = 128; // the base block
+    connector.isConnected = readAttribute(connector.path / "status") == "connected";
+    if (!connector.isConnected)
+        return;
+    const bool isRecorded = !leavesRecordsAside(connector.driver);
     const std::optional<std::string> enabled = readAttribute(connector.path / "enabled");
     const std::optional<std::string> dpms = readAttribute(connector.path / "dpms");
-    const bool isRecorded = !leavesRecordsAside(connector.driver);
-    connector.isConnected = readAttribute(connector.path / "status") == "connected";
-    connector.isDriven = connector.isConnected && (!isRecorded || !enabled || *enabled == "enabled");
+    connector.isDriven = !isRecorded || !enabled || *enabled == "enabled";
     connector.isAsleep = isRecorded && dpms && !dpms->empty() && *dpms != "On";
-    if (connector.isConnected)
-        connector.edid = parseEdid(readBytes(connector.path / "edid", edidLimit));
+    connector.edid = parseEdid(readBytes(connector.path / "edid", edidLimit));
 }
 
-void readBuses(Connector& connector)
-{
-    for (const std::string& entry : entryNames(connector.path)) {
-        if (const std::optional<int> bus = busNumber(entry))
-            connector.ownBuses.push_back(*bus);
-        else if (entry == "typec_connector")
-            connector.isTypeC = true;
-    }
-    connector.linkedBus = busNumber(resolved(connector.path / "ddc").filename().string());
-}
-
-std::optional<Connector> readConnector(const std::filesystem::path& directory, const std::string& entry)
+/// The connector without its state.
+std::optional<Connector> nameConnector(const std::filesystem::path& directory, const std::string& entry)
 {
     const auto parts = splitEntryName(entry);
     if (!parts)
@@ -94,10 +98,6 @@ std::optional<Connector> readConnector(const std::filesystem::path& directory, c
         connector.kind = type->kind;
     connector.displayID = displayNumber(connector.card, connector.name);
     connector.path = directory / entry;
-    connector.device = resolved(directory / connector.card / "device");
-    connector.driver = resolved(connector.device / "driver").filename().string();
-    readState(connector);
-    readBuses(connector);
     return connector;
 }
 
@@ -118,10 +118,19 @@ void countDarkDisplays(std::vector<Connector>& connectors)
 std::vector<Connector> readConnectors(const SystemPaths& paths)
 {
     const std::filesystem::path directory = paths.sysfs / "class/drm";
+    std::map<std::string, Card> cards;
     std::vector<Connector> connectors;
     for (const std::string& entry : entryNames(directory)) {
-        if (std::optional<Connector> connector = readConnector(directory, entry))
-            connectors.push_back(std::move(*connector));
+        std::optional<Connector> connector = nameConnector(directory, entry);
+        if (!connector)
+            continue;
+        if (!cards.contains(connector->card))
+            cards.emplace(connector->card, readCard(directory / connector->card));
+        const Card& card = cards.at(connector->card);
+        connector->device = card.device;
+        connector->driver = card.driver;
+        readState(*connector);
+        connectors.push_back(std::move(*connector));
     }
     countDarkDisplays(connectors);
     std::stable_partition(connectors.begin(), connectors.end(),
@@ -129,13 +138,34 @@ std::vector<Connector> readConnectors(const SystemPaths& paths)
     return connectors;
 }
 
-std::optional<Connector> findConnector(const SystemPaths& paths, std::uint32_t displayID)
+std::vector<WiredConnector> readWiring(const std::vector<Connector>& connectors)
 {
-    for (Connector& each : readConnectors(paths)) {
-        if (each.displayID == displayID)
-            return std::move(each);
+    std::vector<WiredConnector> wired;
+    for (const Connector& connector : connectors) {
+        WiredConnector& each = wired.emplace_back(WiredConnector{connector, {}, {}});
+        for (const std::string& entry : entryNames(connector.path)) {
+            if (const std::optional<int> bus = busNumber(entry))
+                each.ownBuses.push_back(*bus);
+            else if (entry == "typec_connector")
+                each.isTypeC = true;
+        }
+        each.linkedBus = busNumber(resolved(connector.path / "ddc").filename().string());
     }
-    return std::nullopt;
+    return wired;
+}
+
+bool isDark(const SystemPaths& paths, std::uint32_t displayID)
+{
+    const std::filesystem::path directory = paths.sysfs / "class/drm";
+    for (const std::string& entry : entryNames(directory)) {
+        std::optional<Connector> connector = nameConnector(directory, entry);
+        if (!connector || connector->displayID != displayID)
+            continue;
+        connector->driver = readCard(directory / connector->card).driver;
+        readState(*connector);
+        return connector->isConnected && (connector->isAsleep || !connector->isDriven);
+    }
+    return false;
 }
 
 std::uint32_t displayNumber(const std::string& card, const std::string& connectorName)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One connector of a graphics card, as the kernel records it at the moment of reading. Values; any thread.
+// The connectors of the graphics cards, as the kernel records them at the moment of reading. Values; any thread.
 #pragma once
 
 #include "platform/linux/displays/Edid.h"
@@ -30,37 +30,35 @@ struct Connector {
     std::filesystem::path device; ///< the card's device, resolved
     std::string driver;           ///< of the card
     bool isConnected = false;
-    bool isDriven = false; ///< shows a picture now
+    bool isDriven = false; ///< shows a picture now; so does a display that is asleep
     bool isAsleep = false; ///< its picture is switched off for power saving
-    bool isTypeC = false;  ///< reached through a USB-C socket
     std::optional<Edid> edid;
-    std::vector<int> ownBuses;    ///< numbers of the I2C adapters that the driver put into the connector
-    std::optional<int> linkedBus; ///< number of the adapter that the driver's `ddc` link names
 
     /// A display that people see: connected, and given a picture. A connected root of a chain of monitors and a
     /// monitor that is switched off in the settings are none.
     bool isDisplay() const { return isConnected && isDriven && kind != ConnectorKind::unusable; }
 };
 
+/// A connector with the I2C adapters that its driver names.
+struct WiredConnector : Connector {
+    std::vector<int> ownBuses;    ///< numbers of the adapters that the driver put into the connector
+    std::optional<int> linkedBus; ///< number of the adapter that the driver's `ddc` link names
+    bool isTypeC = false;         ///< reached through a USB-C socket
+};
+
 /// All connectors: panels first, then in the order of their names. When none shows a picture, all connected ones
-/// count as driven and asleep.
+/// count as driven and asleep. Of a connector without a monitor nothing but its name and place is read.
 std::vector<Connector> readConnectors(const SystemPaths& paths);
 
-/// The connector with this display number; none when it is gone.
-std::optional<Connector> findConnector(const SystemPaths& paths, std::uint32_t displayID);
+/// Adds to each connector what only the search for its I2C adapter needs.
+std::vector<WiredConnector> readWiring(const std::vector<Connector>& connectors);
+
+/// True when a monitor is connected under this display number and its picture is off. Reads one connector.
+bool isDark(const SystemPaths& paths, std::uint32_t displayID);
 
 /// A display number made from the connector's name alone, so that it means the same in every process and after
 /// every reconnection: card, type and index in one byte each, and for names of another form a hash with the top
 /// bit set. Never 0.
 std::uint32_t displayNumber(const std::string& card, const std::string& connectorName);
-
-/// The display's UUID. It comes from the monitor's identity, so that it stays when the monitor moves to another
-/// socket. Where that identity says nothing, is shared by its whole series, or is also claimed by another
-/// connected monitor, the connector's place in the machine goes into it. Any thread.
-std::string displayUuid(const Connector& connector, const std::vector<Connector>& all);
-
-/// The EDID's product name; "Built-in Display" for panels; where several would be called the same, or a monitor
-/// gives no name, with its connector: "Studio 27 (DP-1)".
-std::string displayName(const Connector& connector, const std::vector<Connector>& all);
 
 } // namespace lumenvale

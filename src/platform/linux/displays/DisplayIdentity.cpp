@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/displays/Connector.h"
+#include "platform/linux/displays/DisplayIdentity.h"
 
 #include <QByteArray>
 #include <QUuid>
@@ -10,7 +10,7 @@ namespace lumenvale {
 
 namespace {
 
-/// The names below are made within this namespace; changing it or them would orphan everybody's presets.
+/// The names below are made within this namespace; changing it or them would orphan all presets.
 constexpr QUuid monitorNamespace(0x5b0f7a52, 0x6c1e, 0x4d0b, 0x9a, 0x37, 0x21, 0xc4, 0x8e, 0x60, 0xf3, 0x19);
 
 /// What the monitor says of itself and says alike on each of its sockets.
@@ -30,11 +30,6 @@ std::string placeText(const Connector& connector)
     return (device.empty() ? connector.card : device) + '/' + connector.name;
 }
 
-bool isSame(const Connector& left, const Connector& right)
-{
-    return left.card == right.card && left.name == right.name;
-}
-
 std::string ownName(const Connector& connector)
 {
     if (connector.kind == ConnectorKind::panel)
@@ -48,7 +43,8 @@ std::string displayUuid(const Connector& connector, const std::vector<Connector>
 {
     std::string name = connector.edid ? identityText(*connector.edid) : std::string();
     const bool isShared = std::any_of(all.begin(), all.end(), [&](const Connector& other) {
-        return !isSame(connector, other) && other.isConnected && other.edid && identityText(*other.edid) == name;
+        return connector.path != other.path && other.isConnected && other.edid &&
+               identityText(*other.edid) == name;
     });
     if (!connector.edid || !hasSerial(*connector.edid) || isShared)
         name += '@' + placeText(connector);
@@ -60,7 +56,7 @@ std::string displayName(const Connector& connector, const std::vector<Connector>
 {
     std::string name = ownName(connector);
     const bool isShared = std::any_of(all.begin(), all.end(), [&](const Connector& other) {
-        return !isSame(connector, other) && other.isDisplay() && ownName(other) == name;
+        return connector.path != other.path && other.isDisplay() && ownName(other) == name;
     });
     if (!name.empty() && !isShared)
         return name;

@@ -16,8 +16,8 @@ constexpr std::size_t longestMessage = 128;
 
 } // namespace
 
-I2cBus::I2cBus(I2cAdapter proven, std::shared_ptr<I2cDriver> calls, Pause wait)
-    : adapter(std::move(proven)), driver(std::move(calls)), pause(std::move(wait))
+I2cBus::I2cBus(I2cAdapter adapter, std::shared_ptr<I2cDriver> driver, Pause pause)
+    : adapter(std::move(adapter)), driver(std::move(driver)), pause(std::move(pause))
 {
 }
 

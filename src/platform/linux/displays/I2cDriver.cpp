@@ -28,7 +28,7 @@ int verdict(ssize_t done, std::size_t expected)
 
 class KernelI2cDriver final : public I2cDriver {
 public:
-    explicit KernelI2cDriver(std::filesystem::path directory) : devices(std::move(directory)) {}
+    explicit KernelI2cDriver(std::filesystem::path devices) : devices(std::move(devices)) {}
 
     tl::expected<FileDescriptor, int> open(int adapterNumber) override
     {

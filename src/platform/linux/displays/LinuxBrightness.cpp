@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxBrightness.h"
 
-#include "platform/linux/displays/Backlight.h"
 #include "platform/posix/SystemError.h"
 
 #include <cerrno>
@@ -15,8 +14,8 @@ namespace {
 
 class LinuxBrightness {
 public:
-    LinuxBrightness(SystemPaths roots, BacklightWriters ways, LogSink sink)
-        : paths(std::move(roots)), writers(std::move(ways)), log(std::move(sink))
+    LinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers, LogSink log)
+        : snapshot(std::move(snapshot)), writers(std::move(writers)), log(std::move(log))
     {
     }
 
@@ -63,13 +62,11 @@ private:
 
     std::optional<Backlight> backlightOf(std::uint32_t displayID) const
     {
-        const std::optional<Connector> connector = findConnector(paths, displayID);
-        if (!connector || !connector->isDisplay() || connector->kind != ConnectorKind::panel)
-            return std::nullopt;
-        return chooseBacklight(*connector, readConnectors(paths), readBacklights(paths));
+        const Connector* display = snapshot->display(displayID);
+        return display ? chooseBacklight(*display, snapshot->connectors(), snapshot->backlights()) : std::nullopt;
     }
 
-    SystemPaths paths;
+    std::shared_ptr<const DisplaySnapshot> snapshot;
     BacklightWriters writers;
     LogSink log;
     std::map<std::string, Setting> lastSet; // by backlight device
@@ -77,10 +74,11 @@ private:
 
 } // namespace
 
-NativeFunctions makeLinuxBrightness(SystemPaths paths, BacklightWriters writers, LogSink log)
+NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
+                                    LogSink log)
 {
     const auto brightness =
-        std::make_shared<LinuxBrightness>(std::move(paths), std::move(writers), std::move(log));
+        std::make_shared<LinuxBrightness>(std::move(snapshot), std::move(writers), std::move(log));
     NativeFunctions functions;
     functions.handle = brightness;
     functions.getter = [brightness](std::uint32_t displayID, float* level) {

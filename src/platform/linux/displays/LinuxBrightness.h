@@ -5,10 +5,11 @@
 
 #include "hardware/NativeBrightness.h"
 #include "platform/Platform.h"
-#include "platform/linux/displays/Sysfs.h"
+#include "platform/linux/displays/DisplaySnapshot.h"
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace lumenvale {
@@ -20,8 +21,10 @@ struct BacklightWriters {
     std::function<int(const std::string& device, std::int64_t raw)> service;
 };
 
-/// A getter and a setter for panels. A level that was set reads back as exactly that level for as long as the
-/// device holds the raw value that it maps to. Failures are the system's error numbers.
-NativeFunctions makeLinuxBrightness(SystemPaths paths, BacklightWriters writers, LogSink log);
+/// A getter and a setter for the panels of `snapshot` as it was last taken. A level that was set reads back as
+/// exactly that level for as long as the device holds the raw value that it maps to. Failures are the system's
+/// error numbers.
+NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
+                                    LogSink log);
 
 } // namespace lumenvale

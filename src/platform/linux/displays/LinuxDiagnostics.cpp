@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxDiagnostics.h"
 
-#include "platform/linux/displays/Backlight.h"
-#include "platform/linux/displays/LockHolder.h"
+#include "platform/linux/displays/DisplaySnapshot.h"
 
 #include <algorithm>
+#include <fstream>
 #include <set>
+#include <sstream>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -34,16 +36,16 @@ constexpr char connectDirectly[] = "Connect the monitor straight to the graphics
 
 /// What was found out once for all displays.
 struct Survey {
-    std::vector<Connector> connectors;
+    DisplaySnapshot snapshot;
+    std::vector<WiredConnector> connectors;
     std::vector<I2cAdapter> adapters;
-    std::vector<Backlight> backlights;
     bool hasDeviceFiles = false; ///< the kernel offers I2C device files
 };
 
 /// A path that a sandbox keeps closed counts as missing.
 bool isPresent(const std::filesystem::path& path) { return !resolved(path).empty(); }
 
-std::vector<I2cAdapter> candidatesOf(const Survey& survey, const Connector& connector)
+std::vector<I2cAdapter> candidatesOf(const Survey& survey, const WiredConnector& connector)
 {
     const BusCandidates found = busCandidates(connector, survey.connectors, survey.adapters);
     std::vector<I2cAdapter> adapters = found.linked;
@@ -67,7 +69,8 @@ Finding good(const DisplayInfo& display, std::string text)
 }
 
 /// Why no bus comes into question for the connector.
-Finding withoutCandidates(const DisplayInfo& display, const Connector& connector, const BusCandidates& candidates)
+Finding withoutCandidates(const DisplayInfo& display, const WiredConnector& connector,
+                          const BusCandidates& candidates)
 {
     if (candidates.hasTwin)
         return problem(
@@ -87,10 +90,11 @@ Finding withoutCandidates(const DisplayInfo& display, const Connector& connector
                    connectDirectly);
 }
 
-Finding examinePanel(const DisplayInfo& display, const Connector& connector, const Survey& survey,
+Finding examinePanel(const DisplayInfo& display, const WiredConnector& connector, const Survey& survey,
                      const LinuxDiagnostics::AccessCheck& mayUse)
 {
-    const std::optional<Backlight> backlight = chooseBacklight(connector, survey.connectors, survey.backlights);
+    const std::optional<Backlight> backlight =
+        chooseBacklight(connector, survey.snapshot.connectors(), survey.snapshot.backlights());
     if (!backlight)
         return problem(display, "The kernel offers no backlight device for this panel.",
                        "A newer kernel or graphics driver may bring one.");
@@ -110,8 +114,30 @@ Finding examinePanel(const DisplayInfo& display, const Connector& connector, con
 /// True when the probe had a channel; its status text says so.
 bool wasAsked(const DisplayInfo& display) { return display.status.starts_with("No valid DDC"); }
 
+/// The name of a program that holds an advisory lock on `file`, by the kernel's list of locks; none when none
+/// does. A holder that does not show its name is "another program".
+std::optional<std::string> lockHolder(const SystemPaths& paths, const std::filesystem::path& file)
+{
+    struct stat record = {};
+    if (::stat(file.c_str(), &record) != 0)
+        return std::nullopt;
+    const std::string inode = ":" + std::to_string(record.st_ino);
+    std::ifstream locks(paths.processes / "locks");
+    for (std::string line; std::getline(locks, line);) {
+        // "1: FLOCK  ADVISORY  WRITE 812 00:05:345 0 EOF": number, kind, mode, access, process, place, range
+        std::istringstream fields(line);
+        std::string number, kind, mode, access, process, place;
+        fields >> number >> kind >> mode >> access >> process >> place;
+        if (kind == "FLOCK" && place.ends_with(inode)) {
+            const std::string name = readAttribute(paths.processes / process / "comm").value_or("");
+            return name.empty() ? "another program" : name;
+        }
+    }
+    return std::nullopt;
+}
+
 /// Why a display without an answer gave none, when its candidates can be opened.
-Finding withoutAnswer(const DisplayInfo& display, const Connector& connector,
+Finding withoutAnswer(const DisplayInfo& display, const WiredConnector& connector,
                       const std::vector<I2cAdapter>& candidates, const SystemPaths& paths)
 {
     for (const I2cAdapter& adapter : candidates) {
@@ -128,7 +154,7 @@ Finding withoutAnswer(const DisplayInfo& display, const Connector& connector,
                    connectDirectly);
 }
 
-Finding examineExternal(const DisplayInfo& display, const Connector& connector, const Survey& survey,
+Finding examineExternal(const DisplayInfo& display, const WiredConnector& connector, const Survey& survey,
                         const SystemPaths& paths, const LinuxDiagnostics::AccessCheck& mayUse)
 {
     if (display.method == ControlMethod::ddc)
@@ -151,8 +177,8 @@ Finding examineExternal(const DisplayInfo& display, const Connector& connector, 
 }
 
 /// A driver of the kernel that has taken the address which DDC/CI speaks to.
-std::optional<Finding> kernelClient(const DisplayInfo& display, const Connector& connector, const Survey& survey,
-                                    const SystemPaths& paths)
+std::optional<Finding> kernelClient(const DisplayInfo& display, const WiredConnector& connector,
+                                    const Survey& survey, const SystemPaths& paths)
 {
     for (const I2cAdapter& adapter : candidatesOf(survey, connector)) {
         const std::string client = std::to_string(adapter.number) + "-0037";
@@ -181,7 +207,7 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
         return;
     }
     std::set<std::filesystem::path> files;
-    for (const Connector& connector : survey.connectors) {
+    for (const WiredConnector& connector : survey.connectors) {
         if (!connector.isDisplay())
             continue;
         for (const I2cAdapter& adapter : candidatesOf(survey, connector))
@@ -209,8 +235,8 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
 
 } // namespace
 
-LinuxDiagnostics::LinuxDiagnostics(SystemPaths roots, AccessCheck check)
-    : paths(std::move(roots)), mayUse(std::move(check))
+LinuxDiagnostics::LinuxDiagnostics(SystemPaths paths, AccessCheck mayUse)
+    : paths(std::move(paths)), mayUse(std::move(mayUse))
 {
 }
 
@@ -221,14 +247,16 @@ LinuxDiagnostics::AccessCheck LinuxDiagnostics::systemAccessCheck()
 
 std::vector<Finding> LinuxDiagnostics::examine(const std::vector<DisplayInfo>& displays)
 {
-    const Survey survey{readConnectors(paths), readDisplayAdapters(paths), readBacklights(paths),
+    DisplaySnapshot snapshot(paths);
+    snapshot.take();
+    const Survey survey{snapshot, readWiring(snapshot.connectors()), readDisplayAdapters(paths),
                         isPresent(paths.sysfs / "class/i2c-dev")};
     std::vector<Finding> findings;
     examineSystem(findings, survey, paths, mayUse);
     for (const DisplayInfo& display : displays) {
         const auto connector =
             std::find_if(survey.connectors.begin(), survey.connectors.end(),
-                         [&](const Connector& each) { return each.displayID == display.displayID; });
+                         [&](const WiredConnector& each) { return each.displayID == display.displayID; });
         if (connector == survey.connectors.end()) {
             findings.push_back(problem(display, "The graphics driver does not show which monitor this is."));
         } else if (connector->kind == ConnectorKind::panel) {

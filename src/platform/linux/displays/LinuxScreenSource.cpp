@@ -7,8 +7,8 @@
 
 namespace lumenvale {
 
-LinuxScreenSource::LinuxScreenSource(SystemPaths roots, WindowScreens source)
-    : paths(std::move(roots)), windowScreens(std::move(source))
+LinuxScreenSource::LinuxScreenSource(SystemPaths paths, WindowScreens windowScreens)
+    : paths(std::move(paths)), windowScreens(std::move(windowScreens))
 {
 }
 
@@ -17,12 +17,7 @@ std::vector<Screen> LinuxScreenSource::screens()
     return joinScreens(readConnectors(paths), windowScreens ? windowScreens() : std::vector<WindowScreen>());
 }
 
-bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
-{
-    question.emit();
-    const std::optional<Connector> connector = findConnector(paths, displayID);
-    return connector && connector->isAsleep;
-}
+bool LinuxScreenSource::isAsleep(std::uint32_t displayID) { return isDark(paths, displayID); }
 
 std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 {
@@ -37,11 +32,6 @@ std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
         ++position;
     }
     return std::nullopt;
-}
-
-Subscription LinuxScreenSource::subscribeToQuestions(std::function<void()> observer)
-{
-    return question.subscribe(std::move(observer));
 }
 
 std::vector<WindowScreen> qtWindowScreens()

@@ -3,7 +3,6 @@
 // there is no window system. Nothing is kept between calls. Main thread.
 #pragma once
 
-#include "base/Signal.h"
 #include "displays/ScreenSource.h"
 #include "platform/linux/displays/ScreenJoin.h"
 #include "platform/linux/displays/Sysfs.h"
@@ -25,13 +24,9 @@ public:
     bool isAsleep(std::uint32_t displayID) override;
     std::optional<std::uint32_t> displayAt(Point point) override;
 
-    /// Calls `observer` whenever somebody asks whether a screen is asleep: an occasion to look at all of them.
-    [[nodiscard]] Subscription subscribeToQuestions(std::function<void()> observer);
-
 private:
     SystemPaths paths;
     WindowScreens windowScreens;
-    Signal<> question;
 };
 
 /// The screens of the running QGuiApplication.

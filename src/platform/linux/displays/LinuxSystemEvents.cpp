@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxSystemEvents.h"
 
+#include "platform/linux/displays/Connector.h"
 #include "platform/linux/displays/Logind.h"
 #include "platform/linux/displays/Uevent.h"
 
@@ -47,15 +48,15 @@ struct LinuxSystemEvents::Sources {
     QObject context; // its death ends the connections to the window system's screens
 };
 
-LinuxSystemEvents::LinuxSystemEvents(SystemPaths roots, bool usesWindows, LinuxScreenSource& source, Clock& time)
-    : paths(std::move(roots)), hasWindowSystem(usesWindows), screens(source), clock(time)
+LinuxSystemEvents::LinuxSystemEvents(SystemPaths paths, bool hasWindowSystem, Clock& clock)
+    : paths(std::move(paths)), hasWindowSystem(hasWindowSystem), clock(clock)
 {
 }
 
 LinuxSystemEvents::~LinuxSystemEvents()
 {
     clock.cancel(settleTimer);
-    clock.cancel(wakeTimer);
+    clock.cancel(powerTimer);
 }
 
 Subscription LinuxSystemEvents::subscribe(std::function<void(SystemEvent)> observer)
@@ -69,11 +70,8 @@ void LinuxSystemEvents::startListening()
 {
     lastTopology = topologyText(paths, readConnectors(paths));
     lastEmission = clock.now();
+    powerTimer = clock.callAfter(powerCheckInterval, [this] { checkPower(); });
     sources = std::make_unique<Sources>();
-    questions = screens.subscribeToQuestions([this] {
-        if (clock.now() - lastPowerCheck >= std::chrono::milliseconds(500)) // once for all displays of a round
-            checkPower();
-    });
     sources->sleepWatch = std::make_unique<SleepWatch>(QDBusConnection::systemBus(), [this](bool isGoingToSleep) {
         events.emit(isGoingToSleep ? SystemEvent::systemWillSleep : SystemEvent::systemDidWake);
     });
@@ -138,17 +136,12 @@ void LinuxSystemEvents::settle()
 
 void LinuxSystemEvents::checkPower()
 {
-    lastPowerCheck = clock.now();
     const std::vector<Connector> connectors = readConnectors(paths);
     const bool isAsleep = areAllAsleep(connectors);
     if (topologyText(paths, connectors) != lastTopology)
         announced(); // some changes are not announced: a picture switched on by the desktop
-    clock.cancel(std::exchange(wakeTimer, 0));
-    if (isAsleep)
-        wakeTimer = clock.callAfter(wakeCheckInterval, [this] {
-            wakeTimer = 0;
-            checkPower();
-        });
+    clock.cancel(powerTimer);
+    powerTimer = clock.callAfter(isAsleep ? wakeCheckInterval : powerCheckInterval, [this] { checkPower(); });
     if (std::exchange(areScreensAsleep, isAsleep) != isAsleep)
         events.emit(isAsleep ? SystemEvent::screensDidSleep : SystemEvent::screensDidWake);
     if (!isAsleep && std::exchange(wasChangedInTheDark, false))

@@ -55,7 +55,7 @@ int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& ba
     return answer.type() == QDBusMessage::ErrorMessage ? errorNumber(QDBusError(answer)) : 0;
 }
 
-SleepWatch::SleepWatch(QDBusConnection bus, std::function<void(bool)> notify) : callback(std::move(notify))
+SleepWatch::SleepWatch(QDBusConnection bus, std::function<void(bool)> callback) : callback(std::move(callback))
 {
     if (bus.isConnected())
         bus.connect(QLatin1String(service), QLatin1String(managerPath), QLatin1String(managerInterface),

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/ScreenJoin.h"
 
+#include "platform/linux/displays/DisplayIdentity.h"
+
 #include <cmath>
 #include <optional>
 

@@ -5,8 +5,8 @@
 
 namespace lumenvale {
 
-DisplayReconfiguration::DisplayReconfiguration(std::function<void()> called)
-    : changed(std::move(called)),
+DisplayReconfiguration::DisplayReconfiguration(std::function<void()> changed)
+    : changed(std::move(changed)),
       isRegistered(CGDisplayRegisterReconfigurationCallback(&DisplayReconfiguration::reconfigured, this) ==
                    kCGErrorSuccess)
 {

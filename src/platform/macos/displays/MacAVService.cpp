@@ -15,7 +15,7 @@ std::shared_ptr<AVService> MacAVService::open(io_service_t entry)
     return opened ? std::make_shared<MacAVService>(std::move(opened)) : nullptr;
 }
 
-MacAVService::MacAVService(CFReference<IOAVServiceRef> opened) : service(std::move(opened)) {}
+MacAVService::MacAVService(CFReference<IOAVServiceRef> service) : service(std::move(service)) {}
 
 int MacAVService::writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                            std::span<const std::uint8_t> bytes)

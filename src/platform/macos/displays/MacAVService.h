@@ -15,7 +15,7 @@ public:
     /// The channel that a registry entry stands for; null when the system does not open it.
     static std::shared_ptr<AVService> open(io_service_t entry);
 
-    explicit MacAVService(CFReference<IOAVServiceRef> opened);
+    explicit MacAVService(CFReference<IOAVServiceRef> service);
 
     /// Codes are IOReturn.
     int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,

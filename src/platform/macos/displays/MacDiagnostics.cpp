@@ -68,6 +68,12 @@ Finding examineExternal(const DisplayInfo& display, const std::vector<IOregServi
     if (choice && choice->service)
         return problem(display, "The monitor's channel was found, but the monitor gives no valid answer on it.",
                        "Switch on DDC/CI in the monitor's own menu and refresh.\n" + std::string(connectDirectly));
+    if (choice && choice->discouraged)
+        return problem(display, "Several I2C channels claim to be this monitor's, so none of them is used.",
+                       connectDirectly);
+    if (choice && choice->dummy)
+        return problem(display, "What is connected there sends no identification (EDID) and has no I2C channel.",
+                       connectDirectly);
     if (choice)
         return problem(display, "The monitor's connection was found, but it has no I2C channel of its own.",
                        connectDirectly);

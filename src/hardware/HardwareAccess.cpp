@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hardware/LoggingAVService.h"
+#include "hardware/HardwareAccess.h"
 
 #include <array>
 #include <cstdio>
@@ -27,31 +27,32 @@ std::string outcome(std::int32_t status)
     return status == 0 ? " -> 0" : " -> failed (" + std::to_string(status) + ")";
 }
 
-std::string transferLine(const char* verb, std::uint32_t chip, std::uint32_t data,
+std::string transferLine(const char* verb, std::uint32_t chipAddress, std::uint32_t dataAddress,
                          std::span<const std::uint8_t> bytes, int status)
 {
     std::array<char, 48> head{};
-    std::snprintf(head.data(), head.size(), "i2c %s chip 0x%02X data 0x%02X:", verb, chip, data);
+    std::snprintf(head.data(), head.size(), "i2c %s chip 0x%02X data 0x%02X:", verb, chipAddress, dataAddress);
     return head.data() + hexadecimal(bytes) + outcome(status);
 }
 
 class LoggingAVService final : public AVService {
 public:
-    LoggingAVService(std::shared_ptr<AVService> wrapped, Log sink)
-        : service(std::move(wrapped)), log(std::move(sink))
+    LoggingAVService(std::shared_ptr<AVService> service, Log log)
+        : service(std::move(service)), log(std::move(log))
     {
     }
 
-    int writeI2C(std::uint32_t chip, std::uint32_t data, std::span<const std::uint8_t> bytes) override
+    int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
+                 std::span<const std::uint8_t> bytes) override
     {
-        const int status = service->writeI2C(chip, data, bytes);
-        log(transferLine("write", chip, data, bytes, status));
+        const int status = service->writeI2C(chipAddress, dataAddress, bytes);
+        log(transferLine("write", chipAddress, dataAddress, bytes, status));
         return status;
     }
-    int readI2C(std::uint32_t chip, std::uint32_t data, std::span<std::uint8_t> bytes) override
+    int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) override
     {
-        const int status = service->readI2C(chip, data, bytes);
-        log(transferLine("read ", chip, data, bytes, status));
+        const int status = service->readI2C(chipAddress, dataAddress, bytes);
+        log(transferLine("read ", chipAddress, dataAddress, bytes, status));
         return status;
     }
 
@@ -60,39 +61,31 @@ private:
     Log log;
 };
 
-class LoggingEntry final : public RegistryEntry {
+class LoggingRoutes final : public DisplayRoutes {
 public:
-    LoggingEntry(const RegistryEntry& wrapped, const Log& sink) : entry(wrapped), log(sink) {}
-
-    std::string name() const override { return entry.name(); }
-    std::optional<PropertyValue> property(const std::string& key) const override { return entry.property(key); }
-    std::string path() const override { return entry.path(); }
-    std::shared_ptr<AVService> createAVService() const override
+    LoggingRoutes(std::unique_ptr<DisplayRoutes> routes, Log log) : routes(std::move(routes)), log(std::move(log))
     {
-        auto service = entry.createAVService();
-        log("open " + entry.name() + " " + entry.path() + (service ? "" : " failed"));
-        return service ? std::make_shared<LoggingAVService>(std::move(service), log) : nullptr;
+    }
+
+    std::vector<Route> find(const std::vector<DisplayInfo>& displays) override
+    {
+        std::vector<Route> found = routes->find(displays);
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            std::shared_ptr<AVService>& service = found[i].service;
+            log("display " + std::to_string(displays[i].displayID) + (service ? ": channel" : ": no channel"));
+            if (service)
+                service = std::make_shared<LoggingAVService>(std::move(service), log);
+        }
+        return found;
+    }
+    void beginRound() override { routes->beginRound(); }
+    std::optional<std::string> identifier(std::uint32_t displayID) override
+    {
+        return routes->identifier(displayID);
     }
 
 private:
-    const RegistryEntry& entry;
-    const Log& log;
-};
-
-class LoggingRegistry final : public ServiceRegistry {
-public:
-    LoggingRegistry(std::unique_ptr<ServiceRegistry> wrapped, Log sink)
-        : registry(std::move(wrapped)), log(std::move(sink))
-    {
-    }
-
-    void forEachEntry(const std::function<void(const RegistryEntry&)>& visit) override
-    {
-        registry->forEachEntry([&](const RegistryEntry& entry) { visit(LoggingEntry(entry, log)); });
-    }
-
-private:
-    std::unique_ptr<ServiceRegistry> registry;
+    std::unique_ptr<DisplayRoutes> routes;
     Log log;
 };
 
@@ -123,7 +116,7 @@ HardwareAccess withLogging(HardwareAccess access)
 {
     if (!access.log)
         return access;
-    access.registry = std::make_unique<LoggingRegistry>(std::move(access.registry), access.log);
+    access.routes = std::make_unique<LoggingRoutes>(std::move(access.routes), access.log);
     access.native = logged(std::move(access.native), access.log);
     access.pause = [pause = std::move(access.pause), log = access.log](std::chrono::microseconds time) {
         log("wait " + std::to_string(time.count()) + " us");

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/displays/LinuxRoutes.h"
+
+#include "platform/linux/displays/BusSelection.h"
+#include "platform/linux/displays/DisplayIdentity.h"
+#include "platform/linux/displays/I2cBus.h"
+#include "platform/posix/SystemError.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+/// What people call a socket of this type.
+std::string plainName(const std::string& type)
+{
+    if (type == "DP" || type == "eDP")
+        return type == "DP" ? "DisplayPort" : "Embedded DisplayPort";
+    if (type.starts_with("HDMI"))
+        return "HDMI";
+    return type.starts_with("DVI") ? "DVI" : type;
+}
+
+/// The interface that the monitor's own socket has, by its EDID (from 1.4 on; byte 20, bits 0 to 3).
+std::string monitorInterface(const Edid& edid)
+{
+    constexpr std::array<const char*, 6> names = {"", "DVI", "HDMI", "HDMI", "", "DisplayPort"};
+    const bool isDigital = (edid.videoInput & 0x80) != 0;
+    const std::size_t index = edid.videoInput & 0x0F;
+    const bool isGiven = isDigital && edid.revision >= 4 && index < names.size();
+    return isGiven ? names[index] : "";
+}
+
+/// The route without its channel. The monitor's end is told where it speaks something else than the socket.
+Route describe(const WiredConnector& connector)
+{
+    Route route;
+    route.upstream = connector.isTypeC ? "USB-C" : plainName(connector.type);
+    if (!connector.edid)
+        return route;
+    const std::string spoken = monitorInterface(*connector.edid);
+    if (connector.kind != ConnectorKind::panel && spoken != route.upstream)
+        route.downstream = spoken;
+    route.serialNumber = connector.edid->serialText;
+    if (connector.edid->preferred)
+        route.nativeFormat = PixelSize{connector.edid->preferred->width, connector.edid->preferred->height};
+    return route;
+}
+
+/// The search for the channels of one inspection. Each bus is asked for its EDID once, however many connectors it
+/// may belong to.
+struct Search {
+    std::vector<WiredConnector> connectors;
+    std::vector<I2cAdapter> adapters;
+    std::shared_ptr<I2cDriver> driver;
+    Pause pause;
+    LogSink log;
+    std::map<int, std::optional<EdidBlock>> edids;
+
+    void note(const std::string& line) const
+    {
+        if (log)
+            log(line);
+    }
+
+    std::optional<EdidBlock> readEdid(const I2cAdapter& adapter)
+    {
+        const auto known = edids.find(adapter.number);
+        if (known != edids.end())
+            return known->second;
+        const tl::expected<EdidBlock, int> block = I2cBus(adapter, driver, pause).readEdid();
+        note("i2c-" + std::to_string(adapter.number) + " (" + adapter.name + "): EDID " +
+             (block ? std::string("read") : "not read: " + systemErrorText(block.error())));
+        const std::optional<EdidBlock> result = block ? std::optional(*block) : std::nullopt;
+        edids.emplace(adapter.number, result);
+        return result;
+    }
+
+    std::shared_ptr<AVService> openChannel(const WiredConnector& connector)
+    {
+        if (connector.kind != ConnectorKind::external || !connector.edid)
+            return nullptr;
+        const std::optional<I2cAdapter> bus =
+            selectBus(busCandidates(connector, connectors, adapters), *connector.edid,
+                      [this](const I2cAdapter& adapter) { return readEdid(adapter); });
+        note(connector.card + "-" + connector.name +
+             (bus ? ": channel i2c-" + std::to_string(bus->number) : std::string(": no channel")));
+        return bus ? std::make_shared<I2cBus>(*bus, driver, pause) : nullptr;
+    }
+};
+
+} // namespace
+
+LinuxRoutes::LinuxRoutes(SystemPaths paths, std::shared_ptr<DisplaySnapshot> snapshot,
+                         std::shared_ptr<I2cDriver> driver, Pause pause, LogSink log)
+    : paths(std::move(paths)), snapshot(std::move(snapshot)), driver(std::move(driver)), pause(std::move(pause)),
+      log(std::move(log))
+{
+}
+
+std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
+{
+    snapshot->take();
+    Search search{readWiring(snapshot->connectors()), readDisplayAdapters(paths), driver, pause, log, {}};
+    std::vector<Route> routes;
+    for (const DisplayInfo& display : displays) {
+        const auto connector = std::find_if(search.connectors.begin(), search.connectors.end(),
+                                            [&display](const WiredConnector& each) {
+                                                return each.displayID == display.displayID && each.isDisplay();
+                                            });
+        Route& route = routes.emplace_back();
+        if (connector == search.connectors.end())
+            continue;
+        route = describe(*connector);
+        route.service = search.openChannel(*connector);
+    }
+    return routes;
+}
+
+std::optional<std::string> LinuxRoutes::identifier(std::uint32_t displayID)
+{
+    const Connector* display = snapshot->display(displayID);
+    return display ? std::optional(displayUuid(*display, snapshot->connectors())) : std::nullopt;
+}
+
+} // namespace lumenvale

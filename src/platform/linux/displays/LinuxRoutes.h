@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The routes to the displays, straight from the kernel's records: a display is a connector, and its channel the
+// one I2C bus that is proven to be that connector's (see BusSelection). Hardware thread only.
+#pragma once
+
+#include "hardware/DisplayRoutes.h"
+#include "hardware/Pause.h"
+#include "platform/Platform.h"
+#include "platform/linux/displays/DisplaySnapshot.h"
+#include "platform/linux/displays/I2cDriver.h"
+
+#include <memory>
+#include <string>
+
+namespace lumenvale {
+
+class LinuxRoutes final : public DisplayRoutes {
+public:
+    /// Takes `snapshot` anew whenever a round begins.
+    LinuxRoutes(SystemPaths paths, std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver,
+                Pause pause, LogSink log);
+
+    std::vector<Route> find(const std::vector<DisplayInfo>& displays) override;
+    void beginRound() override { snapshot->take(); }
+    std::optional<std::string> identifier(std::uint32_t displayID) override;
+
+private:
+    SystemPaths paths;
+    std::shared_ptr<DisplaySnapshot> snapshot;
+    std::shared_ptr<I2cDriver> driver;
+    Pause pause;
+    LogSink log;
+};
+
+} // namespace lumenvale
