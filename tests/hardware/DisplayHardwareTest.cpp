@@ -9,6 +9,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sstream>
+#include <utility>
 
 namespace lumenvale {
 namespace {
@@ -43,9 +45,10 @@ struct DisplayHardwareTest : testing::Test {
     {
         endpoints.emplace(makeAccess());
         std::vector<DisplayInfo> records = endpoints->inspect({panel, other}, {});
-        monitor->log.clear();
+        probeReads = readsIn(std::exchange(monitor->log, {}));
         return records;
     }
+    static std::ptrdiff_t readsIn(const Log& log) { return std::count(log.begin(), log.end(), "read"); }
     DisplayInfo record(std::uint32_t displayID, const std::string& id) const
     {
         DisplayInfo display;
@@ -59,87 +62,82 @@ struct DisplayHardwareTest : testing::Test {
         {panelID, {"P", {}, 0.625F}}, {monitorID, {"M", {monitor, "DP", "HDMI", "QX7", PixelSize{3840, 2160}}}}});
     std::optional<float> takenAs;
     std::int32_t setterStatus = 0;
+    std::ptrdiff_t probeReads = 0;
     std::function<void(const std::string&)> log;
     DisplayInfo panel = record(panelID, "P");
     DisplayInfo other = record(monitorID, "M");
     std::optional<DisplayEndpoints> endpoints;
 };
 
+/// What an inspection changes in a record, as one line.
+std::string text(const DisplayInfo& record)
+{
+    std::ostringstream line;
+    line << rawValue(record.method) << ' ' << record.brightness.value_or(-1) << '/' << record.maximum << ", "
+         << record.status << ' ' << record.connection << ", " << record.hardwareSerial << ", "
+         << record.nativeResolution;
+    return line.str();
+}
+
 TEST_F(DisplayHardwareTest, InspectionSaysHowEachDisplayIsReachedAndWhatItIs)
 {
     panel.isBuiltIn = true;
     const std::vector<DisplayInfo> records = inspect();
-    EXPECT_EQ(records.at(0).method, ControlMethod::apple);
-    EXPECT_EQ(records[0].brightness, 0.625);
-    EXPECT_EQ(records[0].status, "Current hardware brightness read successfully.");
-    EXPECT_EQ(records[0].connection, "Internal");
-    EXPECT_EQ(records[0].hardwareSerial, "Not reported") << "an empty text is no serial number";
-    EXPECT_EQ(records[0].nativeResolution, "Not reported");
-    EXPECT_EQ(records.at(1).method, ControlMethod::ddc);
-    EXPECT_EQ(records[1].brightness, 0.5);
-    EXPECT_EQ(records[1].maximum, 100);
-    EXPECT_EQ(records[1].status, "DDC luminance (VCP 0x10) responded. Range: 0–100.");
-    EXPECT_EQ(records[1].connection, "DP → HDMI");
-    EXPECT_EQ(records[1].hardwareSerial, "QX7");
-    EXPECT_EQ(records[1].nativeResolution, "3840 × 2160");
-
-    (*displays)[monitorID].route.upstream.clear();
-    EXPECT_EQ(inspect()[1].connection, "HDMI");
+    EXPECT_EQ(text(records.at(0)),
+              "Apple native brightness 0.625/100, Current hardware brightness read successfully. "
+              "Internal, Not reported, Not reported");
+    EXPECT_EQ(text(records.at(1)), "DDC/CI hardware backlight 0.5/100, DDC luminance (VCP 0x10) responded. Range: "
+                                   "0–100. DP → HDMI, QX7, 3840 × 2160");
+    monitor->silent = true;
+    EXPECT_EQ(text(inspect()[1]),
+              "Hardware control unavailable -1/100, No valid DDC brightness reply. Enable DDC/CI "
+              "in the monitor menu and refresh. DP → HDMI, QX7, 3840 × 2160");
+    EXPECT_EQ(probeReads, 3);
+    (*displays)[monitorID].route = {.upstream = "", .downstream = "HDMI"};
+    EXPECT_EQ(text(inspect()[1]),
+              "Hardware control unavailable -1/100, No accessible hardware brightness service. The "
+              "connection or App Sandbox may restrict access. HDMI, Not reported, Not reported");
     (*displays)[monitorID].nativeBrightness = 1.0F;
     EXPECT_EQ(inspect()[1].method, ControlMethod::apple) << "native brightness comes first";
 }
 
-TEST_F(DisplayHardwareTest, ADisplayWithoutBrightnessSaysWhy)
-{
-    monitor->silent = true;
-    endpoints.emplace(makeAccess());
-    const DisplayInfo silent = endpoints->inspect({other}, {}).at(0);
-    EXPECT_EQ(silent.status, "No valid DDC brightness reply. Enable DDC/CI in the monitor menu and refresh.");
-    EXPECT_EQ(silent.connection, "DP → HDMI") << "it was identified all the same";
-    EXPECT_EQ(std::count(monitor->log.begin(), monitor->log.end(), "read"), 3);
-    (*displays)[monitorID].route = {};
-    const DisplayInfo unreachable = inspect()[1];
-    EXPECT_EQ(unreachable.status,
-              "No accessible hardware brightness service. The connection or App Sandbox may restrict access.");
-    EXPECT_EQ(unreachable.connection, "Not reported");
-    for (const DisplayInfo& each : {silent, unreachable})
-        EXPECT_TRUE(each.method == ControlMethod::unavailable && !each.brightness);
-}
-
 TEST_F(DisplayHardwareTest, AWriteEndsInWhatTheDisplayReportsOrInItsOwnError)
 {
-    const auto fails = [](Error error) { return tl::expected<double, Error>(tl::unexpected(error)); };
+    using Result = tl::expected<double, Error>;
+    const auto failed = [](Error error) { return Result(tl::unexpected(error)); };
+    const Result gone = failed(Error::disconnected);
+    const Result refused = failed(Error::writeFailed);
+    const Result unread = failed(Error::readFailed);
+    const Result other = failed(Error::mismatch);
     const struct {
         const char* name;
-        std::function<void()> fault;
         const char* id;
         double value;
-        tl::expected<double, Error> result;
+        Result result;
         int reads; ///< of the monitor
+        std::function<void()> fault = [] {};
     } rows[] = {
-        {"12.5 units round away from zero", [] {}, "M", 0.125, 0.13, 1},
-        {"from above", [] {}, "M", 1.7, 1.0, 1},
-        {"from below", [] {}, "M", -0.2, 0.0, 1},
-        {"no number", [] {}, "M", nan, fails(Error::disconnected), 0},
-        {"no such display", [] {}, "X", 0.5, fails(Error::disconnected), 0},
-        {"offline", [&] { (*displays)[monitorID].identifier.reset(); }, "M", 0.5, fails(Error::disconnected), 0},
-        {"replaced", [&] { (*displays)[monitorID].identifier = "N"; }, "M", 0.5, fails(Error::disconnected), 0},
-        {"two attempts fail",
+        {"half units round up", "M", 0.125, 0.13, 1},
+        {"from above", "M", 1.7, 1.0, 1},
+        {"from below", "M", -0.2, 0.0, 1},
+        {"no number", "M", nan, gone, 0},
+        {"no such display", "X", 0.5, gone, 0},
+        {"offline", "M", 0.5, gone, 0, [&] { (*displays)[monitorID].identifier.reset(); }},
+        {"replaced", "M", 0.5, gone, 0, [&] { (*displays)[monitorID].identifier = "N"; }},
+        {"two attempts fail", "M", 0.3, 0.3, 1,
          [&] {
              monitor->writeStatuses = {0, 1, 0, 1};
-         },
-         "M", 0.3, 0.3, 1},
-        {"three", [&] { monitor->writeStatuses = {0, 1, 0, 1, 0, 1}; }, "M", 0.3, fails(Error::writeFailed), 0},
-        {"the read-back tries three times", [&] { monitor->silent = true; }, "M", 0.3, fails(Error::readFailed),
-         3},
-        {"refused", [&] { monitor->acceptsWrites = false; }, "M", 0.3, fails(Error::mismatch), 1},
-        {"in the units of the inspection", [&] { monitor->maximum = 200; }, "M", 0.5, 0.25, 1},
-        {"panel", [] {}, "P", 0.25, 0.25, 0},
-        {"panel, from above", [] {}, "P", 7.0, 1.0, 0},
-        {"panel, a step of its own", [&] { takenAs = 0.25009F; }, "P", 0.25, double{0.25009F}, 0},
-        {"panel, another value", [&] { takenAs = 0.25011F; }, "P", 0.25, fails(Error::mismatch), 0},
-        {"panel, refused", [&] { setterStatus = 1; }, "P", 0.25, fails(Error::writeFailed), 0},
-        {"panel, not readable", [&] { takenAs = -1.0F; }, "P", 0.25, fails(Error::readFailed), 0},
+         }},
+        {"three", "M", 0.3, refused, 0, [&] { monitor->writeStatuses = {0, 1, 0, 1, 0, 1}; }},
+        {"the read-back tries three times", "M", 0.3, unread, 3, [&] { monitor->silent = true; }},
+        {"ignored", "M", 0.3, other, 1, [&] { monitor->acceptsWrites = false; }},
+        {"units of the inspection", "M", 0.5, 0.25, 1, [&] { monitor->maximum = 200; }},
+        {"panel", "P", 0.25, 0.25, 0},
+        {"panel, from above", "P", 7.0, 1.0, 0},
+        {"panel, own steps", "P", 0.25, double{0.25009F}, 0, [&] { takenAs = 0.25009F; }},
+        {"panel, another value", "P", 0.25, other, 0, [&] { takenAs = 0.25011F; }},
+        {"panel, refused", "P", 0.25, refused, 0, [&] { setterStatus = 1; }},
+        {"panel, not readable", "P", 0.25, unread, 0, [&] { takenAs = -1.0F; }},
     };
     const FakeDisplays before = *displays;
     for (const auto& row : rows) {
@@ -150,8 +148,8 @@ TEST_F(DisplayHardwareTest, AWriteEndsInWhatTheDisplayReportsOrInItsOwnError)
         inspect();
         row.fault();
         EXPECT_EQ(endpoints->setBrightness(row.value, row.id), row.result) << row.name;
-        EXPECT_EQ(std::count(monitor->log.begin(), monitor->log.end(), "read"), row.reads) << row.name;
-        if (row.result == fails(Error::disconnected)) {
+        EXPECT_EQ(readsIn(monitor->log), row.reads) << row.name;
+        if (row.result == gone) {
             EXPECT_TRUE(monitor->log.empty()) << row.name;
             EXPECT_EQ(endpoints->currentBrightness({"P", row.id}, {}).size(), std::isnan(row.value) ? 2U : 1U);
         }

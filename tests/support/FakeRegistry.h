@@ -9,58 +9,48 @@
 
 namespace lumenvale {
 
-struct FakeEntry {
-    std::string name;
+struct FakeEntry final : RegistryEntry {
+    FakeEntry(std::string name, PropertyDictionary properties, std::string path,
+              std::shared_ptr<AVService> service)
+        : text(std::move(name)), properties(std::move(properties)), place(std::move(path)),
+          service(std::move(service))
+    {
+    }
+    std::string name() const override { return text; }
+    std::optional<PropertyValue> property(const std::string& key) const override
+    {
+        const PropertyValue* value = find(properties, key);
+        return value ? std::optional(*value) : std::nullopt;
+    }
+    std::string path() const override { return place; }
+    std::shared_ptr<AVService> createAVService() const override { return service; }
+
+    std::string text;
     PropertyDictionary properties;
-    std::string path;
+    std::string place;
     std::shared_ptr<AVService> service;
 };
 
-class FakeRegistry final : public ServiceRegistry {
-public:
+struct FakeRegistry final : ServiceRegistry {
     explicit FakeRegistry(std::vector<FakeEntry> entries) : entries(std::move(entries)) {}
-
     void forEachEntry(const std::function<void(const RegistryEntry&)>& visit) override
     {
         for (const FakeEntry& entry : entries)
-            visit(Entry(entry));
+            visit(entry);
     }
-
-private:
-    class Entry final : public RegistryEntry {
-    public:
-        explicit Entry(const FakeEntry& entry) : entry(entry) {}
-        std::string name() const override { return entry.name; }
-        std::optional<PropertyValue> property(const std::string& key) const override
-        {
-            const PropertyValue* value = find(entry.properties, key);
-            return value ? std::optional(*value) : std::nullopt;
-        }
-        std::string path() const override { return entry.path; }
-        std::shared_ptr<AVService> createAVService() const override { return entry.service; }
-
-    private:
-        const FakeEntry& entry;
-    };
 
     std::vector<FakeEntry> entries;
 };
 
 /// Every display that it knows is online and has no UUID.
-class FakeDisplaySystem final : public DisplaySystem {
-public:
+struct FakeDisplaySystem final : DisplaySystem {
     using Displays = std::map<std::uint32_t, PropertyDictionary>;
 
     explicit FakeDisplaySystem(Displays displays) : displays(std::move(displays)) {}
-
-    std::optional<PropertyDictionary> informationDictionary(std::uint32_t displayID) override
-    {
-        return displays.contains(displayID) ? std::optional(displays.at(displayID)) : std::nullopt;
-    }
+    std::optional<PropertyDictionary> informationDictionary(std::uint32_t id) override { return displays.at(id); }
     bool isOnline(std::uint32_t displayID) override { return displays.contains(displayID); }
     std::optional<std::string> uuid(std::uint32_t) override { return std::nullopt; }
 
-private:
     Displays displays;
 };
 

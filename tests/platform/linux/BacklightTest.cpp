@@ -12,56 +12,44 @@ namespace {
 
 TEST(Backlight, EachPanelGetsTheDeviceThatDimsIt)
 {
-    struct Device {
-        const char *parent, *name, *type, *maximum;
-    };
     const struct {
-        std::vector<Socket> sockets;
-        std::vector<Device> devices;
-        std::map<std::string, std::string> chosen;
+        const char* machine;
+        const char* devices; ///< "name place type maximum"; places: a connector, the card, or something else
+        const char* chosen;  ///< of each display; "-" where none is
     } rows[] = {
-        {{{"eDP-1", 'P'}}, {}, {{"eDP-1", ""}}},
-        {{{"eDP-1", 'P'}}, {{"other", "nvidia_0", "raw", "9"}, {"i2c", "ddcci7", "raw", "9"}}, {{"eDP-1", ""}}},
-        {{{"eDP-1", 'P'}},
-         {{"card", "zero", "firmware", "0"}, {"card", "words", "firmware", "many"}},
-         {{"eDP-1", ""}}},
-        {{{"eDP-1", 'P'}, {"DP-1", 'S'}}, {{"DP-1", "on DP", "platform", "9"}}, {{"eDP-1", ""}, {"DP-1", ""}}},
-        {{{"eDP-1", 'P'}}, {{"board", "pwm", "raw", "9"}}, {{"eDP-1", "pwm"}}},
-        {{{"eDP-1", 'P'}},
-         {{"board", "pwm", "raw", "9"}, {"card", "card_bl", "raw", "9"}},
-         {{"eDP-1", "card_bl"}}},
-        {{{"eDP-1", 'P'}},
-         {{"card", "card_bl", "raw", "9"}, {"eDP-1", "intel", "raw", "9"}},
-         {{"eDP-1", "intel"}}},
-        {{{"eDP-1", 'P'}}, {{"eDP-1", "intel", "raw", "9"}, {"card", "pad", "platform", "9"}}, {{"eDP-1", "pad"}}},
-        {{{"eDP-1", 'P'}},
-         {{"card", "pad", "platform", "9"}, {"card", "acpi", "firmware", "9"}},
-         {{"eDP-1", "acpi"}}},
-        {{{"eDP-1", 'P'}, {"eDP-2", 'P'}},
-         {{"eDP-2", "two", "raw", "9"}, {"eDP-1", "one", "raw", "9"}, {"card", "acpi", "firmware", "9"}},
-         {{"eDP-1", "one"}, {"eDP-2", "two"}}},
+        {"i915 eDP-1=P", "", "-"},
+        {"i915 eDP-1=P", "nvidia_0 other raw 9, ddcci7 i2c raw 9", "-"},
+        {"i915 eDP-1=P", "zero card0 firmware 0, words card0 firmware many", "-"},
+        {"i915 eDP-1=P DP-1=S", "theirs DP-1 platform 9", "- -"},
+        {"i915 eDP-1=P DP-1=S", "theirs DP-1 platform 9, intel eDP-1 raw 9", "intel -"},
+        {"i915 eDP-1=P", "pwm board raw 9", "pwm"},
+        {"i915 eDP-1=P", "pwm board raw 9, card_bl card0 raw 9", "card_bl"},
+        {"i915 eDP-1=P", "card_bl card0 raw 9, intel eDP-1 raw 9", "intel"},
+        {"i915 eDP-1=P", "intel eDP-1 raw 9, pad card0 platform 9", "pad"},
+        {"i915 eDP-1=P", "pad card0 platform 9, acpi card0 firmware 9", "acpi"},
+        {"i915 eDP-1=P eDP-2=P", "two eDP-2 raw 9, one eDP-1 raw 9, acpi card0 firmware 9", "one two"},
     };
     for (const auto& row : rows) {
-        FakeSysfs system({{"i915", row.sockets}});
+        FakeSysfs system(row.machine);
         system.link(system.root() / "bus/i2c", system.root() / "devices/i2c/subsystem");
         system.link(system.root() / "bus/platform", system.root() / "devices/board/subsystem");
-        system.addPciDevice("other", "nvidia", "0x030200");
-        for (const Device& each : row.devices) {
-            const std::string parent = each.parent;
-            const bool isPlace = parent == "i2c" || parent == "board";
-            system.addBacklight(parent == "card"    ? system.root() / "devices/pci-card0"
-                                : parent == "other" ? system.root() / "devices/pci-other"
-                                : isPlace           ? system.root() / "devices" / parent
-                                                    : resolved(system[parent]),
-                                each.name, each.type, each.maximum);
+        std::istringstream devices(row.devices);
+        for (std::string device; std::getline(devices, device, ',');) {
+            std::istringstream words(device);
+            std::string name, place, type, maximum;
+            words >> name >> place >> type >> maximum;
+            const FakeSysfs::Path connector = resolved(system[place]);
+            system.addBacklight(connector.empty() ? system.root() / "devices" / place : connector, name, type,
+                                maximum);
         }
         DisplaySnapshot snapshot(system.paths());
         snapshot.take();
-        for (const auto& [panel, name] : row.chosen) {
-            const auto backlight = chooseBacklight(*snapshot.display(displayNumber("card0", panel)),
-                                                   snapshot.connectors(), snapshot.backlights());
-            EXPECT_EQ(backlight ? backlight->name : "", name) << panel;
+        std::string chosen;
+        for (const Connector& each : snapshot.connectors()) {
+            const auto backlight = chooseBacklight(each, snapshot.connectors(), snapshot.backlights());
+            chosen += (chosen.empty() ? "" : " ") + (backlight ? backlight->name : "-");
         }
+        EXPECT_EQ(chosen, row.chosen) << row.devices;
     }
 }
 
@@ -103,7 +91,7 @@ struct LinuxBrightnessTest : testing::Test {
         return level;
     }
 
-    FakeSysfs system{{{"i915", {{"eDP-1", 'P'}, {"DP-1", 'S'}}}}};
+    FakeSysfs system{"i915 eDP-1=P DP-1=S"};
     FakeSysfs::Path file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
     std::shared_ptr<DisplaySnapshot> snapshot = std::make_shared<DisplaySnapshot>(system.paths());
     std::vector<std::string> asked;

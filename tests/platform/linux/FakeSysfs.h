@@ -11,13 +11,15 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
 namespace lumenvale {
 
-/// The monitors of the tables: Studio, Office, a Panel, and a Twin that says no serial number; ' ' is none.
+/// The monitors of the tables: Studio, Office, a Panel, and a Twin without a serial number.
 inline EdidBlock edidOf(char monitor)
 {
     switch (monitor) {
@@ -32,78 +34,44 @@ inline EdidBlock edidOf(char monitor)
     }
 }
 
-struct Socket {
-    const char* name;
-    char monitor = ' ';
-    int child = -1; ///< the adapter that the driver put into the connector
-    int link = -1;  ///< the adapter that `ddc` names
-};
-
-struct Bus {
-    int number;
-    const char* name;
-    char monitor = ' '; ///< what answers there at 0x50
-};
-
-/// A graphics card and what hangs off it.
-struct Card {
-    const char* driver = "i915";
-    std::vector<Socket> sockets = {};
-    std::vector<Bus> buses = {};
-    std::string pciClass = "0x030000";
-    std::string name = "card0";
-};
-
 class FakeSysfs {
 public:
     using Path = std::filesystem::path;
 
-    explicit FakeSysfs(const std::vector<Card>& cards = {})
+    /// A line for each graphics card: its driver, with "@" its PCI class where it is no display controller; its
+    /// connectors, "DP-1=S/4>5" with a monitor, the adapter that the driver put into it, and the one that `ddc`
+    /// names; then the adapters, "4 S AUX B", with the monitor that answers there, or "-".
+    explicit FakeSysfs(const std::string& machine = "")
     {
         for (const char* each : {"sys/class/drm", "sys/class/i2c-dev", "sys/bus/i2c/devices", "dev"})
             std::filesystem::create_directories(top() / each);
-        for (const Card& each : cards)
-            add(each);
-    }
-
-    void add(const Card& card)
-    {
-        const Path device = addPciDevice(card.name, card.driver, card.pciClass);
-        link(device, device / "drm" / card.name / "device");
-        link(device / "drm" / card.name, root() / "class/drm" / card.name);
-        for (const Bus& bus : card.buses) {
-            Path parent = device;
-            for (const Socket& socket : card.sockets) {
-                if (socket.child == bus.number)
-                    parent = device / "drm" / card.name / (card.name + "-" + socket.name);
-            }
-            addAdapter(parent, bus.number, bus.name);
-            if (bus.monitor != ' ')
-                answers[bus.number] = edidOf(bus.monitor);
-        }
-        for (const Socket& socket : card.sockets)
-            addConnector(card.name, socket);
+        std::istringstream lines(machine);
+        int index = 0;
+        for (std::string line; std::getline(lines, line); ++index)
+            addCard("card" + std::to_string(index), line);
     }
 
     Path addPciDevice(const std::string& name, const std::string& driver, const std::string& pciClass)
     {
-        const Path device = root() / "devices" / ("pci-" + name);
+        const Path device = root() / "devices" / name;
         write(device / "class", pciClass);
         link(root() / "bus/pci", device / "subsystem");
         link(root() / "bus/pci/drivers" / driver, device / "driver");
         return device;
     }
-    void addConnector(const std::string& card, const Socket& socket)
+    /// A connector in the notation above.
+    void addConnector(const std::string& card, const std::string& text)
     {
-        const Path connector = root() / "devices" / ("pci-" + card) / "drm" / card / (card + "-" + socket.name);
-        const bool isConnected = socket.monitor != ' ';
-        link(connector, root() / "class/drm" / (card + "-" + socket.name));
+        const std::string name = card + "-" + text.substr(0, text.find_first_of("=/>"));
+        const Path connector = root() / "devices" / card / "drm" / card / name;
+        const bool isConnected = text.find('=') != std::string::npos;
+        link(connector, root() / "class/drm" / name);
         write(connector / "status", isConnected ? "connected" : "disconnected");
         write(connector / "enabled", isConnected ? "enabled" : "disabled");
         write(connector / "dpms", isConnected ? "On" : "Off");
-        plug(connector, isConnected ? edidOf(socket.monitor) : EdidBlock{});
-        if (socket.link >= 0)
-            link(resolved(root() / "bus/i2c/devices" / ("i2c-" + std::to_string(socket.link))), connector / "ddc");
+        plug(connector, isConnected ? edidOf(text[text.find('=') + 1]) : EdidBlock{});
+        if (const int number = numberAfter(text, '>'); number >= 0)
+            link(resolved(root() / "bus/i2c/devices" / ("i2c-" + std::to_string(number))), connector / "ddc");
     }
     void addAdapter(const Path& parent, int number, const std::string& name)
     {
@@ -147,6 +115,44 @@ public:
     std::map<int, EdidBlock> answers; ///< at 0x50, by bus
 
 private:
+    static int numberAfter(const std::string& text, char sign)
+    {
+        const std::size_t place = text.find(sign);
+        return place == std::string::npos ? -1 : std::stoi(text.substr(place + 1));
+    }
+    void addCard(const std::string& card, const std::string& text)
+    {
+        std::istringstream parts(text);
+        std::string part;
+        std::getline(parts, part, ';');
+        std::istringstream words(part);
+        std::string driver;
+        words >> driver;
+        const std::size_t at = std::min(driver.find('@'), driver.size());
+        const Path device =
+            addPciDevice(card, driver.substr(0, at), at < driver.size() ? driver.substr(at + 1) : "0x030000");
+        link(device, device / "drm" / card / "device");
+        link(device / "drm" / card, root() / "class/drm" / card);
+        const std::vector<std::string> connectors(std::istream_iterator<std::string>(words), {});
+        while (std::getline(parts, part, ';')) {
+            std::istringstream adapter(part);
+            int number = 0;
+            char monitor = ' ';
+            std::string name;
+            std::getline(adapter >> number >> monitor >> std::ws, name);
+            Path parent = device;
+            for (const std::string& each : connectors) {
+                if (numberAfter(each, '/') == number)
+                    parent = device / "drm" / card / (card + "-" + each.substr(0, each.find_first_of("=/>")));
+            }
+            addAdapter(parent, number, name);
+            if (monitor != '-')
+                answers[number] = edidOf(monitor);
+        }
+        for (const std::string& each : connectors)
+            addConnector(card, each);
+    }
+
     Path top() const { return folder.path().toStdString(); }
 
     QTemporaryDir folder;

@@ -15,7 +15,7 @@ struct I2cBusTest : testing::Test {
     int write() { return bus.writeI2C(0x37, 0x51, request); }
     Log takeLog() { return std::exchange(driver->log, {}); }
 
-    FakeSysfs system{{{"i915", {}, {{3, "AUX B/DDI B/PHY B", 'S'}}}}};
+    FakeSysfs system{"i915; 3 S AUX B/DDI B/PHY B"};
     std::shared_ptr<FakeI2cDriver> driver = std::make_shared<FakeI2cDriver>();
     std::chrono::microseconds waited{};
     I2cBus bus{readDisplayAdapters(system.paths()).at(0), driver, [this](auto time) { waited += time; }};

@@ -11,111 +11,72 @@
 namespace lumenvale {
 namespace {
 
-using Numbers = std::vector<int>;
-
-struct Machine {
+constexpr struct {
     const char* name;
-    std::vector<Card> cards;
-    std::map<std::string, int> buses; ///< by connector; -1: no channel
-    Numbers asked;                    ///< the buses that anything is sent to, in order
-};
-
-const Socket dpStudio{"DP-1", 'S'};
-const Socket hdmiOffice{"HDMI-A-1", 'O'};
-const Bus nvidia1{1, "NVIDIA i2c adapter 1 at 1:00.0\n", 'O'};
-const Bus nvidia2{2, "NVIDIA i2c adapter 2 at 1:00.0\n"};
-const Bus nvidia3{3, "NVIDIA i2c adapter 3 at 1:00.0\n", 'S'};
-const Bus nouveau1{1, "nvkm-0000:01:00.0-bus-0001", 'O'};
-const Bus nouveau2{2, "nvkm-0000:01:00.0-aux-000a"};
-const Bus nouveau3{3, "sor-0006-0f42", 'S'};
-const Bus aux{6, "AMDGPU DM aux hw bus 2", 'S'};
-const Bus deadPins{5, "AMDGPU DM i2c hw bus 2"};
-const Bus pins{5, "AMDGPU DM i2c hw bus 2", 'S'};
-const Bus smu{7, "AMDGPU SMU 0", 'S'};
-const Bus oem{8, "AMDGPU DM i2c OEM bus", 'S'};
-const Bus twin1{1, "AMDGPU DM i2c hw bus 0", 'T'};
-const Bus twin2{2, "AMDGPU DM i2c hw bus 1", 'T'};
-const Socket amdDp{"DP-1", 'S', 6, 5};
-
-const std::vector<Machine> machines = {
+    const char* machine;
+    const char* channels; ///< the bus of each display
+    const char* asked;    ///< the buses that anything is sent to, in order
+} machines[] = {
     {"the link of HDMI, the child of DisplayPort, never the panel's",
-     {{"i915",
-       {{"eDP-1", 'P', 3}, {"HDMI-A-1", 'S', -1, 1}, {"DP-1", 'O', 4}},
-       {{0, "SMBus I801 adapter at efa0", 'S'},
-        {1, "i915 gmbus dpb", 'S'},
-        {2, "i915 gmbus dpc"},
-        {3, "AUX A/DDI A/PHY A", 'P'},
-        {4, "AUX B/DDI B/PHY B", 'O'}}}},
-     {{"DP-1", 4}, {"HDMI-A-1", 1}, {"eDP-1", -1}},
-     {4, 1}},
+     "i915 eDP-1=P/3 HDMI-A-1=S>1 DP-1=O/4; 0 S SMBus I801 adapter; 1 S i915 gmbus dpb; 2 - i915 gmbus dpc;"
+     "3 P AUX A/DDI A/PHY A; 4 O AUX B/DDI B/PHY B",
+     "DP-1:4 HDMI-A-1:1 eDP-1:-", "4 1"},
     {"a link that names a dead bus is tried last",
-     {{"amdgpu", {amdDp}, {deadPins, aux, smu, oem}}},
-     {{"DP-1", 6}},
-     {6}},
-    {"a passive adapter", {{"amdgpu", {amdDp}, {pins, {6, aux.name}, smu}}}, {{"DP-1", 5}}, {6, 5}},
+     "amdgpu DP-1=S/6>5; 5 - AMDGPU DM i2c hw bus 2; 6 S AMDGPU DM aux hw bus 2; 7 S AMDGPU SMU 0", "DP-1:6", "6"},
+    {"a passive adapter: the pins answer",
+     "amdgpu DP-1=S/6>5; 5 S AMDGPU DM i2c hw bus 2; 6 - AMDGPU DM aux hw bus 2", "DP-1:5", "6 5"},
     {"only power parts answer",
-     {{"amdgpu", {amdDp}, {deadPins, {6, aux.name}, smu, oem}}},
-     {{"DP-1", -1}},
-     {6, 5}},
+     "amdgpu DP-1=S/6; 6 - AMDGPU DM aux hw bus 2; 7 S AMDGPU SMU 0; 8 S AMDGPU DM i2c OEM bus", "DP-1:-", "6"},
     {"without links the EDID decides",
-     {{"nvidia", {dpStudio, hdmiOffice}, {nvidia1, nvidia2, nvidia3}}},
-     {{"DP-1", 3}, {"HDMI-A-1", 1}},
-     {1, 2, 3}},
-    {"two ways to the same picture",
-     {{"nvidia", {dpStudio}, {nvidia3, {4, nvidia1.name, 'S'}}}},
-     {{"DP-1", -1}},
-     {3, 4}},
-    {"names of another driver",
-     {{"nouveau", {dpStudio, hdmiOffice}, {nouveau1, nouveau2, nouveau3}}},
-     {{"DP-1", 3}, {"HDMI-A-1", 1}},
-     {1, 2, 3}},
+     "nvidia DP-1=S HDMI-A-1=O; 1 O NVIDIA i2c adapter 1 at 1:00.0; 2 - NVIDIA i2c adapter 2; 3 S NVIDIA i2c "
+     "adapter 3",
+     "DP-1:3 HDMI-A-1:1", "1 2 3"},
+    {"two ways to the same picture", "nvidia DP-1=S; 3 S NVIDIA i2c adapter 3; 4 S NVIDIA i2c adapter 4", "DP-1:-",
+     "3 4"},
+    {"other names", "nouveau DP-1=S HDMI-A-1=O; 1 O nvkm-1-bus-1; 2 - nvkm-1-aux-a; 3 S sor-6-0f42",
+     "DP-1:3 HDMI-A-1:1", "1 2 3"},
     {"near a panel of unknown channel",
-     {{"nouveau", {dpStudio, hdmiOffice, {"eDP-1", 'P'}}, {nouveau1, nouveau2, nouveau3}}},
-     {{"DP-1", -1}, {"HDMI-A-1", 1}},
-     {1}},
+     "nouveau DP-1=S HDMI-A-1=O eDP-1=P; 1 O nvkm-1-bus-1; 2 - nvkm-1-aux-a; 3 S sor-6-0f42",
+     "DP-1:- HDMI-A-1:1 eDP-1:-", "1"},
+    {"near an LVDS panel it is the pins", "nouveau DP-1=S HDMI-A-1=O LVDS-1=P; 1 O nvkm-1-bus-1; 3 S sor-6-0f42",
+     "DP-1:3 HDMI-A-1:- LVDS-1:-", "3"},
     {"behind a hub, whose own connector is not theirs",
-     {{"i915",
-       {{"DP-1", ' ', 4}, {"DP-3", 'S'}, {"DP-4", 'O'}},
-       {{4, "AUX B/DDI B/PHY B", 'S'}, {9, "DPMST", 'S'}, {10, "DPMST", 'O'}}}},
-     {{"DP-3", 9}, {"DP-4", 10}},
-     {9, 10}},
+     "i915 DP-1/4 DP-3=S DP-4=O; 4 S AUX B/DDI B/PHY B; 9 S DPMST; 10 O DPMST", "DP-3:9 DP-4:10", "9 10"},
     {"twins without links: nothing to learn, so nothing is asked",
-     {{"amdgpu", {{"HDMI-A-1", 'T'}, {"HDMI-A-2", 'T'}}, {twin1, twin2}}},
-     {{"HDMI-A-1", -1}, {"HDMI-A-2", -1}},
-     {}},
+     "amdgpu HDMI-A-1=T HDMI-A-2=T; 1 T AMDGPU DM i2c hw bus 0; 2 T AMDGPU DM i2c hw bus 1",
+     "HDMI-A-1:- HDMI-A-2:-", ""},
     {"twins with links",
-     {{"amdgpu", {{"HDMI-A-1", 'T', -1, 2}, {"HDMI-A-2", 'T', -1, 1}}, {twin1, twin2}}},
-     {{"HDMI-A-1", 2}, {"HDMI-A-2", 1}},
-     {2, 1}},
-    {"twins on one pair of pins",
-     {{"radeon", {{"DVI-I-1", 'T', -1, 1}, {"HDMI-A-1", 'T', -1, 1}}, {{1, "Radeon i2c bit bus 0x90", 'T'}}}},
-     {{"DVI-I-1", -1}, {"HDMI-A-1", -1}},
-     {}},
+     "amdgpu HDMI-A-1=T>2 HDMI-A-2=T>1; 1 T AMDGPU DM i2c hw bus 0; 2 T AMDGPU DM i2c hw bus 1",
+     "HDMI-A-1:2 HDMI-A-2:1", "2 1"},
+    {"twins, one with a link", "amdgpu HDMI-A-1=T>2 HDMI-A-2=T; 1 T AMDGPU DM i2c hw bus 0; 2 T AMDGPU i2c 1",
+     "HDMI-A-1:2 HDMI-A-2:-", "2"},
+    {"twins on one pair of pins", "radeon DVI-I-1=T>1 HDMI-A-1=T>1; 1 T Radeon i2c bit bus 0x90",
+     "DVI-I-1:- HDMI-A-1:-", ""},
     {"another card's buses are not asked",
-     {{"nvidia", {{"DP-1", 'T'}}, {{1, nvidia1.name, 'T'}}},
-      {"nvidia", {{"DP-2", 'T'}}, {{2, nvidia2.name, 'T'}}, "0x030200", "card1"}},
-     {{"DP-1", 1}, {"DP-2", 2}},
-     {1, 2}},
+     "nvidia DP-1=T; 1 T NVIDIA i2c adapter 1\nnvidia DP-2=T; 2 T NVIDIA i2c adapter 1", "DP-1:1 DP-2:2", "1 2"},
     {"no display controller, no display adapter, a panel's adapter",
-     {{"i915", {{"HDMI-A-1", 'S', -1, 1}}, {{1, "i915 gmbus dpb", 'S'}}, "0x0c0500"},
-      {"i915",
-       {{"DVI-D-1", 'O', -1, 2}, {"LVDS-1", 'P', -1, 3}},
-       {{2, "SMBus I801 adapter at efa0", 'O'}, {3, "i915 gmbus panel", 'P'}},
-       "0x030000",
-       "card1"}},
-     {{"HDMI-A-1", -1}, {"DVI-D-1", -1}, {"LVDS-1", -1}},
-     {}},
+     "i915@0x0c0500 HDMI-A-1=S>1; 1 S i915 gmbus dpb\n"
+     "i915 DVI-D-1=O>2 LVDS-1=P>3; 2 O SMBus I801 adapter at efa0; 3 P i915 gmbus panel",
+     "DVI-D-1:- HDMI-A-1:- LVDS-1:-", ""},
 };
 
-/// The buses that the driver was asked to open, each once.
-Numbers takeOpened(FakeI2cDriver& driver)
+std::string joined(const std::vector<std::string>& words)
 {
-    Numbers numbers;
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : " ") + word;
+    return text;
+}
+
+/// The buses that the driver was asked to open since the last call, each once.
+std::string takeOpened(FakeI2cDriver& driver)
+{
+    std::vector<std::string> numbers;
     for (const std::string& line : std::exchange(driver.log, {})) {
-        if (line.starts_with("open ") && std::ranges::find(numbers, std::stoi(line.substr(5))) == numbers.end())
-            numbers.push_back(std::stoi(line.substr(5)));
+        if (line.starts_with("open ") && std::ranges::find(numbers, line.substr(5)) == numbers.end())
+            numbers.push_back(line.substr(5));
     }
-    return numbers;
+    return joined(numbers);
 }
 
 struct RoutesOf {
@@ -144,25 +105,29 @@ struct RoutesOf {
 
 TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)
 {
-    for (const Machine& machine : machines) {
-        const FakeSysfs system(machine.cards);
+    for (const auto& machine : machines) {
+        const FakeSysfs system(machine.machine);
         RoutesOf routes(system);
         const std::map<std::string, Route> found = routes.find();
-        const auto& log = routes.driver->log;
-        EXPECT_EQ(std::count(log.begin(), log.end(), "W50 00"), std::ssize(machine.asked)) << machine.name;
-        EXPECT_EQ(takeOpened(*routes.driver), machine.asked) << machine.name;
-        for (const auto& [connector, bus] : machine.buses) {
-            const std::shared_ptr<AVService>& service = found.at(connector).service;
+        const auto reads = std::ranges::count(routes.driver->log, "W50 00");
+        const std::string asked = takeOpened(*routes.driver);
+        EXPECT_EQ(asked, machine.asked) << machine.name;
+        EXPECT_EQ(reads, asked.empty() ? 0 : std::ranges::count(asked, ' ') + 1) << "each bus once";
+        std::vector<std::string> channels;
+        for (const auto& [connector, route] : found) {
             const std::uint8_t byte[] = {0x82};
-            EXPECT_EQ(service && service->writeI2C(0x37, 0x51, byte) == 0, bus != -1) << machine.name;
-            EXPECT_EQ(takeOpened(*routes.driver), bus == -1 ? Numbers{} : Numbers{bus}) << machine.name;
+            const bool isOpen = route.service && route.service->writeI2C(0x37, 0x51, byte) == 0;
+            const std::string bus = takeOpened(*routes.driver);
+            if (!route.upstream.empty())
+                channels.push_back(connector + ":" + (isOpen ? bus : "-"));
         }
+        EXPECT_EQ(joined(channels), machine.channels) << machine.name;
     }
 }
 
 TEST(LinuxRoutes, TheRecordsOfARoundDecideWhichDisplayItIs)
 {
-    FakeSysfs system({{"i915", {dpStudio, {"eDP-1", 'P'}}}});
+    FakeSysfs system("i915 DP-1=S eDP-1=P");
     RoutesOf of(system);
     const std::uint32_t number = displayNumber("card0", "DP-1");
     EXPECT_FALSE(of.routes.identifier(number)) << "no round has begun";
@@ -199,7 +164,7 @@ TEST(LinuxRoutes, TheConnectionIsWhatPeopleSeeAndWhatTheMonitorSpeaksWhereThatDi
                 {"VGA-1", 3, 0x08, "VGA", ""},
                 {"eDP-1", 4, 0xB2, "Embedded DisplayPort", ""}};
     for (const auto& row : rows) {
-        FakeSysfs system({{"i915", {{row.socket, 'S'}}}});
+        FakeSysfs system(std::string("i915 ") + row.socket + "=S");
         system.plug(system[row.socket],
                     EdidBuilder{.revision = row.revision, .videoInput = row.videoInput}.build());
         if (row.upstream == std::string("USB-C"))

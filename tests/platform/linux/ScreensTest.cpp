@@ -30,14 +30,7 @@ std::string uuid(const FakeSysfs& system, std::size_t position = 0) { return *jo
 
 TEST(Screens, WhatShowsAPictureIsADisplayPanelFirst)
 {
-    FakeSysfs system({{"i915",
-                       {{"HDMI-A-10", 'O'},
-                        {"HDMI-A-2", 'S'},
-                        {"DP-1"},
-                        {"DP-2", 'T'},
-                        {"DP-3", 'T'},
-                        {"eDP-1", 'P'},
-                        {"Writeback-1", 'S'}}}});
+    FakeSysfs system("i915 HDMI-A-10=O HDMI-A-2=S DP-1 DP-2=T DP-3=T eDP-1=P Writeback-1=S");
     system.write(system.root() / "class/drm/version", "drm 1.1.0");
     EXPECT_EQ(names(join(system)),
               (Names{"Built-in Display", "Twin (DP-2)", "Twin (DP-3)", "Studio 27", "Office 24"}));
@@ -58,7 +51,7 @@ TEST(Screens, DisplaysTakenOutOfUseToSavePowerAreDarkAndNotGone)
     const auto dark = [](const FakeSysfs& system) {
         return isDark(system.paths(), displayNumber("card0", "DP-1"));
     };
-    FakeSysfs system({{"i915", {{"eDP-1", 'P'}, {"DP-1", 'S'}, {"DP-2"}}}});
+    FakeSysfs system("i915 eDP-1=P DP-1=S DP-2");
     system.write(system["eDP-1"] / "enabled", "disabled"); // the lid is closed
     EXPECT_EQ(names(join(system)), Names{"Studio 27"});
     EXPECT_FALSE(dark(system));
@@ -71,7 +64,7 @@ TEST(Screens, DisplaysTakenOutOfUseToSavePowerAreDarkAndNotGone)
     system.write(system["DP-1"] / "status", "disconnected");
     EXPECT_FALSE(dark(system));
 
-    FakeSysfs unrecorded({{"nvidia", {{"DP-1", 'S'}}}}); // this driver leaves the kernel's records aside
+    FakeSysfs unrecorded("nvidia DP-1=S"); // this driver leaves the kernel's records aside
     unrecorded.write(unrecorded["DP-1"] / "enabled", "disabled");
     unrecorded.write(unrecorded["DP-1"] / "dpms", "Off");
     EXPECT_EQ(names(join(unrecorded)), Names{"Studio 27"});
@@ -90,8 +83,8 @@ TEST(Screens, NumbersDifferAndDependOnNothingButTheName)
 
 TEST(Screens, AMonitorIsKnownByItsSerialOnEverySocketElseByItsPlace)
 {
-    FakeSysfs system({{"i915", {{"DP-1", 'S'}}}});
-    const FakeSysfs elsewhere({{"amdgpu", {{"HDMI-A-2", 'S'}}, {}, "0x030000", "card1"}});
+    FakeSysfs system("i915 DP-1=S");
+    const FakeSysfs elsewhere("i915\namdgpu HDMI-A-2=S");
     EXPECT_EQ(uuid(system), uuid(elsewhere));
     const EdidBlock overHdmi =
         EdidBuilder{.serial = 1, .serialText = "QX7", .revision = 3, .videoInput = 0x80}.build();
@@ -99,36 +92,36 @@ TEST(Screens, AMonitorIsKnownByItsSerialOnEverySocketElseByItsPlace)
     system.plug(system["DP-1"], overHdmi);
     EXPECT_EQ(uuid(system), before);
 
-    system.addConnector("card0", {"DP-2", 'S'}); // two that claim the same identity
+    system.addConnector("card0", "DP-2=S"); // two that claim the same identity
     system.plug(system["DP-2"], overHdmi);
     EXPECT_NE(uuid(system), uuid(system, 1));
     EXPECT_NE(uuid(system), before);
     system.write(system["DP-2"] / "status", "disconnected");
     EXPECT_EQ(uuid(system), before);
 
-    EXPECT_EQ(uuid(FakeSysfs({{"i915", {{"DP-1", 'T'}}}})), uuid(FakeSysfs({{"i915", {{"DP-1", 'T'}}}})));
-    EXPECT_NE(uuid(FakeSysfs({{"i915", {{"DP-1", 'T'}}}})), uuid(FakeSysfs({{"i915", {{"DP-2", 'T'}}}})));
+    EXPECT_EQ(uuid(FakeSysfs("i915 DP-1=T")), uuid(FakeSysfs("i915 DP-1=T")));
+    EXPECT_NE(uuid(FakeSysfs("i915 DP-1=T")), uuid(FakeSysfs("i915 DP-2=T")));
 }
 
 TEST(Screens, WindowsAreJoinedBySerialThenModelAndNameThenWhatIsLeft)
 {
     const struct {
-        std::vector<Socket> sockets;
+        const char* machine;
         std::vector<WindowScreen> windows;
         Names connectors; ///< in the order of the screens; "" for a window without one
     } rows[] = {
-        {{{"HDMI-A-1", 'S'}, {"HDMI-A-2", 'O'}},
+        {"i915 HDMI-A-1=S HDMI-A-2=O",
          {{.name = "HDMI-1", .serialNumber = "2"}, {.name = "HDMI-2", .serialNumber = "QX7"}},
          {"HDMI-A-2", "HDMI-A-1"}},
-        {{{"DP-1", 'T'}, {"HDMI-A-1", 'T'}, {"DP-2", 'T'}},
+        {"i915 DP-1=T HDMI-A-1=T DP-2=T",
          {{.name = "DP2", .model = "Twin"}, {.name = "HDMI-1", .model = "Twin"}, {.name = "DP-1"}},
          {"DP-2", "HDMI-A-1", "DP-1"}},
-        {{{"DP-1", 'S'}, {"DP-2", 'O'}}, {{.name = "x", .model = "Office 24"}}, {"DP-2", "DP-1"}},
-        {{{"DP-1", 'S'}}, {{.name = "Odd-0"}}, {"DP-1"}},
-        {{}, {{.name = ""}, {.name = "screen"}}, {""}},
+        {"i915 DP-1=S DP-2=O", {{.name = "x", .model = "Office 24"}}, {"DP-2", "DP-1"}},
+        {"i915 DP-1=S", {{.name = "Odd-0"}}, {"DP-1"}},
+        {"i915", {{.name = ""}, {.name = "screen"}}, {""}},
     };
     for (const auto& row : rows) {
-        const std::vector<Screen> screens = join(FakeSysfs({{"i915", row.sockets}}), row.windows);
+        const std::vector<Screen> screens = join(FakeSysfs(row.machine), row.windows);
         ASSERT_EQ(screens.size(), row.connectors.size());
         for (std::size_t i = 0; i < screens.size(); ++i) {
             EXPECT_EQ(screens[i].uuid.has_value(), !row.connectors[i].empty());
@@ -142,7 +135,7 @@ TEST(Screens, WindowsAreJoinedBySerialThenModelAndNameThenWhatIsLeft)
 
 TEST(Screens, TheWindowTellsPlaceSizeAndSpeed)
 {
-    const FakeSysfs system({{"i915", {{"DP-1", 'S'}, {"DP-2", 'O'}}}});
+    const FakeSysfs system("i915 DP-1=S DP-2=O");
     const WindowScreen window{
         .name = "DP-1", .width = 1280, .height = 720, .pixelRatio = 1.5, .refreshRate = 59.94, .isPrimary = true};
     const std::vector<Screen> screens = join(system, {window});

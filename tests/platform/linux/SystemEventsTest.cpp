@@ -55,7 +55,7 @@ struct SystemEventsTest : testing::Test {
         system.write(system[connector] / attribute, value);
     }
 
-    FakeSysfs system{{{"i915", {{"DP-1", 'S'}, {"DP-2", 'O'}}}}};
+    FakeSysfs system{"i915 DP-1=S DP-2=O"};
     ManualClock clock;
     LinuxSystemEvents events{system.paths(), false, clock};
     Events seen;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "platform/simulated/MonitorFile.h"
+#include "platform/simulated/SimulatedFolder.h"
+#include "support/MonitorFolder.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 namespace lumenvale {
 namespace {
+
+using Texts = std::vector<std::string>;
 
 constexpr char studio[] = R"({
   "name": "Studio 27", "displayID": 2, "uuid": "37d8832a-2d66-02ca-b9f7-8f30a301b230",
@@ -17,81 +19,62 @@ constexpr char studio[] = R"({
   "ddc": { "maximum": 255, "current": 42, "silent": true, "ignoresWrites": true, "overridesTo": 7,
            "failNextTransfers": 1, "corruptEvery": 2, "delayMs": 3 } })";
 
-TEST(MonitorFile, TakesEveryKeyFromTheFile)
+TEST(MonitorFile, TakesEveryKeyFromTheFileAndFillsInWhatIsLeftOut)
 {
-    const auto monitor = parseMonitorFile(studio, "studio.json");
-    ASSERT_TRUE(monitor) << monitor.error();
-    const MonitorFile expected{.name = "Studio 27",
-                               .displayID = 2,
-                               .uuid = "37D8832A-2D66-02CA-B9F7-8F30A301B230",
-                               .isMain = true,
-                               .vendor = 4268,
-                               .model = 16589,
-                               .serial = 305419896,
-                               .pixelWidth = 3840,
-                               .pixelHeight = 2160,
-                               .logicalWidth = 1920,
-                               .logicalHeight = 1080,
-                               .refreshRate = 59.94,
-                               .nativePixelWidth = 3841,
-                               .nativePixelHeight = 2161,
-                               .alphanumericSerial = "QX7200143",
-                               .upstream = "DP",
-                               .downstream = "HDMI",
-                               .online = false,
-                               .native = NativeControl{0.625, true, true, 0.5},
-                               .ddc = DdcControl{255, 42, true, true, 7, 1, 2, 3}};
-    EXPECT_EQ(*monitor, expected);
-}
-
-TEST(MonitorFile, FillsInWhatIsLeftOut)
-{
-    const auto bare = parseMonitorFile(R"({"name": "Bare"})", "bare.json");
-    ASSERT_TRUE(bare) << bare.error();
-    EXPECT_FALSE(bare->displayID || bare->uuid || bare->native || bare->ddc || bare->nativePixelWidth);
-    EXPECT_TRUE(bare->online);
-    EXPECT_EQ(bare->logicalWidth, static_cast<double>(bare->pixelWidth));
-
+    const MonitorFile expected{"Studio 27",
+                               2,
+                               "37D8832A-2D66-02CA-B9F7-8F30A301B230",
+                               false,
+                               true,
+                               4268,
+                               16589,
+                               305419896,
+                               3840,
+                               2160,
+                               1920,
+                               1080,
+                               59.94,
+                               3841,
+                               2161,
+                               "QX7200143",
+                               "DP",
+                               "HDMI",
+                               false,
+                               NativeControl{0.625, true, true, 0.5},
+                               DdcControl{255, 42, true, true, 7, 1, 2, 3}};
+    EXPECT_EQ(parseMonitorFile(studio, "x.json"), expected);
+    const MonitorFile bare{.name = "B", .pixelWidth = 800, .logicalWidth = 800};
+    EXPECT_EQ(parseMonitorFile(R"({"name": "B", "pixelWidth": 800})", "x.json"), bare);
     const auto controlled =
-        parseMonitorFile(R"({"name": "C", "native": {}, "ddc": {"maximum": 20, "overridesTo": null}})", "c.json");
-    ASSERT_TRUE(controlled) << controlled.error();
-    EXPECT_EQ(*controlled->native, NativeControl());
-    EXPECT_EQ(controlled->ddc->current, 10);
-    EXPECT_EQ(controlled->ddc->overridesTo, std::nullopt);
+        parseMonitorFile(R"({"name": "C", "native": {}, "ddc": {"maximum": 20, "overridesTo": null}})", "x.json");
+    EXPECT_EQ(controlled->native, NativeControl());
+    EXPECT_EQ(controlled->ddc, (DdcControl{.maximum = 20, .current = 10}));
 }
 
 TEST(MonitorFile, NamesFileAndKeyOfAMistake)
 {
-    const std::vector<std::pair<std::string, std::string>> mistakes{
-        {R"({"name": "X",)", "x.json is not valid JSON at byte 14."},
-        {"\"X\"", "x.json: holds something else than one JSON object."},
-        {"{}", R"(x.json: "name" is missing.)"},
-        {R"({"name": ""})", R"(x.json: "name" must not be empty.)"},
-        {R"({"name": 5})", R"(x.json: "name" must be a text.)"},
-        {R"({"name": "X", "Name": "Y"})", R"(x.json: "Name" is not a known key.)"},
-        {R"({"name": "X", "ddc": {"maxinum": 5}})", R"(x.json: "ddc.maxinum" is not a known key.)"},
-        {R"({"name": "X", "ddc": null})", R"(x.json: "ddc" must be an object.)"},
-        {R"({"name": "X", "isMain": 1})", R"(x.json: "isMain" must be true or false.)"},
-        {R"({"name": "X", "displayID": 18446744073709551615})",
-         R"(x.json: "displayID" must be a whole number from 1 to 4294967295.)"},
-        {R"({"name": "X", "uuid": "37D8832A"})",
-         R"(x.json: "uuid" must be 32 hexadecimal digits in groups of 8-4-4-4-12.)"},
-        {R"({"name": "X", "vendor": 65536})", R"(x.json: "vendor" must be a whole number from 0 to 65535.)"},
-        {R"({"name": "X", "refreshRate": "60"})", R"(x.json: "refreshRate" must be a number from 0 to 10000.)"},
-        {R"({"name": "X", "refreshRate": 1e999})", "x.json has a number that is too large."},
-        {R"({"name": "X", "native": {"brightness": 1.0000001}})",
-         R"(x.json: "native.brightness" must be a number from 0 to 1.)"},
-        {R"({"name": "X", "ddc": {"current": 101}})",
-         R"(x.json: "ddc.current" must be a whole number from 0 to 100.)"},
-        {R"({"name": "X", "ddc": {"maximum": 20, "overridesTo": 21}})",
-         R"(x.json: "ddc.overridesTo" must be a whole number from 0 to 20.)"},
-        {R"({"name": "X", "ddc": {"delayMs": -1}})",
-         R"(x.json: "ddc.delayMs" must be a whole number from 0 to 10000.)"}};
-    for (const auto& [text, message] : mistakes) {
-        const auto monitor = parseMonitorFile(text, "x.json");
-        ASSERT_FALSE(monitor) << text;
-        EXPECT_EQ(monitor.error(), message);
-    }
+    const std::pair<std::string, std::string> rows[] = {
+        {R"("x": 1,)", R"( is not valid JSON at byte 22.)"},
+        {R"("refreshRate": 1e999)", R"( has a number that is too large.)"},
+        {R"("name": "")", R"(: "name" must not be empty.)"},
+        {R"("name": 5)", R"(: "name" must be a text.)"},
+        {R"("Name": "Y")", R"(: "Name" is not a known key.)"},
+        {R"("ddc": {"maxinum": 5})", R"(: "ddc.maxinum" is not a known key.)"},
+        {R"("ddc": null)", R"(: "ddc" must be an object.)"},
+        {R"("isMain": 1)", R"(: "isMain" must be true or false.)"},
+        {R"("displayID": 18446744073709551615)", R"(: "displayID" must be a whole number from 1 to 4294967295.)"},
+        {R"("uuid": "37D8832A")", R"(: "uuid" must be 32 hexadecimal digits in groups of 8-4-4-4-12.)"},
+        {R"("vendor": 65536)", R"(: "vendor" must be a whole number from 0 to 65535.)"},
+        {R"("refreshRate": "60")", R"(: "refreshRate" must be a number from 0 to 10000.)"},
+        {R"("native": {"brightness": 1.0000001})", R"(: "native.brightness" must be a number from 0 to 1.)"},
+        {R"("ddc": {"current": 101})", R"(: "ddc.current" must be a whole number from 0 to 100.)"},
+        {R"("ddc": {"overridesTo": 101})", R"(: "ddc.overridesTo" must be a whole number from 0 to 100.)"},
+        {R"("ddc": {"delayMs": -1})", R"(: "ddc.delayMs" must be a whole number from 0 to 10000.)"},
+    };
+    for (const auto& [part, mistake] : rows)
+        EXPECT_EQ(parseMonitorFile(R"({"name": "X", )" + part + "}", "x.json").error(), "x.json" + mistake);
+    EXPECT_EQ(parseMonitorFile("5", "x.json").error(), "x.json: holds something else than one JSON object.");
+    EXPECT_EQ(parseMonitorFile("{}", "x.json").error(), R"(x.json: "name" is missing.)");
 }
 
 TEST(MonitorFile, ChangesOneValueAndKeepsAllElseInItsOrder)
@@ -102,6 +85,35 @@ TEST(MonitorFile, ChangesOneValueAndKeepsAllElseInItsOrder)
     expected["ddc"]["failNextTransfers"] = 0;
     const std::string changed = withFailNextTransfers(withNativeBrightness(withDdcCurrent(studio, 250), 0.3), 0);
     EXPECT_EQ(nlohmann::ordered_json::parse(changed).dump(), expected.dump());
+}
+
+TEST(SimulatedFolder, KeepsTheOthersWhenAFileIsBrokenAndADisplaysNumberWhenOthersComeAndGo)
+{
+    constexpr char uuid[] = R"(, "uuid": "37D8832A-2D66-02CA-B9F7-8F30A301B230"})";
+    MonitorFolder files;
+    files.write("5.json", R"({"name": "Five"})");
+    SimulatedFolder folder(files.path());
+    const std::uint32_t number = folder.read().displays.at(0).displayID;
+    files.write("1.json", R"({"name": "One", "displayID": 1)" + std::string(uuid));
+    files.write("2.json", R"({"name": "Two", "colour": "red"})");
+    files.write("3.json", R"({"name": "Three", "displayID": 1})");
+    files.write("4.json", R"({"name": "Four", "displayID": 4)" + std::string(uuid));
+    files.write("6.json", R"({"name": "Six", "displayID": 4})");
+    for (const char* other : {"preferences.ini", ".hidden.json", "d.json.Xy12ab"})
+        files.write(other, R"({"name": "Other"})");
+    const FolderContents contents = folder.read();
+    EXPECT_EQ(contents.problems,
+              (Texts{R"(2.json: "colour" is not a known key.)", R"(3.json: the "displayID" 1 is taken by 1.json.)",
+                     R"(4.json: the "uuid" is taken by 1.json.)"}));
+    ASSERT_EQ(contents.displays.size(), 3U);
+    EXPECT_EQ(folder.find(1)->fileName, "1.json");
+    EXPECT_EQ(folder.find(number)->fileName, "5.json");
+    EXPECT_EQ(folder.find(4)->fileName, "6.json");
+    files.write("6.json", R"({"name": "Six", "displayID": 6})"); // and another takes its number
+    files.write("7.json", R"({"name": "Seven", "displayID": 4})");
+    EXPECT_EQ(folder.find(4)->fileName, "7.json");
+    files.remove("7.json");
+    EXPECT_FALSE(folder.find(4));
 }
 
 } // namespace

@@ -60,84 +60,49 @@ protected:
     std::unique_ptr<DisplayHardware> hardware;
 };
 
-TEST_F(SimulatedPlatformTest, DrivesANativeAndADdcDisplayAsTheirFilesSay)
-{
-    files.write("1.json", R"({"name": "Panel", "displayID": 1, "isBuiltIn": true, "isMain": true,
-                              "native": {"brightness": 0.625}})");
-    files.write("2.json", R"({"name": "Studio", "displayID": 2, "vendor": 4268, "model": 16589,
-                              "pixelWidth": 3840, "pixelHeight": 2160, "logicalWidth": 1920, "refreshRate": 60,
-                              "nativePixelWidth": 5120, "nativePixelHeight": 2880, "alphanumericSerial": "QX7",
-                              "upstream": "DP", "downstream": "HDMI", "ddc": {"maximum": 255, "current": 51}})");
-    start();
-    const std::vector<DisplayInfo> displays = inspect();
-    ASSERT_EQ(displays.size(), 2U);
-    EXPECT_EQ(displays[0].method, ControlMethod::apple);
-    EXPECT_EQ(displays[0].brightness, 0.625);
-    EXPECT_EQ(displays[0].connection, "Internal");
-    EXPECT_EQ(displays[1].method, ControlMethod::ddc);
-    EXPECT_EQ(displays[1].brightness, 0.2);
-    EXPECT_EQ(displays[1].maximum, 255);
-    EXPECT_EQ(displays[1].connection, "DP → HDMI");
-    EXPECT_EQ(displays[1].hardwareSerial, "QX7");
-    EXPECT_EQ(displays[1].nativeResolution, "5120 × 2880");
-
-    EXPECT_EQ(set("display-1", 0.3), double{0.3F});
-    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.3);
-    EXPECT_EQ(set("display-2", 1.0), 1.0);
-    EXPECT_EQ(files.monitor("2.json").at("ddc").at("current"), 255);
-}
-
-TEST_F(SimulatedPlatformTest, MatchesEachOfTwoIdenticalMonitorsToItsOwnFile)
-{
-    const std::string twin = R"(, "vendor": 4268, "model": 16589, "serial": 7, "ddc": {"current": )";
-    files.write("1.json", R"({"name": "Twin", "displayID": 1)" + twin + "10}}");
-    files.write("2.json", R"({"name": "Twin", "displayID": 2)" + twin + "20}}");
-    start();
-    const std::vector<DisplayInfo> displays = inspect();
-    EXPECT_EQ(displays.at(0).brightness, 0.1);
-    EXPECT_EQ(displays.at(1).brightness, 0.2);
-    EXPECT_EQ(set("display-2", 0.9), 0.9);
-    EXPECT_EQ(files.monitor("1.json").at("ddc").at("current"), 10);
-    EXPECT_EQ(files.monitor("2.json").at("ddc").at("current"), 90);
-}
-
-TEST_F(SimulatedPlatformTest, FailsAsTheFilesAsk)
+TEST_F(SimulatedPlatformTest, DrivesEachDisplayThroughItsOwnFileAndFailsAsThatAsks)
 {
     using Error = BrightnessError;
-    const std::vector<std::pair<std::string, Error>> faults{
-        {R"("native": {"writeFails": true})", Error::writeFailed},
-        {R"("native": {"overridesTo": 0.1})", Error::mismatch},
-        {R"("ddc": {"ignoresWrites": true})", Error::mismatch},
-        {R"("ddc": {"overridesTo": 70})", Error::mismatch},
-        {R"("online": false, "ddc": {})", Error::disconnected},
-        {R"("native": {"readFails": true})", Error::disconnected},
-        {R"("ddc": {"corruptEvery": 1})", Error::disconnected},
-        {R"("online": true)", Error::disconnected}};
-    for (std::size_t i = 0; i < faults.size(); ++i)
-        files.write(std::to_string(i) + ".json",
-                    R"({"name": "X", "displayID": )" + std::to_string(i + 1) + ", " + faults[i].first + "}");
+    struct Row {
+        std::string file;                                 ///< but for name and number
+        tl::expected<double, BrightnessError> at30 = 0.3; ///< what setting 30 % leads to
+    };
+    const std::string twin = R"("vendor": 4268, "model": 16589, "serial": 7, "ddc": {"current": )";
+    const std::vector<Row> rows = {
+        {R"("isBuiltIn": true, "native": {"brightness": 0.625})", double{0.3F}},
+        {twin + "10}"},
+        {twin + "20}"},
+        {R"("upstream": "DP", "alphanumericSerial": "QX7", "nativePixelWidth": 5120, "nativePixelHeight": 2880,
+            "ddc": {"maximum": 255, "current": 51}, "pixelWidth": 3840, "pixelHeight": 2160, "refreshRate": 50)",
+         77 / 255.0},
+        {R"("ddc": {"overridesTo": 70})", tl::unexpected(Error::mismatch)},
+        {R"("ddc": {"ignoresWrites": true})", tl::unexpected(Error::mismatch)},
+        {R"("native": {"overridesTo": 0.1})", tl::unexpected(Error::mismatch)},
+        {R"("native": {"writeFails": true})", tl::unexpected(Error::writeFailed)},
+        {R"("online": false, "ddc": {})", tl::unexpected(Error::disconnected)},
+        {R"("native": {"readFails": true})", tl::unexpected(Error::disconnected)},
+        {R"("ddc": {"corruptEvery": 1})", tl::unexpected(Error::disconnected)},
+        {R"("online": true)", tl::unexpected(Error::disconnected)},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        files.write(char('a' + i) + std::string(".json"),
+                    R"({"name": "X", "displayID": )" + std::to_string(i + 1) + ", " + rows[i].file + "}");
     start();
-    inspect();
-    for (std::size_t i = 0; i < faults.size(); ++i)
-        EXPECT_EQ(set("display-" + std::to_string(i + 1), 0.3), tl::unexpected(faults[i].second))
-            << faults[i].first;
-}
-
-TEST_F(SimulatedPlatformTest, FailsAsTheFilesAskFromTheMomentTheyChange)
-{
-    files.write("1.json", R"({"name": "N", "displayID": 1, "native": {"brightness": 0.5}})");
-    files.write("2.json", R"({"name": "D", "displayID": 2, "ddc": {"current": 50}})");
-    start();
-    inspect();
-    files.write("1.json", R"({"name": "N", "displayID": 1, "native": {"brightness": 0.5, "readFails": true}})");
-    EXPECT_EQ(set("display-1", 0.3), tl::unexpected(BrightnessError::readFailed));
-    files.write("2.json", R"({"name": "D", "displayID": 2, "ddc": {"current": 50, "silent": true}})");
-    EXPECT_EQ(set("display-2", 0.3), tl::unexpected(BrightnessError::writeFailed));
-    files.write("2.json", R"({"name": "D", "displayID": 2, "ddc": {"current": 50, "failNextTransfers": 4}})");
-    EXPECT_EQ(set("display-2", 0.3), 0.3) << "two attempts fail, the third succeeds";
-    files.write("2.json", R"({"name": "Other", "displayID": 2, "uuid": "37D8832A-2D66-02CA-B9F7-8F30A301B230",
-                              "ddc": {}})");
-    EXPECT_EQ(set("display-2", 0.3), tl::unexpected(BrightnessError::disconnected));
+    const std::vector<DisplayInfo> displays = inspect();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        EXPECT_EQ(set("display-" + std::to_string(i + 1), 0.3), rows[i].at30) << rows[i].file;
+    EXPECT_EQ(files.monitor("a.json").at("native").at("brightness"), 0.3);
+    EXPECT_EQ(files.monitor("d.json").at("ddc").at("current"), 77);
+    EXPECT_EQ(displays.at(1).brightness, 0.1);
+    EXPECT_EQ(displays.at(2).brightness, 0.2) << "of two identical monitors each has its own";
+    const DisplayInfo& full = displays.at(3);
+    EXPECT_EQ(full.connection + full.hardwareSerial + full.nativeResolution, "DPQX75120 × 2880");
+    EXPECT_EQ(std::tuple(full.pixelWidth, full.pixelHeight, full.refreshRate), std::tuple(3840, 2160, 50.0));
+    EXPECT_EQ(std::tuple(displays[1].vendor, displays[1].model, displays[1].serial),
+              std::tuple(4268U, 16589U, 7U));
+    files.write("b.json",
+                R"({"name": "X", "displayID": 2, "uuid": "37D8832A-2D66-02CA-B9F7-8F30A301B230", "ddc": {}})");
+    EXPECT_EQ(set("display-2", 0.3), tl::unexpected(Error::disconnected)) << "another monitor stands there now";
 }
 
 TEST_F(SimulatedPlatformTest, AnnouncesWhatComesGoesOrChangesIdentityAndNotItsOwnWrites)
@@ -188,16 +153,6 @@ TEST_F(SimulatedPlatformTest, ReportsABrokenFileOnceAndShowsTheOthers)
         return each.kind == Finding::Kind::problem && each.text == R"(2.json: "native" must be an object.)";
     });
     EXPECT_TRUE(isTold);
-}
-
-TEST(SimulatedPlatform, RefusesAFolderThatIsNone)
-{
-    ManualClock clock;
-    PlatformOptions options;
-    options.simulationFolder = "/nowhere/at/all";
-    const auto platform = makeSimulatedPlatform(options, clock);
-    ASSERT_FALSE(platform);
-    EXPECT_EQ(platform.error(), "There is no folder /nowhere/at/all with simulated monitors.");
 }
 
 TEST(SimulatedPlatform, MakesTheReadyMadeMonitorsOnceAndLeavesThemToTheUser)

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "platform/simulated/SimulatedService.h"
-
 #include "support/MonitorFolder.h"
 
 #include <bit>
@@ -16,97 +15,78 @@ const Bytes setTo50{0x84, 0x03, 0x10, 0x00, 0x32, 0x9A};
 const Bytes luminance42{0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, 0x00, 0x64, 0x00, 0x2A, 0xEA};
 const Bytes nullReply{0x6E, 0x80, 0xBE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
 
-class SimulatedServiceTest : public testing::Test {
-protected:
-    SimulatedServiceTest() { describe(R"("maximum": 100, "current": 42)"); }
+struct SimulatedServiceTest : testing::Test {
+    SimulatedServiceTest() { describe(""); }
 
-    void describe(const std::string& ddc) { folder.write("x.json", R"({"name": "X", "ddc": {)" + ddc + "}}"); }
-    int write(const Bytes& bytes) { return service.writeI2C(0x37, 0x51, bytes); }
-    std::pair<int, Bytes> read(std::size_t size = 11)
+    void describe(const std::string& fault)
     {
-        Bytes bytes(size, 0);
-        const int status = service.readI2C(0x37, 0x51, bytes);
-        return {status, bytes};
+        folder.write("x.json", R"({"name": "X", "ddc": {"current": 42)" + fault + "}}");
+    }
+    int write(const Bytes& bytes) { return service.writeI2C(0x37, 0x51, bytes); }
+    /// What is read; empty when it fails.
+    Bytes read()
+    {
+        Bytes bytes(11, 0);
+        return service.readI2C(0x37, 0x51, bytes) == 0 ? bytes : Bytes{};
     }
     int current() const { return folder.monitor("x.json").at("ddc").at("current"); }
 
     MonitorFolder folder;
     std::vector<std::chrono::microseconds> waits;
     SimulatedService service{SimulatedMonitor(folder.path() + "/x.json"),
-                             [this](std::chrono::microseconds time) { waits.push_back(time); }};
+                             [this](auto time) { waits.push_back(time); }};
 };
 
-TEST_F(SimulatedServiceTest, AnswersALuminanceRequestOfEitherChecksumOnce)
+TEST_F(SimulatedServiceTest, TakesWholeMessagesOnlyAndAnswersEachRequestOnce)
 {
-    for (const Bytes& request : {getLuminance, Bytes{0x82, 0x01, 0x10, 0xAC}}) {
+    for (const Bytes& request : {getLuminance, Bytes{0x82, 0x01, 0x10, 0xAC}}) { // either checksum
         EXPECT_EQ(write(request), 0);
-        EXPECT_EQ(read(), std::pair(0, luminance42));
-        EXPECT_EQ(read(), std::pair(0, nullReply));
+        EXPECT_EQ(read(), luminance42);
+        EXPECT_EQ(read(), nullReply);
     }
     EXPECT_EQ(write({0x82, 0x01, 0x12, 0xFF}), 0); // contrast
-    EXPECT_EQ(read().second, (Bytes{0x6E, 0x88, 0x02, 0x01, 0x12, 0, 0, 0, 0, 0, 0xA7}));
-}
-
-TEST_F(SimulatedServiceTest, TakesASetOnlyWithItsOwnChecksum)
-{
-    EXPECT_EQ(write({0x84, 0x03, 0x10, 0x00, 0x32, 0x9A ^ 0x51}), 0);
-    EXPECT_EQ(current(), 42);
-    EXPECT_EQ(write(setTo50), 0);
-    EXPECT_EQ(current(), 50);
-    EXPECT_EQ(write({0x84, 0x03, 0x10, 0x03, 0xE8, 0x3F ^ 0x84 ^ 0x03 ^ 0x10 ^ 0x03 ^ 0xE8}), 0);
-    EXPECT_EQ(current(), 100) << "1000 is beyond the scale";
-}
-
-TEST_F(SimulatedServiceTest, IgnoresEveryDamagedOrShortenedMessage)
-{
+    EXPECT_EQ(read(), (Bytes{0x6E, 0x88, 0x02, 0x01, 0x12, 0, 0, 0, 0, 0, 0xA7}));
+    for (std::size_t size = 0; size < getLuminance.size(); ++size) {
+        EXPECT_EQ(write(Bytes(getLuminance.begin(), getLuminance.begin() + static_cast<std::ptrdiff_t>(size))), 0);
+        EXPECT_EQ(read(), nullReply);
+    }
     for (std::size_t bit = 0; bit < setTo50.size() * 8; ++bit) {
         Bytes damaged = setTo50;
         damaged[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
         EXPECT_EQ(write(damaged), 0);
         EXPECT_EQ(current(), 42) << "bit " << bit;
     }
-    for (std::size_t size = 0; size < getLuminance.size(); ++size) {
-        EXPECT_EQ(write(Bytes(getLuminance.begin(), getLuminance.begin() + static_cast<std::ptrdiff_t>(size))), 0);
-        EXPECT_EQ(read().second, nullReply);
-    }
-}
-
-TEST_F(SimulatedServiceTest, AcknowledgesNoOtherAddressAndNothingWhileItIsSilent)
-{
-    EXPECT_NE(service.writeI2C(0x50, 0x51, getLuminance), 0);
-    EXPECT_NE(service.writeI2C(0x37, 0x50, getLuminance), 0);
-    EXPECT_EQ(read().second, nullReply);
-    EXPECT_TRUE(waits.empty());
-    describe(R"("current": 42, "silent": true, "delayMs": 30)");
-    EXPECT_NE(write(setTo50), 0);
-    EXPECT_NE(read().first, 0);
-    EXPECT_EQ(current(), 42);
-    EXPECT_EQ(waits, std::vector(2, std::chrono::microseconds(30'000)));
-}
-
-TEST_F(SimulatedServiceTest, CountsFailingTransfersDownInTheFileAndFailsWithoutOne)
-{
-    describe(R"("current": 42, "failNextTransfers": 2)");
-    EXPECT_NE(write(setTo50), 0);
-    EXPECT_EQ(folder.monitor("x.json").at("ddc").at("failNextTransfers"), 1);
-    EXPECT_NE(read().first, 0);
     EXPECT_EQ(write(setTo50), 0);
     EXPECT_EQ(current(), 50);
-    folder.remove("x.json");
-    EXPECT_NE(write(setTo50), 0);
+    EXPECT_EQ(write({0x84, 0x03, 0x10, 0x03, 0xE8, 0x3F ^ 0x84 ^ 0x03 ^ 0x10 ^ 0x03 ^ 0xE8}), 0);
+    EXPECT_EQ(current(), 100) << "1000 is beyond the scale";
+    EXPECT_NE(service.writeI2C(0x50, 0x51, getLuminance), 0);
+    EXPECT_NE(service.writeI2C(0x37, 0x50, getLuminance), 0);
+    EXPECT_TRUE(waits.empty());
 }
 
-TEST_F(SimulatedServiceTest, DamagesOneBitInEachSoManiethReply)
+TEST_F(SimulatedServiceTest, FailsAsItsFileAsks)
 {
-    describe(R"("current": 42, "corruptEvery": 3)");
+    describe(R"(, "silent": true, "delayMs": 30)");
+    EXPECT_NE(write(setTo50), 0);
+    EXPECT_EQ(read(), Bytes{});
+    EXPECT_EQ(current(), 42);
+    EXPECT_EQ(waits, std::vector(2, std::chrono::microseconds(30'000)));
+    describe(R"(, "failNextTransfers": 2)");
+    EXPECT_NE(write(setTo50), 0);
+    EXPECT_EQ(folder.monitor("x.json").at("ddc").at("failNextTransfers"), 1);
+    EXPECT_EQ(read(), Bytes{});
+    describe(R"(, "corruptEvery": 3)");
     for (int reply = 1; reply <= 30; ++reply) {
         write(getLuminance);
-        const Bytes bytes = read().second;
+        const Bytes bytes = read();
         int damagedBits = 0;
         for (std::size_t i = 0; i < bytes.size(); ++i)
             damagedBits += std::popcount(static_cast<unsigned>(bytes[i] ^ luminance42[i]));
         EXPECT_EQ(damagedBits, reply % 3 == 0 ? 1 : 0) << "reply " << reply;
     }
+    folder.remove("x.json");
+    EXPECT_NE(write(setTo50), 0);
 }
 
 } // namespace

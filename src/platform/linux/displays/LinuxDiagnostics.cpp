@@ -19,16 +19,20 @@ constexpr char loadModule[] = "sudo modprobe i2c-dev\n"
                               "echo i2c-dev | sudo tee /etc/modules-load.d/lumenvale-i2c.conf";
 
 /// The rule is that of packaging/linux/60-lumenvale-i2c.rules.
-constexpr char grantAccess[] =
-    "For whoever sits at the machine:\n"
-    "echo 'ACTION!=\"remove\", SUBSYSTEM==\"i2c-dev\", KERNEL==\"i2c-[0-9]*\", ATTRS{class}==\"0x03*\", "
-    "ATTR{name}==\"AUX *|i915 gmbus *|AMDGPU DM i2c hw bus *|AMDGPU DM aux hw bus *|AMDGPU i2c *|Radeon i2c *|"
-    "Radeon aux *|nvkm-*|sor-*|NVIDIA i2c adapter *|DPMST*\", TAG+=\"uaccess\"' | "
-    "sudo tee /etc/udev/rules.d/60-lumenvale-i2c.rules\n"
-    "sudo udevadm control --reload\n"
-    "sudo udevadm trigger --subsystem-match=i2c-dev\n"
-    "Or, for this user everywhere, where the files belong to the group i2c (then log in again):\n"
-    "sudo usermod -aG i2c \"$USER\"";
+constexpr char grantAccess[] = R"(For whoever sits at the machine:
+sudo tee /etc/udev/rules.d/60-lumenvale-i2c.rules << 'END'
+ACTION=="remove", GOTO="lumenvale_end"
+SUBSYSTEM!="i2c-dev", GOTO="lumenvale_end"
+KERNELS=="card[0-9]*-eDP-*|card[0-9]*-LVDS-*|card[0-9]*-DSI-*|card[0-9]*-DPI-*", GOTO="lumenvale_end"
+KERNEL=="i2c-[0-9]*", ATTRS{class}=="0x03*", ATTR{name}=="AUX *|i915 gmbus *|AMDGPU DM i2c hw bus *|)"
+                               R"(AMDGPU DM aux hw bus *|AMDGPU i2c *|Radeon i2c *|Radeon aux *|nvkm-*|sor-*|)"
+                               R"(NVIDIA i2c adapter *|DPMST*", TAG+="uaccess"
+LABEL="lumenvale_end"
+END
+sudo udevadm control --reload
+sudo udevadm trigger --subsystem-match=i2c-dev
+Or, for this user everywhere, where the files belong to the group i2c (then log in again):
+sudo usermod -aG i2c "$USER")";
 
 constexpr char wakeMonitor[] = "Wake the screen and refresh.";
 constexpr char connectDirectly[] = "Connect the monitor straight to the graphics card: some docks, adapters and "
