@@ -172,7 +172,7 @@ TEST_F(WholePathTest, MatchesSetsVerifiesAndReads)
     EXPECT_EQ(set(0.25, "PANEL"), 0.25);
     EXPECT_EQ(panelBrightness, 0.25F);
     EXPECT_EQ(read(), (std::map<std::string, double>{{"MONITOR", 0.42}, {"PANEL", 0.25}}));
-    monitor.overridesTo = 90;
+    monitor.acceptsWrites = false;
     EXPECT_EQ(set(0.3), failure(BrightnessError::mismatch));
 
     const std::size_t held = fakesdk::leaks().size();

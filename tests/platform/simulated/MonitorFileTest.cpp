@@ -99,7 +99,7 @@ TEST(SimulatedFolder, KeepsTheOthersWhenAFileIsBrokenAndADisplaysNumberWhenOther
     files.write("3.json", R"({"name": "Three", "displayID": 1})");
     files.write("4.json", R"({"name": "Four", "displayID": 4)" + std::string(uuid));
     files.write("6.json", R"({"name": "Six", "displayID": 4})");
-    for (const char* other : {"preferences.ini", ".hidden.json", "d.json.Xy12ab"})
+    for (const char* other : {"preferences.json", ".hidden.json", "d.json.Xy12ab"})
         files.write(other, R"({"name": "Other"})");
     const FolderContents contents = folder.read();
     EXPECT_EQ(contents.problems,
