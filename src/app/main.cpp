@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "app/RunVerb.h"
 #include "app/cli/CommandLine.h"
-#include "app/cli/RunVerb.h"
 #include "app/desktop/Desktop.h"
 
 #include <iostream>
@@ -18,7 +18,7 @@ int runProgram(const CommandLine& line, int& argc, char** argv)
     }
     DesktopOptions options;
     options.simulationFolder = *folder;
-    options.request = std::get<DesktopVerb>(line.verb).request;
+    options.request = line.request;
     if (line.isVerbose)
         options.log = standardErrorLog();
     return runDesktop(options, argc, argv);
@@ -33,11 +33,11 @@ int main(int argc, char** argv)
         std::cerr << line.error() << '\n';
         return exitMisused;
     }
-    if (const auto* print = std::get_if<PrintVerb>(&line->verb)) {
-        std::cout << print->text;
+    if (!line->answer.empty()) {
+        std::cout << line->answer;
         return exitDone;
     }
-    if (std::holds_alternative<DesktopVerb>(line->verb))
+    if (!line->verb)
         return runProgram(*line, argc, argv);
     return runVerb(*line, argc, argv, std::cout, std::cerr);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/RequestChannel.h"
 
-#include "app/desktop/DesktopRequest.h"
+#include "app/cli/DesktopRequest.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>

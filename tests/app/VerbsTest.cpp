@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The commands on folders of simulated monitors: the real platform and hardware controller, without its waits.
-#include "app/cli/RunVerb.h"
+#include "app/cli/CommandLine.h"
+#include "platform/Platform.h"
 #include "presets/PresetStore.h"
 #include "support/AwaitResult.h"
 #include "support/ManualClock.h"
@@ -47,7 +48,7 @@ protected:
         DisplayHardware hardware(std::move(platform->hardware), mainThread);
         VerbContext context{
             *platform->screens, hardware, *platform->diagnostics, *platform->defaults, out, err, reports};
-        const int status = awaitResult(mainThread, std::move(*verbTask(context, line->verb)));
+        const int status = awaitResult(mainThread, line->verb->run(context, line->values));
         return {status, out.str(), err.str()};
     }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The only source that includes the parser's library, which takes the compiler seconds.
 #include "app/cli/CommandLine.h"
 
 #include "base/Identity.h"
@@ -13,6 +14,14 @@ namespace {
 
 constexpr char levelForms[] = "LEVEL is 42%, 0.42, +5% or -5%.";
 
+// The program's own options.
+constexpr char simulate[] = "--simulate";
+constexpr char verbose[] = "--verbose";
+constexpr char version[] = "--version";
+constexpr char showPanel[] = "--show-panel";
+constexpr char openSettings[] = "--open-settings";
+constexpr char applyPreset[] = "--apply-preset";
+
 /// "-5%" is a level, not a row of one-letter options.
 void protectNegativeLevels(std::vector<std::string>& arguments)
 {
@@ -23,134 +32,153 @@ void protectNegativeLevels(std::vector<std::string>& arguments)
         arguments.insert(level, "--");
 }
 
-/// The parser and the places that its options fill.
-struct Parser {
-    Parser()
-    {
-        app.require_subcommand(0, 1);
-        simulate = app.add_option("--simulate", folder,
-                                  "Control the simulated monitors that the files in DIR "
-                                  "describe; without DIR, a ready-made set of three")
-                       ->type_name("[DIR]")
-                       ->expected(0, 1);
-        app.add_flag("--verbose", isVerbose, "Log to standard error, every transfer included");
-        app.add_flag("--version", isVersion, "Print the version and exit");
-        auto* showPanel = app.add_flag("--show-panel", isPanelWanted,
-                                       "Show the brightness panel, of the running program if there is one");
-        auto* openSettings =
-            app.add_flag("--open-settings", areSettingsWanted, "Open the settings window likewise")
-                ->excludes(showPanel);
-        applyPreset = app.add_option("--apply-preset", presetToApply, "Have the desktop program apply a preset")
-                          ->type_name("PRESET")
-                          ->excludes(showPanel)
-                          ->excludes(openSettings);
+constexpr int unlimited = 1 << 20; // how often a repeatable argument may be given
 
-        list = app.add_subcommand("list", "List the displays and their brightness");
-        list->add_flag("--json", asJson, "Print every field, as JSON");
-        get = app.add_subcommand("get", "Print a display's brightness");
-        addDisplay(*get);
-        set = app.add_subcommand("set", "Set a display's brightness and verify it");
-        addDisplay(*set);
-        set->add_option("LEVEL", level, "42%, 0.42, +5% or -5%")->required()->type_name("");
-        presets = app.add_subcommand("presets", "List the presets");
-        presets->add_flag("--json", asJson, "Print every field, as JSON");
-        apply = app.add_subcommand("apply", "Set the displays to a preset's levels");
-        apply->add_option("PRESET", preset, "An identifier, a name, or an unambiguous start of one")
-            ->required()
-            ->type_name("");
-        doctor = app.add_subcommand("doctor", "Say what was found, what is missing, and how to get it");
-        app.footer("Exit status: 0 done, 1 refused by the hardware, 2 wrong use, 3 no such display or preset.");
+CLI::Option* add(CLI::App& app, const Argument& argument)
+{
+    if (argument.kind == ValueKind::flag)
+        return app.add_flag(argument.name, argument.help);
+    CLI::Option* const option = app.add_option(argument.name, argument.help);
+    // Of a positional argument the name says all.
+    const std::string& valueName = argument.valueName;
+    option->type_name(argument.isOption() && argument.isOptional ? '[' + valueName + ']' : valueName);
+    if (!argument.isOption() && !argument.isOptional)
+        option->required();
+    if (argument.isRepeatable)
+        option->expected(argument.isOptional ? 0 : 1, unlimited);
+    else if (argument.isOption() && argument.isOptional)
+        option->expected(0, 1);
+    return option;
+}
+
+/// A command of the library and the descriptions that it was made from.
+class ParsedArguments {
+public:
+    ParsedArguments(CLI::App& app, const std::vector<Argument>& arguments) : described(arguments)
+    {
+        for (const Argument& each : arguments) {
+            CLI::Option* const option = add(app, each);
+            for (const std::string& name : each.excludes)
+                option->excludes(app.get_option(name));
+            options.push_back(option);
+        }
     }
 
-    void addDisplay(CLI::App& verb)
+    /// What was given, once the library has parsed it. The error names a level that is none.
+    tl::expected<ArgumentValues, std::string> values() const
     {
-        verb.add_option("DISPLAY", display, "An identifier, a name, an unambiguous start of one, or all")
-            ->required()
-            ->type_name("");
+        ArgumentValues result;
+        for (std::size_t i = 0; i < options.size(); ++i) {
+            if (options[i]->count() == 0)
+                continue;
+            const bool isFlag = described[i].kind == ValueKind::flag;
+            const auto texts = isFlag ? std::vector<std::string>() : options[i]->results();
+            for (const std::string& text : texts) {
+                if (described[i].kind == ValueKind::level && !parseLevel(text))
+                    return tl::unexpected('"' + text + "\" is not a brightness. " + levelForms);
+            }
+            result.given[described[i].name] = texts;
+        }
+        return result;
     }
 
-    CLI::App app{
-        "Controls the brightness of every connected display. Without a command it is the desktop program.",
-        "lumenvale"};
-    CLI::Option* simulate = nullptr;
-    CLI::Option* applyPreset = nullptr;
-    CLI::App* list = nullptr;
-    CLI::App* get = nullptr;
-    CLI::App* set = nullptr;
-    CLI::App* presets = nullptr;
-    CLI::App* apply = nullptr;
-    CLI::App* doctor = nullptr;
-    std::string folder;
-    bool isVerbose = false;
-    bool isVersion = false;
-    bool isPanelWanted = false;
-    bool areSettingsWanted = false;
-    bool asJson = false;
-    std::string display;
-    std::string level;
-    std::string preset;
-    std::string presetToApply;
+private:
+    const std::vector<Argument>& described;
+    std::vector<CLI::Option*> options;
 };
 
-std::optional<DesktopRequest> desktopRequest(const Parser& parser)
+std::optional<DesktopRequest> desktopRequest(const ArgumentValues& options)
 {
     using Action = DesktopRequest::Action;
-    if (parser.isPanelWanted)
+    if (options.has(showPanel))
         return DesktopRequest{Action::showPanel, "", ""};
-    if (parser.areSettingsWanted)
+    if (options.has(openSettings))
         return DesktopRequest{Action::openSettings, "", ""};
-    if (*parser.applyPreset)
-        return DesktopRequest{Action::applyPreset, parser.presetToApply, ""};
+    if (options.has(applyPreset))
+        return DesktopRequest{Action::applyPreset, options.text(applyPreset), ""};
     return std::nullopt;
 }
 
-tl::expected<Verb, std::string> chosenVerb(const Parser& parser)
+CommandLine withOptions(const ArgumentValues& options)
 {
-    if (parser.isVersion)
-        return PrintVerb{versionText() + '\n'};
-    if (*parser.list)
-        return ListVerb{parser.asJson};
-    if (*parser.get)
-        return GetVerb{parser.display};
-    if (*parser.set) {
-        const auto level = parseLevel(parser.level);
-        if (!level)
-            return tl::unexpected('"' + parser.level + "\" is not a brightness. " + levelForms);
-        return SetVerb{parser.display, *level};
-    }
-    if (*parser.presets)
-        return PresetsVerb{parser.asJson};
-    if (*parser.apply)
-        return ApplyVerb{parser.preset};
-    if (*parser.doctor)
-        return DoctorVerb{};
-    return DesktopVerb{desktopRequest(parser)};
+    CommandLine line;
+    if (options.has(simulate))
+        line.simulationFolder = options.text(simulate);
+    line.isVerbose = options.has(verbose);
+    if (options.has(version))
+        line.answer = versionText() + '\n';
+    line.request = desktopRequest(options);
+    return line;
 }
 
 } // namespace
 
+const std::vector<Argument>& programOptions()
+{
+    static const std::vector<Argument> options = {
+        {.name = simulate,
+         .kind = ValueKind::folder,
+         .help = "Control the simulated monitors that the files in DIR describe; without DIR, a ready-made set of "
+                 "three",
+         .valueName = "DIR",
+         .isOptional = true},
+        {.name = verbose, .kind = ValueKind::flag, .help = "Log to standard error, every transfer included"},
+        {.name = version, .kind = ValueKind::flag, .help = "Print the version and exit"},
+        {.name = showPanel,
+         .kind = ValueKind::flag,
+         .help = "Show the brightness panel, of the running program if there is one"},
+        {.name = openSettings,
+         .kind = ValueKind::flag,
+         .help = "Open the settings window likewise",
+         .excludes = {showPanel}},
+        {.name = applyPreset,
+         .kind = ValueKind::preset,
+         .help = "Have the desktop program apply a preset",
+         .valueName = "PRESET",
+         .excludes = {showPanel, openSettings}},
+    };
+    return options;
+}
+
 tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments)
 {
-    Parser parser;
+    CLI::App app{
+        "Controls the brightness of every connected display. Without a command it is the desktop program.",
+        "lumenvale"};
+    app.require_subcommand(0, 1);
+    const ParsedArguments options(app, programOptions());
+    std::vector<std::pair<CLI::App*, ParsedArguments>> commands;
+    for (const Verb& each : verbs()) {
+        CLI::App* const command = app.add_subcommand(each.name, each.summary);
+        commands.emplace_back(command, ParsedArguments(*command, each.arguments));
+    }
+    // Commands that are added later would print it too.
+    app.footer("Exit status: 0 done, 1 refused by the hardware, 2 wrong use, 3 no such display or preset.");
+
     protectNegativeLevels(arguments);
-    std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the back
+    std::reverse(arguments.begin(), arguments.end()); // the library takes them from the back
     try {
-        parser.app.parse(std::move(arguments));
+        app.parse(std::move(arguments));
     } catch (const CLI::CallForHelp& call) {
         std::ostringstream help, unused;
-        parser.app.exit(call, help, unused);
-        return CommandLine{std::nullopt, false, PrintVerb{help.str()}};
+        app.exit(call, help, unused);
+        CommandLine line;
+        line.answer = help.str();
+        return line;
     } catch (const CLI::ParseError& mistake) {
         return tl::unexpected(std::string(mistake.what()) + "\nRun lumenvale --help for more.");
     }
-    const auto verb = chosenVerb(parser);
-    if (!verb)
-        return tl::unexpected(verb.error());
-    CommandLine line;
-    if (*parser.simulate)
-        line.simulationFolder = parser.folder;
-    line.isVerbose = parser.isVerbose;
-    line.verb = *verb;
+
+    CommandLine line = withOptions(*options.values());
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        if (!*commands[i].first)
+            continue;
+        auto values = commands[i].second.values();
+        if (!values)
+            return tl::unexpected(values.error());
+        line.verb = &verbs()[i];
+        line.values = std::move(*values);
+    }
     return line;
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Finds what the user names on the command line: an identifier, a name, or an unambiguous start of one. Pure.
+// Finds what the user names on the command line: an identifier, a name, or an unambiguous start of one.
 #pragma once
 
 #include "displays/DisplayInfo.h"
+#include "displays/ScreenSource.h"
 
 #include <string>
 #include <tl/expected.hpp>
@@ -20,6 +21,9 @@ struct Candidate {
 /// are several.
 tl::expected<std::size_t, std::string> chooseByName(const std::vector<Candidate>& candidates,
                                                     const std::string& text, const std::string& kind);
+
+/// The connected displays in the system's order, not yet inspected.
+std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens);
 
 /// The display that `text` names, or all of them for "all".
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,

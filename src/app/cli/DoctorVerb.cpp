@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/Verbs.h"
+#include "app/cli/CommandLine.h"
+#include "app/cli/DisplayChoice.h"
+#include "app/cli/Verb.h"
 
 #include <sstream>
 
@@ -54,9 +56,7 @@ void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vect
     }
 }
 
-} // namespace
-
-Task<int> runDoctor(VerbContext& context)
+Task<int> run(VerbContext& context, ArgumentValues)
 {
     auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
@@ -72,5 +72,9 @@ Task<int> runDoctor(VerbContext& context)
         printDisplay(context.out, display, findings);
     co_return exitDone;
 }
+
+} // namespace
+
+Verb doctorVerb() { return {"doctor", "Say what was found, what is missing, and how to get it", {}, run}; }
 
 } // namespace lumenvale

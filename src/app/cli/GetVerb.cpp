@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "app/cli/DisplayChoice.h"
-#include "app/cli/Verbs.h"
+#include "app/cli/Verb.h"
 
 namespace lumenvale {
 
-Task<int> runGet(VerbContext& context, GetVerb verb)
+namespace {
+
+Task<int> run(VerbContext& context, ArgumentValues values)
 {
-    const auto chosen = chooseDisplays(connectedDisplays(context.screens), verb.display);
+    const std::string wanted = values.text(displayArgument().name);
+    const auto chosen = chooseDisplays(connectedDisplays(context.screens), wanted);
     if (!chosen) {
         context.err << chosen.error() << '\n';
         co_return exitUnknown;
@@ -18,7 +21,7 @@ Task<int> runGet(VerbContext& context, GetVerb verb)
         if (!display.brightness) {
             context.err << display.name << ": " << display.status << '\n';
             status = exitRefused;
-        } else if (verb.display == "all") {
+        } else if (wanted == "all") {
             context.out << display.name << ": " << percentageText(display) << '\n';
         } else {
             context.out << percentageText(display) << '\n'; // nothing but the number, for scripts
@@ -26,5 +29,9 @@ Task<int> runGet(VerbContext& context, GetVerb verb)
     }
     co_return status;
 }
+
+} // namespace
+
+Verb getVerb() { return {"get", "Print a display's brightness", {displayArgument()}, run}; }
 
 } // namespace lumenvale

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/Verbs.h"
+#include "app/cli/DisplayChoice.h"
+#include "app/cli/Verb.h"
 #include "base/Json.h"
 
 #include <QString>
@@ -70,13 +71,11 @@ void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays)
     }
 }
 
-} // namespace
-
-Task<int> runList(VerbContext& context, ListVerb verb)
+Task<int> run(VerbContext& context, ArgumentValues values)
 {
     auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
-    if (verb.asJson)
+    if (values.has(jsonFlag().name))
         printJson(context.out, displays);
     else
         printTable(context.out, displays);
@@ -84,5 +83,9 @@ Task<int> runList(VerbContext& context, ListVerb verb)
         context.err << "There is no display.\n";
     co_return context.reports == 0 ? exitDone : exitMisused;
 }
+
+} // namespace
+
+Verb listVerb() { return {"list", "List the displays and their brightness", {jsonFlag()}, run}; }
 
 } // namespace lumenvale

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/DisplayChoice.h"
-#include "app/cli/Verbs.h"
+#include "app/cli/Verb.h"
 #include "base/Json.h"
 #include "presets/PresetStore.h"
-
-#include <algorithm>
 
 namespace lumenvale {
 
@@ -32,29 +29,10 @@ void printLines(std::ostream& out, const std::vector<BrightnessPreset>& presets)
     }
 }
 
-/// The displays of `connected` that the preset has a level for.
-std::vector<DisplayInfo> present(const BrightnessPreset& preset, std::vector<DisplayInfo> connected)
-{
-    std::erase_if(connected, [&](const DisplayInfo& each) { return !preset.values.contains(each.id); });
-    return connected;
-}
-
-void printAbsent(std::ostream& out, const BrightnessPreset& preset, const std::vector<DisplayInfo>& displays)
-{
-    for (const auto& [id, level] : preset.values) {
-        if (std::ranges::find(displays, id, &DisplayInfo::id) != displays.end())
-            continue;
-        const auto name = preset.displayNames.find(id);
-        out << (name == preset.displayNames.end() ? id : name->second) << ": Not connected.\n";
-    }
-}
-
-} // namespace
-
-Task<int> runPresets(VerbContext& context, PresetsVerb verb)
+Task<int> run(VerbContext& context, ArgumentValues values)
 {
     const PresetStore store(context.defaults);
-    if (verb.asJson)
+    if (values.has(jsonFlag().name))
         co_return printJson(context, store.presets.get());
     printLines(context.out, store.presets.get());
     if (store.presets->empty())
@@ -62,31 +40,8 @@ Task<int> runPresets(VerbContext& context, PresetsVerb verb)
     co_return exitDone;
 }
 
-Task<int> runApply(VerbContext& context, ApplyVerb verb)
-{
-    const PresetStore store(context.defaults);
-    std::vector<Candidate> candidates;
-    for (const BrightnessPreset& each : store.presets.get())
-        candidates.push_back({each.id.toString(), displayName(each)});
-    const auto position = chooseByName(candidates, verb.preset, "preset");
-    if (!position) {
-        context.err << position.error() << '\n';
-        co_return exitUnknown;
-    }
-    const BrightnessPreset preset = store.presets.get()[*position];
+} // namespace
 
-    auto inspection = context.hardware.inspect(present(preset, connectedDisplays(context.screens)));
-    const std::vector<DisplayInfo> displays = co_await std::move(inspection);
-    int status = exitDone;
-    for (const DisplayInfo& display : displays) {
-        auto write = context.hardware.setBrightness(quantise(display, preset.values.at(display.id)), display.id);
-        const auto outcome = co_await std::move(write);
-        const bool isSet = printOutcome(context, display, outcome);
-        if (!isSet)
-            status = exitRefused;
-    }
-    printAbsent(context.out, preset, displays);
-    co_return status;
-}
+Verb presetsVerb() { return {"presets", "List the presets", {jsonFlag()}, run}; }
 
 } // namespace lumenvale

@@ -1,36 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "app/cli/DisplayChoice.h"
-#include "app/cli/Verbs.h"
+#include "app/cli/SetDisplays.h"
+#include "app/cli/Verb.h"
 
 namespace lumenvale {
 
 namespace {
 
-double targetLevel(const DisplayInfo& display, const LevelArgument& level)
-{
-    return level.isRelative ? adjusted(display, level.value) : quantise(display, level.value);
-}
+constexpr char levelName[] = "LEVEL";
 
-} // namespace
-
-Task<int> runSet(VerbContext& context, SetVerb verb)
+Task<int> run(VerbContext& context, ArgumentValues values)
 {
-    const auto chosen = chooseDisplays(connectedDisplays(context.screens), verb.display);
+    const auto chosen = chooseDisplays(connectedDisplays(context.screens), values.text(displayArgument().name));
     if (!chosen) {
         context.err << chosen.error() << '\n';
         co_return exitUnknown;
     }
-    auto inspection = context.hardware.inspect(*chosen);
-    const std::vector<DisplayInfo> displays = co_await std::move(inspection);
-    int status = exitDone;
-    for (const DisplayInfo& display : displays) {
-        auto write = context.hardware.setBrightness(targetLevel(display, verb.level), display.id);
-        const auto outcome = co_await std::move(write);
-        const bool isSet = printOutcome(context, display, outcome);
-        if (!isSet)
-            status = exitRefused;
-    }
-    co_return status;
+    const LevelArgument level = values.level(levelName);
+    const auto levelFor = [level](const DisplayInfo& display) {
+        return level.isRelative ? adjusted(display, level.value) : quantise(display, level.value);
+    };
+    auto setting = setDisplays(context, *chosen, levelFor);
+    co_return co_await std::move(setting);
+}
+
+} // namespace
+
+Verb setVerb()
+{
+    const Argument level = {.name = levelName, .kind = ValueKind::level, .help = "42%, 0.42, +5% or -5%"};
+    return {"set", "Set a display's brightness and verify it", {displayArgument(), level}, run};
 }
 
 } // namespace lumenvale

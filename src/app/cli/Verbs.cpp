@@ -1,30 +1,25 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/Verbs.h"
+#include "app/cli/Verb.h"
 
 namespace lumenvale {
 
-std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
-{
-    std::vector<DisplayInfo> displays;
-    for (const Screen& screen : screens.screens()) {
-        if (auto display = makeDisplayInfo(screen))
-            displays.push_back(std::move(*display));
-    }
-    return displays;
-}
+// Each is defined in the file of its name.
+#define LUMENVALE_VERBS(VERB)                                                                                     \
+    VERB(listVerb)                                                                                                \
+    VERB(getVerb)                                                                                                 \
+    VERB(setVerb)                                                                                                 \
+    VERB(presetsVerb)                                                                                             \
+    VERB(applyVerb)                                                                                               \
+    VERB(doctorVerb)
 
-bool printOutcome(VerbContext& context, const DisplayInfo& display,
-                  const tl::expected<double, BrightnessError>& outcome)
+#define LUMENVALE_DECLARE(verb) Verb verb();
+LUMENVALE_VERBS(LUMENVALE_DECLARE)
+
+const std::vector<Verb>& verbs()
 {
-    if (outcome) {
-        context.out << display.name << ": Hardware brightness verified at " << percentageText(display, *outcome)
-                    << ".\n";
-        return true;
-    }
-    context.err << display.name << ": " << description(outcome.error()) << '\n';
-    if (display.method == ControlMethod::unavailable)
-        context.err << display.name << ": " << display.status << '\n';
-    return false;
+#define LUMENVALE_CALL(verb) verb(),
+    static const std::vector<Verb> list = {LUMENVALE_VERBS(LUMENVALE_CALL)};
+    return list;
 }
 
 } // namespace lumenvale

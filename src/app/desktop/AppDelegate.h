@@ -4,7 +4,7 @@
 // elsewhere is queued for the main loop, with this object as its context, and is dropped once it is gone.
 #pragma once
 
-#include "app/desktop/DesktopRequest.h"
+#include "app/cli/DesktopRequest.h"
 #include "app/desktop/LocalEventMonitor.h"
 #include "app/desktop/PanelPlacement.h"
 #include "app/desktop/SettingsWindow.h"

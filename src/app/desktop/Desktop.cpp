@@ -4,7 +4,7 @@
 #include "app/desktop/AppDelegate.h"
 #include "app/desktop/AppearanceChoice.h"
 #include "app/desktop/BuildResources.h"
-#include "app/desktop/DesktopRequest.h"
+#include "app/cli/DesktopRequest.h"
 #include "base/Identity.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/posix/RequestChannel.h"

@@ -2,7 +2,7 @@
 // The desktop program, from the instance lock to the end of the event loop.
 #pragma once
 
-#include "app/desktop/DesktopRequest.h"
+#include "app/cli/DesktopRequest.h"
 #include "platform/Platform.h"
 
 #include <optional>

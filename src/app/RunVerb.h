@@ -2,13 +2,15 @@
 // Carries out a command of the command line: without a window system, without the instance lock.
 #pragma once
 
-#include "app/cli/Verbs.h"
+#include "app/cli/CommandLine.h"
 #include "platform/Platform.h"
 
-namespace lumenvale {
+#include <optional>
+#include <ostream>
+#include <string>
+#include <tl/expected.hpp>
 
-/// The task for a verb; none for those that need no displays.
-std::optional<Task<int>> verbTask(VerbContext& context, const Verb& verb);
+namespace lumenvale {
 
 /// The folder to simulate: absolute; made where the ready-made monitors were asked for. The error is a whole
 /// sentence for the user.
@@ -17,7 +19,7 @@ tl::expected<std::optional<std::string>, std::string> simulationFolder(const Com
 /// Writes lines to standard error, each with the seconds since the first; any thread.
 LogSink standardErrorLog();
 
-/// Runs the verb to its end on a core application of its own and returns the exit status.
+/// Runs the line's verb to its end on a core application of its own and returns the exit status.
 int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, std::ostream& err);
 
 } // namespace lumenvale

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/desktop/DesktopRequest.h"
+#include "app/cli/DesktopRequest.h"
 
 #include "base/Json.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/RunVerb.h"
+#include "app/RunVerb.h"
 
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtMainThread.h"
@@ -16,13 +16,6 @@ namespace lumenvale {
 
 namespace {
 
-template <typename... Handlers>
-struct Overloaded : Handlers... {
-    using Handlers::operator()...;
-};
-template <typename... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
-
 /// Ends the application's loop with the verb's exit status.
 Task<> runAndQuit(Task<int> verb)
 {
@@ -35,30 +28,13 @@ int runOn(Platform& platform, MainThread& mainThread, const CommandLine& line, c
 {
     DisplayHardware hardware(std::move(platform.hardware), mainThread);
     VerbContext context{*platform.screens, hardware, *platform.diagnostics, *platform.defaults, out, err, reports};
-    auto verb = verbTask(context, line.verb);
-    if (!verb)
-        return exitDone;
     // A task that ends before the loop begins would quit a loop that is not there: start it from within.
-    const Task<> root = runAndQuit(std::move(*verb));
+    const Task<> root = runAndQuit(line.verb->run(context, line.values));
     mainThread.post([&root] { root.start(); });
     return QCoreApplication::exec();
 }
 
 } // namespace
-
-std::optional<Task<int>> verbTask(VerbContext& context, const Verb& verb)
-{
-    using Result = std::optional<Task<int>>;
-    return std::visit(Overloaded{[](const DesktopVerb&) { return Result(); },
-                                 [](const PrintVerb&) { return Result(); },
-                                 [&](const ListVerb& list) { return Result(runList(context, list)); },
-                                 [&](const GetVerb& get) { return Result(runGet(context, get)); },
-                                 [&](const SetVerb& set) { return Result(runSet(context, set)); },
-                                 [&](const PresetsVerb& presets) { return Result(runPresets(context, presets)); },
-                                 [&](const ApplyVerb& apply) { return Result(runApply(context, apply)); },
-                                 [&](const DoctorVerb&) { return Result(runDoctor(context)); }},
-                      verb);
-}
 
 tl::expected<std::optional<std::string>, std::string> simulationFolder(const CommandLine& line)
 {

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "app/cli/SetDisplays.h"
+
+namespace lumenvale {
+
+namespace {
+
+/// True when the display was set.
+bool printOutcome(VerbContext& context, const DisplayInfo& display,
+                  const tl::expected<double, BrightnessError>& outcome)
+{
+    if (outcome) {
+        context.out << display.name << ": Hardware brightness verified at " << percentageText(display, *outcome)
+                    << ".\n";
+        return true;
+    }
+    context.err << display.name << ": " << description(outcome.error()) << '\n';
+    if (display.method == ControlMethod::unavailable)
+        context.err << display.name << ": " << display.status << '\n';
+    return false;
+}
+
+} // namespace
+
+Task<int> setDisplays(VerbContext& context, std::vector<DisplayInfo> displays,
+                      std::function<double(const DisplayInfo&)> levelFor)
+{
+    auto inspection = context.hardware.inspect(std::move(displays));
+    const std::vector<DisplayInfo> inspected = co_await std::move(inspection);
+    int status = exitDone;
+    for (const DisplayInfo& display : inspected) {
+        auto write = context.hardware.setBrightness(levelFor(display), display.id);
+        const auto outcome = co_await std::move(write);
+        const bool isSet = printOutcome(context, display, outcome);
+        if (!isSet)
+            status = exitRefused;
+    }
+    co_return status;
+}
+
+} // namespace lumenvale

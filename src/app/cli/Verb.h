@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// A command of the command line: what help, manual page and shell completions say of it, and what it does. To add
+// one, write a file that defines a function returning its Verb, and add the function's name to the list in
+// Verbs.cpp.
+#pragma once
+
+#include "app/cli/Argument.h"
+#include "base/Task.h"
+#include "base/UserDefaults.h"
+#include "displays/Diagnostics.h"
+#include "displays/DisplayHardwareControlling.h"
+#include "displays/ScreenSource.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace lumenvale {
+
+// The program's exit statuses.
+constexpr int exitDone = 0;
+constexpr int exitRefused = 1; ///< by the hardware
+constexpr int exitMisused = 2;
+constexpr int exitUnknown = 3; ///< no such display or preset
+
+/// What verbs work with. Main thread; it outlives their tasks.
+struct VerbContext {
+    ScreenSource& screens;
+    DisplayHardwareControlling& hardware;
+    Diagnostics& diagnostics;
+    UserDefaults& defaults;
+    std::ostream& out;
+    std::ostream& err;
+    const int& reports; ///< how many mistakes in the user's files were reported so far
+};
+
+struct Verb {
+    std::string name;
+    std::string summary; ///< one line, without a full stop
+    std::vector<Argument> arguments;
+    /// A task on the main thread that prints to the context's streams and returns the exit status.
+    Task<int> (*run)(VerbContext& context, ArgumentValues values);
+};
+
+/// All of them, in the order of the help.
+const std::vector<Verb>& verbs();
+
+} // namespace lumenvale
