@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/RunVerb.h"
 #include "app/cli/CommandLine.h"
-#include "app/desktop/Desktop.h"
+#include "app/desktop/LumenvaleApp.h"
 
 #include <iostream>
 
@@ -16,12 +16,12 @@ int runProgram(const CommandLine& line, int& argc, char** argv)
         std::cerr << folder.error() << '\n';
         return exitMisused;
     }
-    DesktopOptions options;
+    LumenvaleApp::Options options;
     options.simulationFolder = *folder;
     options.request = line.request;
     if (line.isVerbose)
         options.log = standardErrorLog();
-    return runDesktop(options, argc, argv);
+    return LumenvaleApp(options).run(argc, argv);
 }
 
 } // namespace

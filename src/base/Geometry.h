@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Points and rectangles in device-independent pixels. Which way y grows is said where they are used.
+// Points and rectangles as Qt has them: device-independent pixels, y grows downward.
 #pragma once
 
 namespace lumenvale {
@@ -30,10 +30,5 @@ struct Rect {
 
     bool operator==(const Rect& other) const = default;
 };
-
-/// Turns y upside down, between the window system's coordinates (y grows downward) and those of panel placement
-/// (y grows upward). Its own inverse.
-constexpr Point flipped(Point point) { return {point.x, -point.y}; }
-constexpr Rect flipped(Rect rect) { return {rect.x, -(rect.y + rect.height), rect.width, rect.height}; }
 
 } // namespace lumenvale

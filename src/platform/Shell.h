@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How the desktop lets a program show itself: status item, Dock, floating panel. One small interface each,
 // implemented per system and called by the application delegate on the main thread. Coordinates are those of
-// the window toolkit: device-independent, y grows downward.
+// Qt: device-independent, y grows downward.
 #pragma once
 
 #include "base/Geometry.h"
@@ -157,7 +157,7 @@ struct Shell {
     std::unique_ptr<Dock> dock;
     std::unique_ptr<PanelWindows> panels;
     bool hasMenuBar = false;                      ///< the system shows the program's menus, apart from its windows
-    std::unique_ptr<AppearanceSource> appearance; ///< null where the toolkit follows the desktop by itself
+    std::unique_ptr<AppearanceSource> appearance; ///< null where Qt follows the desktop by itself
 };
 
 /// True when the process is the host of another program's tests and must not act as the program. Defined once

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The delegate's start-up, shutdown and presentation.
 #include "app/desktop/AppDelegate.h"
 
-#include "platform/KeyTranslation.h"
+#include "base/Identity.h"
+#include "ui/look/Symbols.h"
+#include "ui/settings/SettingsTabController.h"
 
 #include <QApplication>
-#include <QKeyEvent>
+#include <QCursor>
+#include <QIcon>
+#include <algorithm>
 #include <utility>
 
 namespace lumenvale {
@@ -14,59 +17,70 @@ namespace {
 
 constexpr char hasOpenedSettingsKey[] = "hasOpenedSettings";
 
+/// What a notch of the wheel over the status item changes: coarse enough to cross the scale in twenty.
+constexpr double brightnessPerNotch = 0.05;
+
+Point pointerLocation()
+{
+    const QPoint pointer = QCursor::pos();
+    return {double(pointer.x()), double(pointer.y())};
+}
+
+Bitmap statusBitmap(double scale)
+{
+    const QImage image = statusImage(Qt::black, scale).convertToFormat(QImage::Format_ARGB32);
+    Bitmap bitmap = {image.width(), image.height(), {}};
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        bitmap.pixels.insert(bitmap.pixels.end(), row, row + image.width());
+    }
+    return bitmap;
+}
+
 } // namespace
 
-AppDelegate::AppDelegate(const AppServices& given)
-    : services(given),
+AppDelegate::AppDelegate(const AppServices& services)
+    : services(services),
       store(services.hardware, services.defaults, services.screens, services.events, services.clock),
-      presets(services.defaults), preferences(services.defaults, services.startup)
+      presets(services.defaults), preferences(services.defaults, services.startup),
+      panel(store, presets, services.clock, services.shell, [this] { return makeBrightnessMenu(); }),
+      tellEditorLater([this] { presetEditor().displaysChanged(store.displays.get()); })
 {
+    panel.visibilityChanged = [this] { tellVisibility(); };
 }
 
 AppDelegate::~AppDelegate() { applicationWillTerminate(); }
-
-void AppDelegate::callLater(void (AppDelegate::*operation)())
-{
-    QMetaObject::invokeMethod(
-        this, [this, operation] { (this->*operation)(); }, Qt::QueuedConnection);
-}
 
 PresetEditor& AppDelegate::presetEditor()
 {
     if (!editor) {
         editor = std::make_unique<PresetEditor>(store, presets, services.defaults);
         editor->shortcutRecordingChanged = [this] { registerShortcuts(); };
-        menuObservation.push_back(editor->activePresetID.subscribe([this](const auto&) { menusChanged(); }));
+        activePresetObservation = editor->activePresetID.subscribe([this](const auto&) {
+            if (menus)
+                menus->menusChanged();
+        });
     }
     return *editor;
 }
 
+void AppDelegate::activatePreset(Uuid id)
+{
+    panel.dismissMenu();
+    presetEditor().activate(id);
+}
+
 void AppDelegate::applicationDidFinishLaunching()
 {
-    if (services.hotKeys) {
-        shortcuts = std::make_unique<GlobalShortcuts>(
-            *services.hotKeys, [this](const Uuid& preset) { presetEditor().activate(preset); });
-        shortcuts->statusChanged = [this](const Uuid& preset, const std::string& message) {
-            presets.shortcutErrors.modify([&](auto& errors) {
-                errors.erase(preset);
-                if (!message.empty())
-                    errors[preset] = message;
-            });
-        };
-    }
+    menus = std::make_unique<MenuPublisher>(presets, *services.shell.dock, menuContent());
+    createShortcuts();
     presets.shortcutsChanged = [this] { registerShortcuts(); };
-    presetEditor().shortcutRecordingChanged = [this] { registerShortcuts(); };
     registerShortcuts();
-    installSettingsKeyMonitor();
     preferences.presentationChanged = [this](AppPresentation presentation) { applyPresentation(presentation); };
-    services.shell.dock->setContent({[this] { applicationShouldHandleReopen(); }, [this] { dockMenuWillOpen(); },
-                                     [this] { return dockMenu(); }});
+    publishDockContent();
     applyPresentation(preferences.presentation.get());
     installMainMenu();
-    observeCounts();
-    store.brightnessObserved = [this](const std::vector<DisplayInfo>& changed) {
-        presetEditor().displaysChanged(changed);
-    };
+    observeDisplays();
     store.startMonitoring();
     store.requestRefresh();
     if (!readDefault<bool>(services.defaults, hasOpenedSettingsKey).value_or(false)) {
@@ -80,13 +94,29 @@ void AppDelegate::applicationWillTerminate()
     if (std::exchange(isTerminated, true))
         return;
     store.stopMonitoring();
-    dismissMenu();
+    panel.dismissMenu();
     if (shortcuts)
         shortcuts->stop();
-    settingsKeyMonitor.reset();
-    statusItem.reset();
+    settingsWindow.reset();
+    setStatusItem(nullptr);
     services.shell.dock->setContent({});
+    menus.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the panel looks at the stores
+}
+
+void AppDelegate::createShortcuts()
+{
+    if (!services.hotKeys)
+        return;
+    shortcuts = std::make_unique<GlobalShortcuts>(*services.hotKeys,
+                                                  [this](const Uuid& preset) { presetEditor().activate(preset); });
+    shortcuts->statusChanged = [this](const Uuid& preset, const std::string& message) {
+        presets.shortcutErrors.modify([&](auto& errors) {
+            errors.erase(preset);
+            if (!message.empty())
+                errors[preset] = message;
+        });
+    };
 }
 
 /// While a shortcut is recorded the keys belong to the recording: none of ours may swallow them.
@@ -94,7 +124,7 @@ void AppDelegate::registerShortcuts()
 {
     if (!shortcuts)
         return;
-    const bool isRecording = editor && editor->recordingShortcutID.get().has_value();
+    const bool isRecording = presetEditor().recordingShortcutID->has_value();
     const auto errors =
         shortcuts->registerAll(isRecording ? std::vector<BrightnessPreset>() : presets.presets.get());
     if (!isRecording)
@@ -104,9 +134,9 @@ void AppDelegate::registerShortcuts()
 void AppDelegate::installMainMenu()
 {
     mainMenu = std::make_unique<QMenu>("Lumenvale");
-    QAction* const settings = mainMenu->addAction("Settings…", this, [this] { showSettings(); });
+    QAction* const settings = mainMenu->addAction("Settings…", mainMenu.get(), [this] { showSettings(); });
     settings->setMenuRole(QAction::PreferencesRole);
-    settings->setShortcut(QKeySequence("Ctrl+,")); // the toolkit's "Ctrl" is the Command key on a Mac
+    settings->setShortcut(QKeySequence("Ctrl+,")); // Qt's "Ctrl" is the Command key on a Mac
     mainMenu->addSeparator();
     QAction* const quit = mainMenu->addAction("Quit Lumenvale", qApp, &QCoreApplication::quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -117,33 +147,36 @@ void AppDelegate::installMainMenu()
     }
 }
 
-void AppDelegate::observeCounts()
+void AppDelegate::publishDockContent()
 {
-    displayCount = store.displays.get().size();
-    presetCount = presets.presets.get().size();
-    menuSizeObservation.push_back(store.displays.subscribe([this](const std::vector<DisplayInfo>& displays) {
-        if (std::exchange(displayCount, displays.size()) != displays.size())
-            callLater(&AppDelegate::positionMenu);
-        callLater(&AppDelegate::tellEditorOfDisplays); // who looks for displays that came and went in the list
-    }));
-    menuSizeObservation.push_back(presets.presets.subscribe([this](const std::vector<BrightnessPreset>& list) {
-        if (std::exchange(presetCount, list.size()) != list.size())
-            callLater(&AppDelegate::positionMenu);
-        menusChanged();
-    }));
+    const auto menuWillOpen = [this] {
+        panel.dismissMenu();
+        dockContextPoint = pointerLocation();
+    };
+    services.shell.dock->setContent(
+        {[this] { applicationShouldHandleReopen(); }, menuWillOpen, [this] { return menus->dockMenu(); }});
 }
 
-void AppDelegate::tellEditorOfDisplays() { presetEditor().displaysChanged(store.displays.get()); }
+/// The editor hears of changed levels at once, and of displays that come and go when they stand in the list.
+void AppDelegate::observeDisplays()
+{
+    store.brightnessObserved = [this](const std::vector<DisplayInfo>& changed) {
+        presetEditor().displaysChanged(changed);
+    };
+    displayObservation = store.displays.subscribe([this](const auto&) { tellEditorLater.request(); });
+}
+
+// Presentation
 
 void AppDelegate::applyPresentation(AppPresentation presentation)
 {
     if (presentation == AppPresentation::dock) {
         if (statusItem) {
-            dismissMenu();
-            statusItem.reset();
+            panel.dismissMenu();
+            setStatusItem(nullptr);
         }
     } else if (!statusItem) {
-        statusItem = services.shell.statusBar->createItem(statusItemContent());
+        setStatusItem(services.shell.statusBar->createItem(statusItemContent()));
     }
     services.shell.dock->setActivationPolicy(presentation == AppPresentation::menuBar ? ActivationPolicy::accessory
                                                                                       : ActivationPolicy::regular);
@@ -153,7 +186,93 @@ void AppDelegate::applyPresentation(AppPresentation presentation)
     }
 }
 
+void AppDelegate::setStatusItem(std::unique_ptr<StatusItem> item)
+{
+    panel.setStatusItem(item.get());
+    if (menus)
+        menus->setStatusItem(item.get());
+    statusItem = std::move(item);
+}
+
+StatusItemContent AppDelegate::statusItemContent()
+{
+    StatusItemContent content;
+    content.title = "Lumenvale";
+    content.toolTip = "Lumenvale — control each display";
+    content.image = statusBitmap;
+    content.activated = [this] { panel.toggleMenu(); };
+    content.scrolled = [this](int steps) { scrollMainDisplay(steps); };
+    content.menu = [this] { return menus->statusMenu(); };
+    return content;
+}
+
+void AppDelegate::scrollMainDisplay(int steps)
+{
+    const std::vector<DisplayInfo>& displays = store.displays.get();
+    auto target = std::find_if(displays.begin(), displays.end(),
+                               [](const DisplayInfo& each) { return each.isMain && each.brightness; });
+    if (target == displays.end())
+        target = std::find_if(displays.begin(), displays.end(), [](const auto& each) { return each.brightness; });
+    if (target == displays.end())
+        return;
+    const std::string id = target->id; // the write changes the list
+    store.setBrightness(id, adjusted(*target, steps * brightnessPerNotch));
+}
+
+MenuContent AppDelegate::menuContent()
+{
+    MenuContent content;
+    content.showPanelAtStatusItem = [this] { panel.showPanelAtStatusItem(); };
+    content.openDockBrightness = [this] { panel.showMenuNearDock(dockContextPoint); };
+    content.showSettings = [this] { showSettings(); };
+    content.applyPreset = [this](const Uuid& id) { activatePreset(id); };
+    content.activePreset = [this] { return presetEditor().activePresetID.get(); };
+    return content;
+}
+
+BrightnessMenu* AppDelegate::makeBrightnessMenu()
+{
+    auto* const menu = new BrightnessMenu(
+        store, presets, presetEditor(), services.clock, [this] { showSettings(); },
+        [this](const BrightnessPreset& preset) { activatePreset(preset.id); });
+    menu->addActions(mainMenu->actions());
+    return menu;
+}
+
+void AppDelegate::showSettings()
+{
+    const auto number = services.screens.displayAt(pointerLocation());
+    panel.dismissMenu();
+    if (!settingsWindow)
+        createSettingsWindow();
+    presetEditor().show(number ? std::optional(stableIdentifier(std::nullopt, *number)) : std::nullopt);
+    settingsWindow->setWindowState(settingsWindow->windowState() & ~Qt::WindowMinimized);
+    settingsWindow->show();
+    settingsWindow->raise();
+    settingsWindow->activateWindow();
+    services.shell.panels->focus(settingsWindow->winId());
+    tellVisibility();
+}
+
+void AppDelegate::createSettingsWindow()
+{
+    auto* pages = new SettingsTabController(
+        {store, presets, presetEditor(), preferences, services.diagnostics, services.clock, services.build});
+    settingsWindow = std::make_unique<SettingsWindow>(pages, presetEditor(), services.defaults);
+    settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier)); // searching the themes takes time
+    settingsWindow->addActions(mainMenu->actions());
+    settingsWindow->closed = [this] { tellVisibility(); };
+}
+
+/// The store reads monitors seldom while no window shows their brightness.
+void AppDelegate::tellVisibility()
+{
+    store.setWindowVisible(panel.isOpen() || (settingsWindow && settingsWindow->isVisible()));
+}
+
 // Requests from outside
+
+void AppDelegate::applicationShouldHandleReopen() { panel.showMenuNearDock(std::nullopt); }
 
 void AppDelegate::perform(const DesktopRequest& request)
 {
@@ -165,21 +284,16 @@ void AppDelegate::perform(const DesktopRequest& request)
     case DesktopRequest::Action::openSettings:
         showSettings();
         return;
-    case DesktopRequest::Action::applyPreset:
-        performPreset(request.preset);
+    case DesktopRequest::Action::applyPreset: {
+        const auto id = Uuid::parse(request.preset);
+        const auto& list = presets.presets.get();
+        const auto wanted = std::ranges::find_if(list, [&](const BrightnessPreset& each) {
+            return each.id == id || displayName(each) == request.preset;
+        });
+        if (wanted != list.end())
+            activatePreset(wanted->id);
         return;
     }
-}
-
-void AppDelegate::performPreset(const std::string& wanted)
-{
-    const auto id = Uuid::parse(wanted);
-    for (const BrightnessPreset& each : presets.presets.get()) {
-        if (each.id == id || displayName(each) == wanted) {
-            dismissMenu();
-            presetEditor().activate(each.id);
-            return;
-        }
     }
 }
 

@@ -12,7 +12,7 @@ AppearanceChoice chooseAppearance(const AppearanceWish& wish, const QPalette& sy
     const bool hasOwnAccent = system.accent != Theme::of(makePalette(system.isDark)).accent;
     const bool lacksAccent = wish.accent && !hasOwnAccent;
     if (isDark == system.isDark && !lacksAccent)
-        return {}; // the toolkit follows the desktop by itself
+        return {}; // Qt follows the desktop by itself
     AppearanceChoice choice;
     choice.appearance = isDark ? Appearance::dark : Appearance::light;
     if (wish.accent)

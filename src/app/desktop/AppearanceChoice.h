@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Brings the toolkit's colours in line with what the user chose for the desktop, where it does not do so itself.
+// Brings Qt's colours in line with what the user chose for the desktop, where Qt does not do so itself.
 #pragma once
 
 #include "platform/Shell.h"
@@ -18,7 +18,7 @@ struct AppearanceChoice {
     bool operator==(const AppearanceChoice& other) const = default;
 };
 
-/// What to set, given the palette that the toolkit has by itself. Pure.
+/// What to set, given the palette that Qt has by itself. Pure.
 AppearanceChoice chooseAppearance(const AppearanceWish& wish, const QPalette& systemPalette);
 
 } // namespace lumenvale

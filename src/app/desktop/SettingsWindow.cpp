@@ -2,12 +2,15 @@
 #include "app/desktop/SettingsWindow.h"
 
 #include "base/Identity.h"
+#include "platform/KeyTranslation.h"
 
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 #include <sstream>
 
@@ -32,8 +35,9 @@ QRect movedInto(const QRect& available, QRect frame)
 
 } // namespace
 
-SettingsWindow::SettingsWindow(QWidget* content, UserDefaults& preferences)
-    : QWidget(nullptr, Qt::Window), defaults(preferences)
+SettingsWindow::SettingsWindow(QWidget* content, PresetEditor& editor, UserDefaults& defaults)
+    : QWidget(nullptr, Qt::Window), editor(editor), defaults(defaults),
+      settingsKeyMonitor([this](QWindow* window, QEvent* event) { return handleKey(window, event); })
 {
     setWindowTitle(applicationName);
     setMinimumSize(minimumContentSize);
@@ -54,13 +58,15 @@ SettingsWindow::SettingsWindow(QWidget* content, UserDefaults& preferences)
 void SettingsWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow() && resignedKey)
-        resignedKey();
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        editor.settingsResignedKey();
 }
 
 void SettingsWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
+    editor.settingsResignedKey();
+    editor.settingsClosed();
     if (closed)
         closed();
 }
@@ -75,6 +81,27 @@ void SettingsWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     saveFrame();
+}
+
+/// While a shortcut is recorded every key is the recording's; Escape otherwise reverts the editing session.
+bool SettingsWindow::handleKey(QWindow* window, QEvent* event)
+{
+    if (!windowHandle() || window != windowHandle())
+        return false;
+    if (event->type() == QEvent::ShortcutOverride && editor.recordingShortcutID.get()) {
+        event->accept(); // the key is recorded, whatever else it means in the window
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto& press = static_cast<const QKeyEvent&>(*event);
+    const bool isEscape = press.key() == Qt::Key_Escape; // on whichever key the layout has it
+    KeyEvent key = translateKeyEvent(press);
+    if (isEscape)
+        key.keyCode = escapeKeyCode;
+    if (editor.handleKeyEvent(key))
+        return true;
+    return isEscape && editor.revert();
 }
 
 bool SettingsWindow::restoreFrame()

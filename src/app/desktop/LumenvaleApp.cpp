@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/desktop/Desktop.h"
+#include "app/desktop/LumenvaleApp.h"
 
 #include "app/desktop/AppDelegate.h"
 #include "app/desktop/AppearanceChoice.h"
-#include "app/desktop/BuildResources.h"
-#include "app/cli/DesktopRequest.h"
 #include "base/Identity.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/posix/RequestChannel.h"
@@ -12,10 +10,14 @@
 #include "platform/qt/ProgramFile.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtMainThread.h"
+#include "preferences/BuildInfo.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <clocale>
 #include <cstdio>
+#include <utility>
 
 namespace lumenvale {
 
@@ -33,33 +35,56 @@ int runWithoutDelegate(int& argc, char** argv)
     return QApplication::exec();
 }
 
-void handOver(const std::string& folder, const std::optional<DesktopRequest>& request)
+/// From the folder of the program: a build tree, an application bundle, an installation.
+constexpr const char* resourceFolders[] = {".", "../Resources", "../share/lumenvale"};
+
+/// The moment of the build, from the file that the build leaves among the program's resources.
+std::optional<std::string> buildMetadata()
 {
-    DesktopRequest wanted = request.value_or(DesktopRequest());
-    wanted.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
-    sendRequest(folder, encodeRequest(wanted), handOverPatience);
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const char* folder : resourceFolders) {
+        QFile file(program.filePath(QString(folder) + "/BuildMetadata.json"));
+        if (file.open(QIODevice::ReadOnly))
+            return file.readAll().toStdString();
+    }
+    return std::nullopt;
 }
 
-ProgramIdentity programIdentity(const DesktopOptions& options)
+ProgramIdentity programIdentity(const std::optional<std::string>& simulationFolder)
 {
-    const bool isSimulated = options.simulationFolder.has_value();
+    const bool isSimulated = simulationFolder.has_value();
     ProgramIdentity identity;
     identity.identifier = isSimulated ? simulatedIdentifier : applicationIdentifier;
     identity.objectPath = isSimulated ? simulatedObjectPath : applicationObjectPath;
     identity.name = isSimulated ? "Lumenvale (Simulated)" : applicationName;
     identity.command = {programFile()};
     if (isSimulated)
-        identity.command.insert(identity.command.end(), {"--simulate", *options.simulationFolder});
+        identity.command.insert(identity.command.end(), {"--simulate", *simulationFolder});
     return identity;
 }
 
-int runApplication(const DesktopOptions& options, const std::string& folder, int& argc, char** argv)
+/// Keeps the theme in line with the desktop's colours where Qt does not.
+void followAppearance(const Shell& shell)
+{
+    if (!shell.appearance)
+        return;
+    shell.appearance->observe([system = QApplication::palette()](const AppearanceWish& wish) {
+        const AppearanceChoice choice = chooseAppearance(wish, system);
+        Theme::set(choice.appearance, choice.accent);
+    });
+}
+
+} // namespace
+
+LumenvaleApp::LumenvaleApp(Options options) : options(std::move(options)) {}
+
+int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** argv)
 {
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // percentages are written alike everywhere
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(applicationName);
-    const ProgramIdentity identity = programIdentity(options);
+    const ProgramIdentity identity = programIdentity(options.simulationFolder);
     QApplication::setDesktopFileName(QString::fromStdString(identity.identifier));
 
     QtClock clock;
@@ -78,15 +103,10 @@ int runApplication(const DesktopOptions& options, const std::string& folder, int
 
     DisplayHardware hardware(std::move(platform->hardware), mainThread);
     Shell shell = makeNativeShell(identity);
-    if (shell.appearance) {
-        shell.appearance->observe([system = QApplication::palette()](const AppearanceWish& wish) {
-            const AppearanceChoice choice = chooseAppearance(wish, system);
-            Theme::set(choice.appearance, choice.accent);
-        });
-    }
+    followAppearance(shell);
     AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
                           *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell,
-                          sharedBuildInfo()});
+                          readBuildInfo({LUMENVALE_VERSION, LUMENVALE_BUILD_NUMBER, buildMetadata()})});
     const RequestReceiver requests(folder, [&delegate](std::string_view line) {
         if (const auto request = decodeRequest(line))
             delegate.perform(*request);
@@ -102,19 +122,24 @@ int runApplication(const DesktopOptions& options, const std::string& folder, int
     return status;
 }
 
-} // namespace
+void LumenvaleApp::handOver(const std::string& folder) const
+{
+    DesktopRequest request = options.request.value_or(DesktopRequest());
+    request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
+    sendRequest(folder, encodeRequest(request), handOverPatience);
+}
 
-int runDesktop(const DesktopOptions& options, int& argc, char** argv)
+int LumenvaleApp::run(int& argc, char** argv)
 {
     if (isHosted())
         return runWithoutDelegate(argc, argv);
     const std::string folder = options.simulationFolder.value_or(supportFolder(applicationIdentifier));
     const auto lock = InstanceLock::acquire(folder);
     if (!lock) {
-        handOver(folder, options.request);
+        handOver(folder);
         return 0;
     }
-    return runApplication(options, folder, argc, argv);
+    return runApplication(folder, argc, argv);
 }
 
 } // namespace lumenvale
