@@ -83,6 +83,14 @@ function(lumenvale_test name)
     target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
   endif()
   lumenvale_precompile(${name}_tests $<IF:$<BOOL:${arg_WIDGETS}>,tests-widgets,tests>)
-  gtest_discover_tests(${name}_tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+  lumenvale_discover_tests(${name}_tests ${name}.)
+endfunction()
+
+# lumenvale_discover_tests(TARGET PREFIX): makes each test of the executable one of ctest's. Those with "Slow" in
+# their names carry the label "slow" and run last; `ctest -LE slow` leaves them out.
+function(lumenvale_discover_tests target prefix)
+  gtest_discover_tests(${target} TEST_PREFIX ${prefix} TEST_FILTER "-*Slow*" DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${target} TEST_PREFIX ${prefix} TEST_FILTER "*Slow*" DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 120 LABELS slow COST -1)
 endfunction()

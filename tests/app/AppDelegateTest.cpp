@@ -1,100 +1,184 @@
 // SPDX-License-Identifier: MIT
-#include "AppDelegateFixture.h"
+// The program's delegate on a desktop, displays and a clock that the test turns by hand.
+#include "app/desktop/AppDelegate.h"
 
+#include "FakeShell.h"
+#include "app/desktop/AppearanceChoice.h"
+#include "base/MemoryUserDefaults.h"
+#include "support/FakeDisplayHardware.h"
+#include "support/FakeHotKeyService.h"
+#include "support/FakeScreenSource.h"
+#include "support/FakeStartupService.h"
+#include "support/FakeSystemEvents.h"
+#include "support/ManualClock.h"
+#include "support/Views.h"
 #include "ui/controls/TextLabel.h"
 #include "ui/look/PreferredHeight.h"
 
-#include <QProgressBar>
+#include <QPalette>
 
 namespace lumenvale {
 namespace {
 
-std::vector<std::string> titles(const Menu& menu)
-{
-    std::vector<std::string> list;
-    for (const MenuEntry& each : menu)
-        list.push_back(each.id.empty() ? "-" : each.title + (each.isChecked ? " ✓" : ""));
-    return list;
-}
+struct NoDiagnostics final : Diagnostics {
+    std::vector<Finding> examine(const std::vector<DisplayInfo>&) override { return {}; }
+};
+
+class AppDelegateTest : public testing::Test {
+protected:
+    AppDelegateTest() { defaults.set("hasOpenedSettings", true); }
+
+    void savePreset(const std::string& name, double levelOfA)
+    {
+        PresetStore presets(defaults);
+        presets.rename(presets.addPreset({{"A", levelOfA}}, {}).id, name);
+    }
+
+    void plug(const std::string& id)
+    {
+        const bool isFirst = screens.list.empty();
+        screens.connect(id, std::uint32_t(screens.list.size() + 1)).isMain = isFirst;
+        hardware.monitors[id].brightness = 0.5;
+    }
+
+    void start()
+    {
+        delegate.reset();
+        delegate = std::make_unique<AppDelegate>(
+            AppServices{hardware, defaults, screens, events, diagnostics, startup, &hotKeys, clock, shell, {}});
+        delegate->applicationDidFinishLaunching();
+    }
+    void launch() { start(), settle(); }
+
+    /// Lets everything that is under way come to its end.
+    void settle()
+    {
+        for (int i = 0; i < 15; ++i) {
+            clock.advance(std::chrono::milliseconds(100));
+            hardware.answerAll();
+            turnLoop();
+        }
+    }
+
+    double levelOf(const std::string& id)
+    {
+        settle();
+        return hardware.monitors[id].brightness;
+    }
+
+    template <typename Window>
+    static QWidget* visible()
+    {
+        for (QWidget* each : QApplication::topLevelWidgets()) {
+            if (each->isVisible() && dynamic_cast<Window*>(each))
+                return each;
+        }
+        return nullptr;
+    }
+    static QWidget* panel() { return visible<BrightnessPanel>(); }
+    static QWidget* settings() { return visible<SettingsWindow>(); }
+    void clickItem() { desktop.item->activated(); }
+
+    static void send(QWidget& window, QEvent&& event)
+    {
+        QCoreApplication::sendEvent(window.windowHandle(), &event);
+        turnLoop();
+    }
+    static void press(QWidget& window, int key) { send(window, QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)); }
+    static void press(QWidget& window, QPointF place)
+    {
+        send(window, QMouseEvent(QEvent::MouseButtonPress, {}, {}, place, Qt::LeftButton, Qt::LeftButton, {}));
+    }
+
+    std::vector<std::string> dockTitles() const
+    {
+        std::vector<std::string> list;
+        for (const MenuEntry& each : desktop.dock.menu())
+            list.push_back(each.id.empty() ? "-" : each.title + (each.isChecked ? " ✓" : ""));
+        return list;
+    }
+
+    MemoryUserDefaults defaults;
+    FakeScreenSource screens;
+    FakeSystemEvents events;
+    FakeDisplayHardware hardware;
+    FakeStartupService startup;
+    FakeHotKeyService hotKeys;
+    NoDiagnostics diagnostics;
+    ManualClock clock;
+    FakeDesktop desktop;
+    Shell shell = makeFakeShell(desktop);
+    std::unique_ptr<AppDelegate> delegate;
+};
 
 TEST_F(AppDelegateTest, PresentationShowsAndRemovesTheStatusItemAtRunTime)
 {
     launch();
     ASSERT_TRUE(desktop.item);
     delegate->showSettings();
-    desktop.item->content.activated();
+    clickItem();
     click(*settings(), "General");
     click(*settings(), "Dock");
     EXPECT_FALSE(desktop.item);
     EXPECT_FALSE(panel());
     click(*settings(), "Menu bar");
     EXPECT_TRUE(desktop.item);
-    EXPECT_EQ(desktop.policies,
-              (std::vector{ActivationPolicy::accessory, ActivationPolicy::regular, ActivationPolicy::accessory}));
+    using enum ActivationPolicy;
+    EXPECT_EQ(desktop.policies, (std::vector{accessory, regular, accessory}));
 }
 
 TEST_F(AppDelegateTest, StatusItemOpensThePanelBelowItselfWhichGrowsInPlaceWithTheDisplays)
 {
     plug("A");
     launch();
-    desktop.item->content.activated();
+    clickItem();
     ASSERT_TRUE(panel());
     EXPECT_EQ(panel()->geometry(), QRect(412 - 170, 30, 340, int(preferredHeight(1, 0))));
     EXPECT_EQ(desktop.focused, 1);
+    QWidget* const shown = panel();
+    shown->setWindowFlag(Qt::WindowDoesNotAcceptFocus); // the system makes its window anew
+    shown->show();
+    EXPECT_EQ(desktop.dressed, 2);
     plug("B");
     events.send(SystemEvent::screenParametersChanged);
-    clock.advance(std::chrono::seconds(1));
     settle();
     EXPECT_EQ(panel()->geometry(), QRect(412 - 170, 30, 340, int(preferredHeight(2, 0))));
-    desktop.item->content.activated();
+    clickItem();
     EXPECT_FALSE(panel());
     EXPECT_FALSE(desktop.clickedOutside);
-
     hardware.log.clear();
-    for (int round = 0; round < 6; ++round) {
+    for (int i = 0; i < 6; ++i) {
         clock.advance(std::chrono::milliseconds(750));
         hardware.answerAll();
     }
-    EXPECT_TRUE(hardware.log.empty()) << "nobody sees it, so monitors are read seldom";
+    EXPECT_TRUE(hardware.log.empty()) << "monitors are read seldom while no window shows them";
 }
 
-TEST_F(AppDelegateTest, TheClickOnTheItemThatClosedThePanelDoesNotOpenItAgain)
+TEST_F(AppDelegateTest, ClicksElsewhereAndEscapeCloseThePanelAndAClickOnTheItemTogglesIt)
 {
     launch();
-    desktop.item->content.activated();
+    clickItem();
     desktop.clickedOutside();
+    clickItem(); // the same click
     EXPECT_FALSE(panel());
-    desktop.item->content.activated(); // the same click
-    EXPECT_FALSE(panel());
-    desktop.item->content.activated();
-    ASSERT_TRUE(panel());
+    clickItem();
     desktop.clickedOutside();
     clock.advance(std::chrono::seconds(1));
-    desktop.item->content.activated();
-    EXPECT_TRUE(panel());
-}
+    clickItem();
+    ASSERT_TRUE(panel());
 
-TEST_F(AppDelegateTest, EscapeAndClicksInOtherWindowsCloseThePanel)
-{
-    launch();
     delegate->showSettings();
-    desktop.item->content.activated();
-    ASSERT_TRUE(panel());
-    pressKeyIn(*settings(), Qt::Key_Escape); // another window's
-    pressKeyIn(*panel(), Qt::Key_A);
-    ASSERT_TRUE(panel());
-    const auto press = [](QWidget& window, QPointF global) {
-        QMouseEvent event(QEvent::MouseButtonPress, QPointF(), QPointF(), global, Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(window.windowHandle(), &event);
-        turnLoop();
-    };
-    press(*settings(), {410, 10}); // on the item, which sees to itself
-    EXPECT_TRUE(panel());
-    press(*settings(), {10, 500});
     EXPECT_FALSE(panel());
-    desktop.item->content.activated();
-    pressKeyIn(*panel(), Qt::Key_Escape);
+    clickItem();
+    press(*settings(), Qt::Key_Escape); // another window's
+    press(*panel(), Qt::Key_A);
+    press(*panel(), QPointF(10, 500));
+    press(*settings(), QPointF(410, 10)); // on the item
+    ASSERT_TRUE(panel());
+    press(*settings(), QPointF(10, 500));
+    EXPECT_FALSE(panel());
+    clickItem();
+    press(*panel(), Qt::Key_Escape);
     EXPECT_FALSE(panel());
 }
 
@@ -102,19 +186,20 @@ TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
 {
     plug("A");
     launch();
-    EXPECT_EQ(titles(desktop.dock.menu()), (std::vector<std::string>{"Brightness…", "-", "Settings…"}));
-    delegate.reset();
-    savePreset(" \t", {{"A", 0.25}});
-    savePreset("Day", {{"A", 1.0}});
+    EXPECT_EQ(dockTitles(), (std::vector<std::string>{"Brightness…", "-", "Settings…"}));
+    savePreset(" \t", 0.25);
+    savePreset("Day", 1.0);
     launch();
-    EXPECT_EQ(titles(desktop.dock.menu()),
+    EXPECT_EQ(dockTitles(),
               (std::vector<std::string>{"Brightness…", "-", "Untitled preset", "Day", "-", "Settings…"}));
     desktop.dock.menu()[2].action();
-    settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 0.25);
-    EXPECT_EQ(titles(desktop.dock.menu())[2], "Untitled preset ✓");
+    EXPECT_EQ(levelOf("A"), 0.25);
+    EXPECT_EQ(dockTitles()[2], "Untitled preset ✓");
     EXPECT_GT(desktop.dockMenuChanges, 0);
-    EXPECT_GT(desktop.item->menuChanges, 0);
+    EXPECT_GT(desktop.itemMenuChanges, 0);
+    EXPECT_EQ(desktop.item->menu().back().title, "Quit Lumenvale");
+    desktop.item->menu()[3].action();
+    EXPECT_EQ(levelOf("A"), 1.0);
     desktop.dock.menu()[0].action();
     QWidget* const open = panel();
     ASSERT_TRUE(open);
@@ -124,69 +209,47 @@ TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
     EXPECT_FALSE(panel());
 }
 
-TEST_F(AppDelegateTest, APanelWhoseWindowIsMadeAnewIsDressedAnew)
-{
-    launch();
-    desktop.item->content.activated();
-    EXPECT_EQ(desktop.dressed, 1);
-    QWidget* const shown = panel();
-    shown->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
-    shown->show();
-    EXPECT_EQ(desktop.dressed, 2);
-}
-
 TEST_F(AppDelegateTest, SettingsOpenAtTheFirstLaunchOnlyKeepTheirFrameAndRevertAPreset)
 {
-    plug("A", 0.9);
-    savePreset("Day", {{"A", 0.25}});
+    plug("A");
+    savePreset("Day", 0.25);
     defaults.set("hasOpenedSettings", std::nullopt);
     launch();
     ASSERT_TRUE(settings());
+    EXPECT_EQ(settings()->size(), QSize(800, 580));
     desktop.dock.menu()[2].action(); // the preset
     settle();
     settings()->setGeometry(20, 40, 600, 400);
-    auto* slider = named(*settings(), "Name of A brightness");
-    ASSERT_TRUE(slider);
-    pressKey(*slider, Qt::Key_End);
-    settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
-    pressKeyIn(*settings(), Qt::Key_Escape); // reverts instead of reaching the page
-    settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 0.25);
+    pressKey(*named(*settings(), "Name of A brightness"), Qt::Key_End);
+    EXPECT_EQ(levelOf("A"), 1.0);
+    press(*settings(), Qt::Key_Escape); // reverts instead of reaching the page
+    EXPECT_EQ(levelOf("A"), 0.25);
     settings()->close();
     EXPECT_FALSE(settings());
     const std::size_t writes = hardware.writes.size();
     delegate->showSettings();
     settle();
     EXPECT_GT(hardware.writes.size(), writes) << "opened on the active preset, they apply it again";
-    click(*settings(), "Refresh");
-    turnLoop();
-    EXPECT_TRUE(named<QProgressBar>(*settings(), "Refreshing…"));
-    settle();
-    EXPECT_FALSE(named<QProgressBar>(*settings(), "Refreshing…"));
-    settings()->close();
-    delegate.reset();
     launch();
     EXPECT_FALSE(settings());
     delegate->showSettings();
     EXPECT_EQ(settings()->geometry(), QRect(20, 40, 600, 400));
-    settings()->close();
-    delegate.reset();
-    defaults.set("LumenvaleSettings", "200 300 5000 4000"); // on a screen that is gone
-    launch();
-    delegate->showSettings();
-    EXPECT_TRUE(settings()->screen()->availableGeometry().contains(settings()->geometry()));
+    for (const char* lost : {"200 300 5000 4000", "-3000 -3000 600 400", "x"}) { // saved on screens that are gone
+        defaults.set("LumenvaleSettings", lost);
+        launch();
+        delegate->showSettings();
+        EXPECT_TRUE(settings()->screen()->availableGeometry().contains(settings()->geometry())) << lost;
+    }
 }
 
 TEST_F(AppDelegateTest, ShortcutsApplyPresetsFromTheStartUntilTheEnd)
 {
     plug("A");
-    savePreset("Day", {{"A", 1.0}});
+    savePreset("Day", 1.0);
     start();
     ASSERT_EQ(hotKeys.live.size(), 1u);
     hotKeys.events.pressed(hotKeys.live.begin()->first); // before the displays are known
-    settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
+    EXPECT_EQ(levelOf("A"), 1.0);
     delegate->showSettings(); // on the active preset
     settle();
     hotKeys.events.changed(hotKeys.usedIDs.back(), "The desktop refused the shortcut.");
@@ -194,63 +257,61 @@ TEST_F(AppDelegateTest, ShortcutsApplyPresetsFromTheStartUntilTheEnd)
     EXPECT_TRUE(shows<TextLabel>(*settings(), "The desktop refused the shortcut."));
     click(*settings(), "Record keyboard shortcut");
     EXPECT_TRUE(hotKeys.live.empty()) << "no key is kept from the recording";
-    click(*settings(), "Cancel");
+    press(*settings(), Qt::Key_Escape);
     EXPECT_EQ(hotKeys.live.size(), 1u);
     delegate->applicationWillTerminate();
     EXPECT_TRUE(hotKeys.live.empty());
 }
 
-TEST_F(AppDelegateTest, RequestedPresetWaitsUntilTheDisplaysAreKnown)
+TEST_F(AppDelegateTest, DoesWhatAnotherCopyAndTheWheelOverTheItemAskFor)
 {
     plug("A");
-    savePreset("Day", {{"A", 1.0}});
+    plug("B");
+    std::swap(screens.list[0].isMain, screens.list[1].isMain);
+    savePreset("Day", 1.0);
     start();
-    delegate->perform({DesktopRequest::Action::applyPreset, "Day", "token"});
+    delegate->perform({DesktopRequest::Action::applyPreset, "Day", "token"}); // before the displays are known
     EXPECT_EQ(desktop.activationToken, "token");
-    settle();
-    EXPECT_EQ(hardware.monitors["A"].brightness, 1.0);
+    EXPECT_EQ(levelOf("A"), 1.0);
     delegate->perform({DesktopRequest::Action::openSettings, "", ""});
     EXPECT_TRUE(settings());
     delegate->perform({DesktopRequest::Action::showPanel, "", ""});
     EXPECT_TRUE(panel());
-}
-
-TEST_F(AppDelegateTest, WheelOverTheItemChangesTheMainDisplay)
-{
-    plug("A", 0.5);
-    plug("B", 0.5);
-    std::swap(screens.list[0].isMain, screens.list[1].isMain);
-    launch();
-    desktop.item->content.scrolled(-2);
-    desktop.item->content.scrolled(-1);
-    settle();
-    EXPECT_DOUBLE_EQ(hardware.monitors["B"].brightness, 0.35);
-    EXPECT_EQ(hardware.monitors["A"].brightness, 0.5);
-    desktop.item->content.scrolled(100);
-    settle();
-    EXPECT_EQ(hardware.monitors["B"].brightness, 1.0);
+    desktop.item->scrolled(-2);
+    desktop.item->scrolled(-1);
+    EXPECT_DOUBLE_EQ(levelOf("B"), 0.35) << "the main display";
 }
 
 TEST_F(AppDelegateTest, NothingOutlivesTheDelegateWhateverIsOpen)
 {
     plug("A");
-    savePreset("Day", {{"A", 1.0}});
+    savePreset("Day", 1.0);
     launch();
     delegate->showSettings();
-    desktop.item->content.activated();
     desktop.dock.menu()[2].action(); // a write is under way
     clock.advance(std::chrono::milliseconds(95));
-    desktop.item->content.activated();
+    clickItem();
     delegate->applicationWillTerminate();
     EXPECT_FALSE(desktop.item);
     EXPECT_FALSE(panel());
+    EXPECT_FALSE(settings());
     EXPECT_FALSE(desktop.dock.menu);
     EXPECT_FALSE(desktop.clickedOutside);
     delegate.reset();
     turnLoop();
     EXPECT_EQ(clock.pendingCount(), 0u);
-    hardware.answerAll(); // late answers find nobody
-    EXPECT_FALSE(settings());
+    hardware.answerAll(); // late answers reach nothing
+}
+
+TEST(AppearanceChoice, StepsInOnlyWhereQtDoesNotFollowTheDesktop)
+{
+    const AppearanceChoice lightAndGreen = {Appearance::light, QColor(0xFF2EA043)};
+    EXPECT_EQ(chooseAppearance({}, makePalette(true)), AppearanceChoice()) << "no preference is no wish for light";
+    EXPECT_EQ(chooseAppearance({true, {}}, makePalette(true)), AppearanceChoice());
+    EXPECT_EQ(chooseAppearance({true, {}}, makePalette(false)), (AppearanceChoice{Appearance::dark, {}}));
+    EXPECT_EQ(chooseAppearance({false, 0x2EA043}, makePalette(true)), lightAndGreen);
+    EXPECT_EQ(chooseAppearance({false, 0x2EA043}, makePalette(false)), lightAndGreen);
+    EXPECT_EQ(chooseAppearance({false, 0x2EA043}, makePalette(false, QColor(0xFFE95420))), AppearanceChoice());
 }
 
 } // namespace

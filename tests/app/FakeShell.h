@@ -4,103 +4,71 @@
 
 #include "platform/Shell.h"
 
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace lumenvale {
 
 /// What the fakes share with the test.
 struct FakeDesktop {
-    struct Item {
-        StatusItemContent content;
-        std::optional<Rect> frame;
-        int menuChanges = 0;
-    };
-
-    Item* item = nullptr; ///< the status item, while there is one
+    std::optional<StatusItemContent> item; ///< while there is one
+    std::optional<Rect> itemFrame = Rect{400, 0, 24, 24};
     DockContent dock;
     std::vector<ActivationPolicy> policies;
+    int itemMenuChanges = 0;
     int dockMenuChanges = 0;
     std::function<void()> clickedOutside; ///< while it is monitored
     int focused = 0;
     int dressed = 0;
     std::string activationToken;
-    std::optional<Rect> nextItemFrame = Rect{400, 0, 24, 24};
 };
 
-class FakeStatusItem final : public StatusItem {
-public:
-    FakeStatusItem(FakeDesktop& shared, StatusItemContent content) : desktop(shared)
-    {
-        state.content = std::move(content);
-        state.frame = desktop.nextItemFrame;
-        desktop.item = &state;
-    }
-    ~FakeStatusItem() override { desktop.item = nullptr; }
-    std::optional<Rect> frame() const override { return state.frame; }
-    void menuChanged() override { ++state.menuChanges; }
-
-private:
+template <typename Interface>
+struct OnDesktop : Interface {
+    explicit OnDesktop(FakeDesktop& desktop) : desktop(desktop) {}
     FakeDesktop& desktop;
-    FakeDesktop::Item state;
 };
 
-class FakeStatusBar final : public StatusBar {
-public:
-    explicit FakeStatusBar(FakeDesktop& shared) : desktop(shared) {}
+struct FakeStatusItem final : OnDesktop<StatusItem> {
+    using OnDesktop::OnDesktop;
+    ~FakeStatusItem() override { desktop.item.reset(); }
+    std::optional<Rect> frame() const override { return desktop.itemFrame; }
+    void menuChanged() override { ++desktop.itemMenuChanges; }
+};
+
+struct FakeStatusBar final : OnDesktop<StatusBar> {
+    using OnDesktop::OnDesktop;
     std::unique_ptr<StatusItem> createItem(StatusItemContent content) override
     {
-        return std::make_unique<FakeStatusItem>(desktop, std::move(content));
+        desktop.item = std::move(content);
+        return std::make_unique<FakeStatusItem>(desktop);
     }
-
-private:
-    FakeDesktop& desktop;
 };
 
-class FakeDock final : public Dock {
-public:
-    explicit FakeDock(FakeDesktop& shared) : desktop(shared) {}
+struct FakeDock final : OnDesktop<Dock> {
+    using OnDesktop::OnDesktop;
     void setContent(DockContent content) override { desktop.dock = std::move(content); }
     void setActivationPolicy(ActivationPolicy policy) override { desktop.policies.push_back(policy); }
     void menuChanged() override { ++desktop.dockMenuChanges; }
     void cancelTracking() override {}
-
-private:
-    FakeDesktop& desktop;
 };
 
-class FakeClickMonitor final : public EventMonitor {
-public:
-    FakeClickMonitor(FakeDesktop& shared, std::function<void()> clicked) : desktop(shared)
-    {
-        desktop.clickedOutside = std::move(clicked);
-    }
+struct FakeClickMonitor final : OnDesktop<EventMonitor> {
+    using OnDesktop::OnDesktop;
     ~FakeClickMonitor() override { desktop.clickedOutside = nullptr; }
-
-private:
-    FakeDesktop& desktop;
 };
 
-class FakePanelWindows final : public PanelWindows {
-public:
-    explicit FakePanelWindows(FakeDesktop& shared) : desktop(shared) {}
+struct FakePanelWindows final : OnDesktop<PanelWindows> {
+    using OnDesktop::OnDesktop;
     bool canBlend() override { return true; }
-    bool dress(WindowHandle) override
-    {
-        ++desktop.dressed;
-        return false;
-    }
+    bool dress(WindowHandle) override { return ++desktop.dressed == 0; }
     void blurBehind(WindowHandle, double, double, double) override {}
     void focus(WindowHandle) override { ++desktop.focused; }
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle, std::function<void()> clicked) override
     {
-        return std::make_unique<FakeClickMonitor>(desktop, std::move(clicked));
+        desktop.clickedOutside = std::move(clicked);
+        return std::make_unique<FakeClickMonitor>(desktop);
     }
     void useActivationToken(const std::string& token) override { desktop.activationToken = token; }
-
-private:
-    FakeDesktop& desktop;
 };
 
 inline Shell makeFakeShell(FakeDesktop& desktop)

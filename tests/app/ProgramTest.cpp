@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program itself, started as a user starts it.
+// The program itself, started as a user starts it, without a window system.
 #include "support/MonitorFolder.h"
 
 #include <QProcess>
@@ -8,50 +8,42 @@
 namespace lumenvale {
 namespace {
 
-struct Ended {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-Ended runProgram(const QStringList& arguments)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(name);
-    environment.insert("LC_ALL", "de_DE.UTF-8");
-    process.setProcessEnvironment(environment);
-    process.start(LUMENVALE_PROGRAM, arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
-}
-
-TEST(Program, GetsAndSetsWithoutAWindowSystem)
+TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
 {
     MonitorFolder files;
     files.write("1.json", R"({"name": "Panel", "native": {"brightness": 0.625}})");
     const QString folder = QString::fromStdString(files.path());
-    EXPECT_EQ(runProgram({"--simulate", folder, "get", "Panel"}).out, "62.5%\n");
-    const Ended set = runProgram({"--simulate", folder, "--verbose", "set", "Panel", "-0.5%"});
-    EXPECT_EQ(set.status, 0);
-    EXPECT_EQ(set.out, "Panel: Hardware brightness verified at 62.0%.\n");
-    EXPECT_NE(set.err.find("native write"), std::string::npos) << set.err;
-    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
-    EXPECT_EQ(runProgram({"--simulate", folder, "get", "Office"}).status, 3);
-}
-
-TEST(Program, EndsWithTwoAfterWrongUse)
-{
-    for (const QStringList& arguments : {QStringList{"dance"}, QStringList{"set", "all", "much"},
-                                         QStringList{"--simulate", "/nowhere", "list"}}) {
-        const Ended ended = runProgram(arguments);
-        EXPECT_EQ(ended.status, 2) << arguments.join(' ').toStdString();
-        EXPECT_EQ(ended.out, "");
-        EXPECT_NE(ended.err, "");
+    const struct {
+        QStringList arguments;
+        int status;
+        QString out;
+        QString err;
+    } rows[] = {
+        {{"--simulate", folder, "get", "Panel"}, 0, "62.5%\n", ""},
+        {{"--simulate", folder, "--verbose", "set", "Panel", "-0.5%"},
+         0,
+         "Panel: Hardware brightness verified at 62.0%.\n",
+         "native write"},
+        {{"--simulate", folder, "get", "Office"}, 3, "", "There is no display \"Office\".\n"},
+        {{"dance"}, 2, "", "dance"},
+        {{"--simulate", "/nowhere", "list"}, 2, "", "There is no folder /nowhere.\n"},
+        {{"--simulate", "/nowhere"}, 2, "", "There is no folder /nowhere.\n"},
+        {{"--version"}, 0, "Lumenvale", ""},
+    };
+    for (const auto& row : rows) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment.remove(name);
+        environment.insert("LC_ALL", "de_DE.UTF-8");
+        process.setProcessEnvironment(environment);
+        process.start(LUMENVALE_PROGRAM, row.arguments);
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), row.status) << row.arguments.join(' ').toStdString();
+        EXPECT_TRUE(QString::fromUtf8(process.readAllStandardOutput()).startsWith(row.out));
+        EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains(row.err));
     }
+    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
 }
 
 } // namespace

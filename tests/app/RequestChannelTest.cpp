@@ -5,17 +5,14 @@
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
-#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
 
 namespace lumenvale {
 namespace {
 
 using Action = DesktopRequest::Action;
-constexpr auto noPatience = std::chrono::milliseconds(0);
 
 struct Receiver {
     explicit Receiver(const std::string& folder)
@@ -29,53 +26,31 @@ struct Receiver {
     RequestReceiver channel;
 };
 
-TEST(RequestChannel, RequestsArriveWholeAndInOrder)
+TEST(RequestChannel, RequestsArriveWholeAndInOrderWhateverElseIsInThePipe)
 {
     const QTemporaryDir directory;
-    const std::string folder =
-        directory.path().toStdString() + "/" + std::string(150, 'x'); // longer than a socket's
-    ASSERT_EQ(::mkdir(folder.c_str(), 0700), 0);
-    Receiver receiver(folder);
-    const std::vector<DesktopRequest> requests = {
-        {Action::showPanel, "", ""},
-        {Action::applyPreset, "Evening, \"late\"\n\t\\ ☾", "token"},
-        {Action::openSettings, "", ""},
+    const std::string folder = directory.path().toStdString() + "/" + std::string(150, 'x'); // no socket's
+    std::filesystem::create_directory(folder);
+    const auto send = [&](const DesktopRequest& request) {
+        return sendRequest(folder, encodeRequest(request), std::chrono::milliseconds(0));
     };
-    for (const DesktopRequest& each : requests)
-        EXPECT_TRUE(sendRequest(folder, encodeRequest(each), noPatience));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(receiver.received, requests);
-}
-
-TEST(RequestChannel, NobodyTakesARequestWhenNoCopyRuns)
-{
-    const QTemporaryDir directory;
-    const std::string folder = directory.path().toStdString();
-    EXPECT_FALSE(sendRequest(folder, encodeRequest({}), noPatience));
+    EXPECT_FALSE(send({})) << "no copy runs";
     {
         const Receiver gone(folder);
     }
-    EXPECT_FALSE(sendRequest(folder, encodeRequest({}), noPatience)); // its pipe is still there
-    Receiver next(folder);
-    EXPECT_TRUE(sendRequest(folder, encodeRequest({}), noPatience));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(next.received.size(), 1u);
-}
-
-TEST(RequestChannel, AnythingElseInThePipeIsIgnored)
-{
-    const QTemporaryDir directory;
-    const std::string folder = directory.path().toStdString();
+    EXPECT_FALSE(send({})) << "its pipe is still there";
     Receiver receiver(folder);
-    const int pipe = ::open((folder + "/requests").c_str(), O_WRONLY | O_NONBLOCK);
-    const std::string rubbish = "\n{}\n[1]\n{\"action\": 7}\n{\"action\": \"explode\"}\n" + std::string(9000, 'z');
-    ASSERT_EQ(::write(pipe, rubbish.data(), rubbish.size()), ssize_t(rubbish.size()));
+    std::ofstream(folder + "/requests") << "\n{}\n[1]\n{\"action\": 7}\n{\"action\": \"explode\"}\n"
+                                        << std::string(9000, 'z');
     QCoreApplication::processEvents();
-    EXPECT_TRUE(sendRequest(folder, encodeRequest({Action::openSettings, "", ""}), noPatience));
+    EXPECT_FALSE(send({Action::applyPreset, std::string(5000, 'x'), ""})) << "could be torn apart";
+    const std::vector<DesktopRequest> requests = {{Action::showPanel, "", ""},
+                                                  {Action::applyPreset, "Evening, \"late\"\n\t\\ ☾", "token"},
+                                                  {Action::openSettings, "", ""}};
+    for (const DesktopRequest& each : requests)
+        EXPECT_TRUE(send(each));
     QCoreApplication::processEvents();
-    ::close(pipe);
-    ASSERT_EQ(receiver.received.size(), 1u);
-    EXPECT_EQ(receiver.received.front().action, Action::openSettings);
+    EXPECT_EQ(receiver.received, requests);
 }
 
 } // namespace

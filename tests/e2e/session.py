@@ -13,7 +13,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
-from status_bar import StatusBar, turn_loop, wait_until  # noqa: E402
+from stand_ins import StatusBar, turn_loop, wait_until  # noqa: E402
 
 BUILT_IN = "1-built-in.json"
 STUDIO = "2-studio.json"
@@ -208,15 +208,20 @@ class Session:
             with open(self.home + "/log", encoding="utf-8") as log:
                 print("log:", log.read())
 
+    def stop(self, process=None):
+        """Asks the first, or this, process to end; its status."""
+        process = process or self.processes[0]
+        if process.poll() is None:
+            process.send_signal(signal.SIGTERM)
+            try:
+                process.wait(10)
+            except subprocess.TimeoutExpired:
+                process.kill()
+        return process.wait()
+
     def close(self):
         for each in self.processes:
-            if each.poll() is None:
-                each.send_signal(signal.SIGTERM)
-                try:
-                    each.wait(10)
-                except subprocess.TimeoutExpired:
-                    each.kill()
-                    each.wait()
+            self.stop(each)
         if self.status_bar:
             self.status_bar.close()
         turn_loop()

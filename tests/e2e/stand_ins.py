@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A stand-in for a desktop's status bar: the watcher, and a host that uses the items; and waiting on its loop."""
+"""Stand-ins for parts of a desktop, on the session bus; and waiting on its loop."""
 import time
 
 from gi.repository import Gio, GLib
@@ -11,6 +11,12 @@ ITEM = "org.kde.StatusNotifierItem"
 WATCHER_XML = f"""<node><interface name='{WATCHER}'>
 <method name='RegisterStatusNotifierItem'><arg type='s' direction='in'/></method>
 <property name='IsStatusNotifierHostRegistered' type='b' access='read'/>
+</interface></node>"""
+
+PORTAL_PATH = "/org/freedesktop/portal/desktop"
+SETTINGS = "org.freedesktop.portal.Settings"
+PORTAL_XML = f"""<node><interface name='{SETTINGS}'>
+<method name='Read'><arg type='s' direction='in'/><arg type='s' direction='in'/><arg type='v' direction='out'/></method>
 </interface></node>"""
 
 
@@ -34,6 +40,8 @@ def wait_until(condition, what, patience=PATIENCE):
 
 
 class StatusBar:
+    """The watcher, and a host that uses the items."""
+
     def __init__(self, bus):
         self.bus = bus
         self.items = []
@@ -94,4 +102,35 @@ class StatusBar:
         Gio.bus_unown_name(self.name)
         for name in self.names:
             Gio.bus_unwatch_name(name)
+        turn_loop()
+
+
+class AppearancePortal:
+    """The desktop portal, as far as it tells whether the user wants dark windows."""
+
+    def __init__(self, bus, dark):
+        self.bus = bus
+        self.dark = dark
+        info = Gio.DBusNodeInfo.new_for_xml(PORTAL_XML).interfaces[0]
+        self.object = bus.register_object(PORTAL_PATH, info, self.called, None, None)
+        self.name = Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE,
+                                                   None, None)
+
+    def scheme(self):
+        return GLib.Variant("u", 1 if self.dark else 2)
+
+    def called(self, _bus, _sender, _path, _interface, _method, parameters, invocation):
+        if parameters.unpack() == ("org.freedesktop.appearance", "color-scheme"):
+            invocation.return_value(GLib.Variant("(v)", (GLib.Variant("v", self.scheme()),)))
+        else:
+            invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "not there")
+
+    def choose(self, dark):
+        self.dark = dark
+        arguments = GLib.Variant("(ssv)", ("org.freedesktop.appearance", "color-scheme", self.scheme()))
+        self.bus.emit_signal(None, PORTAL_PATH, SETTINGS, "SettingChanged", arguments)
+
+    def close(self):
+        self.bus.unregister_object(self.object)
+        Gio.bus_unown_name(self.name)
         turn_loop()
