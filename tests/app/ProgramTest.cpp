@@ -16,8 +16,8 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     const struct {
         QStringList arguments;
         int status;
-        QString out;
-        QString err;
+        std::string out;
+        std::string err;
     } rows[] = {
         {{"--simulate", folder, "get", "Panel"}, 0, "62.5%\n", ""},
         {{"--simulate", folder, "--verbose", "set", "Panel", "-0.5%"},
@@ -28,7 +28,6 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
         {{"dance"}, 2, "", "dance"},
         {{"--simulate", "/nowhere", "list"}, 2, "", "There is no folder /nowhere.\n"},
         {{"--simulate", "/nowhere"}, 2, "", "There is no folder /nowhere.\n"},
-        {{"--version"}, 0, "Lumenvale", ""},
     };
     for (const auto& row : rows) {
         QProcess process;
@@ -40,8 +39,8 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
         process.start(LUMENVALE_PROGRAM, row.arguments);
         ASSERT_TRUE(process.waitForFinished());
         EXPECT_EQ(process.exitCode(), row.status) << row.arguments.join(' ').toStdString();
-        EXPECT_TRUE(QString::fromUtf8(process.readAllStandardOutput()).startsWith(row.out));
-        EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains(row.err));
+        EXPECT_EQ(process.readAllStandardOutput().toStdString(), row.out);
+        EXPECT_NE(process.readAllStandardError().toStdString().find(row.err), std::string::npos) << row.err;
     }
     EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
 }
