@@ -12,8 +12,8 @@ constexpr char migratedKey[] = "migratedLegacyDefaults";
 
 } // namespace
 
-GeneralPreferences::GeneralPreferences(UserDefaults& source, StartupService& service)
-    : defaults(source), startup(service)
+GeneralPreferences::GeneralPreferences(UserDefaults& defaults, StartupService& startup)
+    : defaults(defaults), startup(startup)
 {
     const auto stored = readDefault<std::string>(defaults, presentationKey);
     presentation.set(appPresentationFromRawValue(stored.value_or("")).value_or(AppPresentation::menuBar));

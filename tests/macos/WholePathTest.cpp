@@ -9,7 +9,7 @@
 #include "platform/macos/displays/MacDisplaySystem.h"
 #include "platform/macos/displays/MacNativeFunctions.h"
 #include "platform/macos/displays/MacServiceRegistry.h"
-#include "platform/macos/foundation/AutoreleasePool.h"
+#include "platform/macos/foundation/MacReferences.h"
 #include "support/AwaitResult.h"
 #include "support/FakeHardwareAccess.h"
 

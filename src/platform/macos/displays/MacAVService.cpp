@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/displays/MacAVService.h"
 
-#include "platform/macos/foundation/AutoreleasePool.h"
+#include "platform/macos/foundation/MacReferences.h"
 
 #include <utility>
 

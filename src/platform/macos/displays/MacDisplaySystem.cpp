@@ -3,7 +3,6 @@
 
 #include "platform/macos/displays/DisplayFacts.h"
 #include "platform/macos/displays/PrivateInterfaces.h"
-#include "platform/macos/foundation/AutoreleasePool.h"
 #include "platform/macos/foundation/PropertyConversion.h"
 
 #include <CoreGraphics/CoreGraphics.h>

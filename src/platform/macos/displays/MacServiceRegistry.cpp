@@ -2,7 +2,6 @@
 #include "platform/macos/displays/MacServiceRegistry.h"
 
 #include "platform/macos/displays/MacAVService.h"
-#include "platform/macos/foundation/AutoreleasePool.h"
 #include "platform/macos/foundation/MacReferences.h"
 #include "platform/macos/foundation/PropertyConversion.h"
 

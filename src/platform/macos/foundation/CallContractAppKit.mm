@@ -2,6 +2,8 @@
 // The constants of the system's object interfaces on which this folder relies. Part of every build, like
 // CallContract.cpp; selectors, their types and their availability the compiler checks where they are used.
 #import <AppKit/AppKit.h>
+#import <AppKit/NSBitmapImageRep.h>
+#import <AppKit/NSTrackingArea.h>
 #import <ServiceManagement/ServiceManagement.h>
 #import <objc/runtime.h>
 
@@ -20,3 +22,5 @@ static_assert(kCoreEventClass == 0x61657674 && kAEReopenApplication == 0x7261707
 static_assert(sizeof(BOOL) == 1 && sizeof(NSInteger) == 8 && sizeof(CGFloat) == 8);
 static_assert(NSActivityUserInitiatedAllowingIdleSystemSleep == 0x00EFFFFF);
 static_assert(OBJC_ASSOCIATION_RETAIN_NONATOMIC == 1);
+static_assert(NSBitmapFormatAlphaNonpremultiplied == 2);
+static_assert(NSTrackingActiveInActiveApp == 0x40 && NSTrackingActiveAlways == 0x80);

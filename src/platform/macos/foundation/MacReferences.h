@@ -7,6 +7,12 @@
 #include <IOKit/IOKitLib.h>
 #include <utility>
 
+extern "C" {
+// What `@autoreleasepool` is compiled to; declared by no header, but described by Clang's documentation of ARC.
+void* objc_autoreleasePoolPush();
+void objc_autoreleasePoolPop(void* pool);
+}
+
 namespace lumenvale {
 
 /// Owns one reference to a CoreFoundation object, or none.
@@ -62,6 +68,19 @@ public:
 
 private:
     io_object_t object;
+};
+
+/// Frees what the system's functions autorelease, when it ends. A thread without a run loop has no pool of its own
+/// and would keep all of that until the thread ends. Pools end in the opposite order of their beginning.
+class AutoreleasePool {
+public:
+    AutoreleasePool() : pool(objc_autoreleasePoolPush()) {}
+    AutoreleasePool(const AutoreleasePool&) = delete;
+    AutoreleasePool& operator=(const AutoreleasePool&) = delete;
+    ~AutoreleasePool() { objc_autoreleasePoolPop(pool); }
+
+private:
+    void* pool;
 };
 
 } // namespace lumenvale

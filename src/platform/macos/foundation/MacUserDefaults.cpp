@@ -15,7 +15,10 @@ constexpr auto writeWait = std::chrono::milliseconds(500);
 
 } // namespace
 
-MacUserDefaults::MacUserDefaults(std::string name, Clock& source) : application(std::move(name)), clock(source) {}
+MacUserDefaults::MacUserDefaults(std::string application, Clock& clock)
+    : application(std::move(application)), clock(clock)
+{
+}
 
 MacUserDefaults::~MacUserDefaults() { flush(); }
 

@@ -14,7 +14,7 @@ void setInDock(bool isShown);
 /// Brings the program to the front of the others.
 void activateApplication();
 
-/// Closes a menu (an NSMenu, by its toolkit) that is open.
+/// Closes `menu`, an NSMenu, if it is open.
 void cancelMenuTracking(void* menu);
 
 /// Hears of clicks on the Dock icon, as long as it exists.

@@ -40,8 +40,8 @@ ReopenHandler::ReopenHandler(std::function<void()> reopened) : registration(std:
     target->reopened = std::move(reopened);
     registration->target = target;
     [target install];
-    // AppKit installs its own handlers when it finishes launching, over those that are there. The toolkit starts
-    // AppKit's loop, and with it that, later than this.
+    // AppKit installs its own handlers when it finishes launching, over those that are there; that happens when Qt
+    // starts AppKit's loop, which is later than this.
     registration->launch =
         [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationWillFinishLaunchingNotification
                                                         object:nil

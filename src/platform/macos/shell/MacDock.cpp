@@ -41,7 +41,7 @@ void MacDock::menuWillOpen()
             continue;
         }
         QAction* const action = menu.addAction(QString::fromStdString(entry.title));
-        action->setMenuRole(QAction::NoRole); // the toolkit would move "Settings…" to the application's menu
+        action->setMenuRole(QAction::NoRole); // Qt would move "Settings…" to the application's menu
         action->setCheckable(entry.isCheckable);
         action->setChecked(entry.isChecked);
         QObject::connect(action, &QAction::triggered, &menu, entry.action);

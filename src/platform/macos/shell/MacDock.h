@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The Dock icon. The menu is the toolkit's, because the toolkit's application delegate is asked for it. Main
-// thread.
+// The Dock icon. The menu is a QMenu, because the Dock asks Qt's application delegate for it. Main thread.
 #pragma once
 
 #include "platform/Shell.h"

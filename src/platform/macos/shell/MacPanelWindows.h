@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes of the toolkit's window what a floating panel is on macOS. All of it is set on the native window and lost
-// when the toolkit makes another one or sets the window's flags, so it is set again for each window. Main thread.
+// Makes of Qt's window what a floating panel is on macOS. All of it is set on the native window and lost when Qt
+// makes another one or sets the window's flags, so it is set again for each window. Main thread.
 #pragma once
 
 #include "platform/Shell.h"

@@ -17,7 +17,7 @@ namespace lumenvale {
 
 namespace {
 
-/// The toolkit's handle is its view, the content of a window that it owns. Never kept: the toolkit may make
+/// Qt's handle is its view, the content of a window that it owns. Never kept: Qt may make
 /// another view, and may put this one into another window.
 NSView* viewOf(WindowHandle handle) { return (__bridge NSView*)reinterpret_cast<void*>(handle); }
 
@@ -31,8 +31,8 @@ void setCornerRadius(NSView* view, double radius)
     objc_setAssociatedObject(view, &cornerRadiusKey, @(radius), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
 }
 
-/// AppKit tells the window server only when it makes a panel whether clicks on it activate the program; the
-/// toolkit offers no flag for that. Where this setter exists it tells it now. Without it the first click in the
+/// AppKit tells the window server only when it makes a panel whether clicks on it activate the program;
+/// Qt offers no flag for that. Where this setter exists it tells it now. Without it the first click in the
 /// panel activates the program, and everything else works.
 void preventActivation(NSWindow* window)
 {
@@ -54,7 +54,7 @@ void makePanel(NSWindow* window)
     window.hasShadow = YES;
 }
 
-/// The material lies behind the toolkit's view: in it, it would cover what the toolkit draws, and the toolkit's
+/// The material lies behind Qt's view: in it, it would cover what Qt draws, and Qt's
 /// view must stay the content view.
 NSVisualEffectView* material(NSWindow* window)
 {
@@ -83,7 +83,7 @@ void layMaterial(NSWindow* window, double cornerRadius)
     [window invalidateShadow]; // it follows the outline
 }
 
-/// The toolkit follows the pointer only while its program is the active one, which a panel's seldom is: nothing
+/// Qt follows the pointer only while its program is the active one, which a panel's seldom is: nothing
 /// under the pointer would light up or show its help.
 void followPointer(NSView* view)
 {
@@ -157,7 +157,7 @@ void MacPanelWindows::focus(WindowHandle handle)
         window.toolbarStyle = NSWindowToolbarStylePreference;
         activateApplication();
     }
-    [window makeFirstResponder:window.contentView]; // the toolkit's view, which hands keys on
+    [window makeFirstResponder:window.contentView]; // Qt's view, which hands keys on
     [window makeKeyAndOrderFront:nil];
     [window orderFrontRegardless]; // in sight also where the system does not let the program become the active one
 }

@@ -13,7 +13,7 @@ bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
 
 Shell makeNativeShell(const ProgramIdentity&)
 {
-    // Else the toolkit makes the program the active one whenever it raises a window, the panel included.
+    // Else Qt makes the program the active one whenever it raises a window, the panel included.
     qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
     Shell shell;
     shell.statusBar = std::make_unique<MacStatusBar>();

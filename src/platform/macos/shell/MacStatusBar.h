@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Items in the menu bar. An NSStatusItem, not the toolkit's tray icon: the frame of its button is needed, and its
+// Items in the menu bar. An NSStatusItem, not QSystemTrayIcon: the frame of its button is needed, and its
 // click must not open a menu. Main thread.
 #pragma once
 
