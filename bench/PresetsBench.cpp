@@ -2,8 +2,12 @@
 // Loading and saving presets, and applying one to many displays. The counter "per preset" (or "per display") is
 // the time for each of them: it has to stay level from row to row.
 #include "base/MemoryUserDefaults.h"
+#include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
-#include "support/FakePresetDisplays.h"
+#include "support/FakeDisplayHardware.h"
+#include "support/FakeScreenSource.h"
+#include "support/FakeSystemEvents.h"
+#include "support/ManualClock.h"
 
 #include <benchmark/benchmark.h>
 #include <string>
@@ -63,24 +67,31 @@ void savePresets(benchmark::State& state)
 }
 BENCHMARK(savePresets)->Arg(10)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond)->Complexity();
 
-/// From the request to the start of every write, and the check that follows them.
+/// From the request to the last write, with hardware that answers at once, and the check that follows.
 void applyPreset(benchmark::State& state)
 {
+    ManualClock clock;
     MemoryUserDefaults defaults;
-    FakePresetDisplays displays;
+    FakeScreenSource screens;
+    FakeSystemEvents events;
+    FakeDisplayHardware hardware;
+    hardware.holdsAnswers = false;
     std::map<std::string, double> levels;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         const std::string id = Uuid::random().toString();
-        displays.add(id, 0.5);
+        screens.connect(id, static_cast<std::uint32_t>(i + 1));
+        hardware.monitors[id] = {};
         levels[id] = 0.25;
     }
+    DisplayStore displays(hardware, defaults, screens, events, clock);
+    displays.requestRefresh();
     PresetStore store(defaults);
     const Uuid preset = store.addPreset(levels, {}).id;
     PresetEditor editor(displays, store, defaults);
     for (auto each : state) {
         editor.activate(preset);
-        displays.finishWrites();
-        displays.applied.clear();
+        hardware.log.clear();
+        hardware.writes.clear();
     }
     countEach(state, "per display");
 }

@@ -65,9 +65,9 @@ void dragSlider(benchmark::State& state)
         auto answerDue = world.clock.now();
         for (int request = 0; request < requests; ++request) {
             world.store.setBrightness(world.last, (request % 101) / 100.0);
-            const bool wasIdle = world.hardware.waiting().empty();
+            const bool wasIdle = world.hardware.waitingCount() == 0;
             world.clock.advance(pointerInterval);
-            if (wasIdle && !world.hardware.waiting().empty())
+            if (wasIdle && world.hardware.waitingCount() > 0)
                 answerDue = world.clock.now() + writeDuration;
             else if (!wasIdle && world.clock.now() >= answerDue)
                 world.hardware.answer();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "displays/DisplayInfo.h"
+
 #include "displays/ScreenSource.h"
 
 #include <cmath>
@@ -12,7 +13,6 @@ namespace lumenvale {
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 DisplayInfo ddc(std::uint16_t maximum, std::optional<double> brightness = std::nullopt)
 {
@@ -30,15 +30,7 @@ DisplayInfo native(std::optional<double> brightness = std::nullopt)
     return display;
 }
 
-TEST(ControlMethod, IsMadeOfItsOwnTextOnly)
-{
-    for (const auto method : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable})
-        EXPECT_EQ(controlMethodFromRawValue(rawValue(method)), method);
-    for (const char* text : {"", "ddc", "Unavailable ", "apple native brightness"})
-        EXPECT_FALSE(controlMethodFromRawValue(text)) << text;
-}
-
-TEST(Quantise, ClampsAndRoundsToTheDisplaysUnits)
+TEST(DisplayInfo, LevelsAreClampedAndRoundedToTheDisplaysUnits)
 {
     EXPECT_EQ(quantise(ddc(100), 0.426), 0.43);
     EXPECT_EQ(quantise(ddc(100), 0.125), 0.13);
@@ -48,65 +40,39 @@ TEST(Quantise, ClampsAndRoundsToTheDisplaysUnits)
         EXPECT_EQ(quantise(display, 1.7), 1.0);
         EXPECT_EQ(quantise(display, -0.2), 0.0);
         EXPECT_EQ(quantise(display, notANumber), 0.0);
-        EXPECT_EQ(quantise(display, infinity), 0.0);
+        EXPECT_EQ(quantise(display, std::numeric_limits<double>::infinity()), 0.0);
     }
 }
 
-TEST(Step, MovesByOneUnitAndStopsAtTheEnds)
+TEST(DisplayInfo, AStepIsOneUnitAndStopsAtTheEnds)
 {
     EXPECT_EQ(step(1, 100, 0.424), 0.43);
     EXPECT_EQ(step(-7, 100, 0.424), 0.41);
-    EXPECT_EQ(step(1, 100, 1.0), 1.0);
+    EXPECT_EQ(step(0, 100, 0.424), 0.42);
     EXPECT_EQ(step(-1, 100, 0.0), 0.0);
     EXPECT_EQ(step(1, std::nullopt, 0.5), 0.501);
     EXPECT_EQ(step(1, 0, 0.9999), 1.0);
     EXPECT_EQ(step(1, 100, std::nullopt), 0.01);
-    EXPECT_EQ(step(ddc(255, 1.0), -1), 254.0 / 255.0);
     EXPECT_EQ(step(native(0.5), -1), 0.499);
-}
-
-TEST(Step, WalkingTheWholeScaleVisitsEveryUnitOnce)
-{
     for (const std::uint16_t maximum : {1, 100, 255, 4096, 65535}) {
         DisplayInfo display = ddc(maximum, 0.0);
-        for (int unit = 1; unit <= maximum; ++unit) {
+        for (int unit = 1; unit <= maximum + 1; ++unit) {
             display.brightness = step(display, 1);
-            ASSERT_EQ(std::lround(*display.brightness * maximum), unit) << maximum;
+            ASSERT_EQ(std::lround(*display.brightness * maximum), std::min<int>(unit, maximum)) << maximum;
             ASSERT_EQ(quantise(display, *display.brightness), *display.brightness);
         }
     }
 }
 
-TEST(Adjusted, MovesByAtLeastOneUnitAndStopsAtTheEnds)
+TEST(DisplayInfo, ARelativeChangeMovesByAtLeastOneUnitInItsDirectionAndStopsAtTheEnds)
 {
     EXPECT_EQ(adjusted(ddc(100, 0.42), -0.05), 0.37);
-    EXPECT_EQ(adjusted(ddc(10, 0.5), -0.05), 0.4) << "half a unit would be rounded back";
-    EXPECT_EQ(adjusted(ddc(10, 0.5), 0.01), 0.6);
+    EXPECT_EQ(adjusted(ddc(10, 0.5), -0.04), 0.4) << "not half a unit, which would be rounded back";
+    EXPECT_EQ(adjusted(ddc(10, 0.5), 0.04), 0.6);
     EXPECT_EQ(adjusted(ddc(10, 0.5), 0.0), 0.5);
     EXPECT_EQ(adjusted(ddc(10, 1.0), 0.01), 1.0);
+    EXPECT_EQ(adjusted(ddc(10), 0.2), 0.2) << "unknown counts as none";
     EXPECT_EQ(adjusted(native(0.02), -0.05), 0.0);
-}
-
-TEST(DisplayTexts, SuitTheDisplaysScale)
-{
-    EXPECT_EQ(percentageText(ddc(100, 0.5)), "50%");
-    EXPECT_EQ(percentageText(ddc(1000, 0.5)), "50.0%");
-    EXPECT_EQ(percentageText(ddc(4096, 0.5)), "50.000%");
-    EXPECT_EQ(percentageText(native(0.423)), "42.3%");
-    EXPECT_EQ(percentageText(native(-0.0)), "0.0%");
-    EXPECT_EQ(percentageText(native()), "—");
-
-    EXPECT_EQ(stepSizeText(native()), "0.1 percentage points");
-    EXPECT_EQ(stepSizeText(ddc(255)), "1 hardware unit (0.3922 percentage points)");
-    EXPECT_EQ(stepSizeText(ddc(0)), "1 hardware unit (100 percentage points)");
-
-    EXPECT_EQ(rawValueText(ddc(100, 0.42)), "42 / 100");
-    EXPECT_EQ(rawValueText(native(static_cast<double>(0.1F))), "0.100000001 / 1.0 (Float32)");
-    EXPECT_EQ(rawValueText(ddc(100)), "Not available");
-
-    EXPECT_EQ(rangeText(ddc(100)), "101 command values; integer range 0–100.");
-    EXPECT_EQ(rangeText(native()),
-              "The API accepts a value from 0 to 1. The panel’s physical step size is not reported.");
 }
 
 /// A locale that writes 1.5 as "1,5" and 65536 as "65.536".
@@ -116,27 +82,59 @@ struct CommaLocale final : std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
-TEST(DisplayTexts, AreTheSameInEveryLocale)
+TEST(DisplayInfo, TextsSuitTheDisplaysScaleInEveryLocale)
 {
     const std::locale former = std::locale::global(std::locale(std::locale::classic(), new CommaLocale));
-    EXPECT_EQ(percentageText(native(0.423)), "42.3%");
-    EXPECT_EQ(rawValueText(ddc(4096, 0.5)), "2048 / 4096");
-    EXPECT_EQ(rangeText(ddc(65535)), "65536 command values; integer range 0–65535.");
+    const std::pair<std::string, std::string> rows[] = {
+        {percentageText(ddc(100, 0.5)), "50%"},
+        {percentageText(ddc(101, 0.5)), "50.0%"},
+        {percentageText(ddc(1000, 0.5)), "50.0%"},
+        {percentageText(ddc(1001, 0.5)), "50.000%"},
+        {percentageText(native(0.423)), "42.3%"},
+        {percentageText(native(-0.0)), "0.0%"},
+        {percentageText(native()), "—"},
+        {stepSizeText(native()), "0.1 percentage points"},
+        {stepSizeText(ddc(255)), "1 hardware unit (0.3922 percentage points)"},
+        {stepSizeText(ddc(0)), "1 hardware unit (100 percentage points)"},
+        {rawValueText(ddc(4096, 0.42)), "1720 / 4096"}, // 1720.32
+        {rawValueText(ddc(100, 0.426)), "43 / 100"},
+        {rawValueText(native(static_cast<double>(0.1F))), "0.100000001 / 1.0 (Float32)"},
+        {rawValueText(ddc(100)), "Not available"},
+        {rangeText(ddc(65535)), "65536 command values; integer range 0–65535."},
+        {rangeText(native()),
+         "The API accepts a value from 0 to 1. The panel’s physical step size is not reported."},
+        {std::string(description(BrightnessError::disconnected)),
+         "The display connection changed. Refresh displays and try again."},
+        {std::string(description(BrightnessError::writeFailed)),
+         "The display did not accept the brightness command. Check DDC/CI in its on-screen menu."},
+        {std::string(description(BrightnessError::readFailed)),
+         "The command was sent, but brightness could not be read back. Refresh to retry."},
+        {std::string(description(BrightnessError::mismatch)),
+         "The display reported a different brightness. Another app or a monitor preset may be overriding it."}};
     std::locale::global(former);
+    for (const auto& [text, expected] : rows)
+        EXPECT_EQ(text, expected);
+    for (const char* method :
+         {"Apple native brightness", "DDC/CI hardware backlight", "Hardware control unavailable"})
+        EXPECT_EQ(rawValue(controlMethodFromRawValue(method).value()), method);
+    EXPECT_FALSE(controlMethodFromRawValue("ddc"));
 }
 
-TEST(MakeDisplayInfo, TakesWholePointsAndIdentifiesByUuidElseByNumber)
+TEST(DisplayInfo, ANewRecordTakesWhatTheScreenReportsAndKnowsNothingOfTheHardware)
 {
-    const auto display = makeDisplayInfo({.displayID = 7, .uuid = "A", .frameWidth = 1920.9, .frameHeight = -0.5});
-    EXPECT_EQ(display->id, "A");
-    EXPECT_EQ(display->logicalWidth, 1920);
-    EXPECT_EQ(display->logicalHeight, 0);
+    DisplayInfo expected;
+    expected.id = "A";
+    expected.displayID = 7;
+    expected.name = "Studio 27";
+    expected.isBuiltIn = expected.isMain = true;
+    expected.vendor = 1, expected.model = 2, expected.serial = 3;
+    expected.pixelWidth = 3840, expected.pixelHeight = 2160, expected.refreshRate = 59.94;
+    expected.logicalWidth = 1920, expected.logicalHeight = -1;
+    Screen screen{7, "A", "Studio 27", true, true, 1, 2, 3, ScreenMode{3840, 2160, 59.94}, 1920.9, -1.5};
+    EXPECT_EQ(makeDisplayInfo(screen), expected);
+    EXPECT_EQ(expected.status, "Checking hardware…");
     EXPECT_EQ(makeDisplayInfo({.displayID = 2})->id, "display-2");
     EXPECT_FALSE(makeDisplayInfo({.name = "No number"}));
-}
-
-TEST(MakeDisplayInfoDeathTest, AFrameBeyondAllScreensIsADefect)
-{
     EXPECT_DEATH(makeDisplayInfo({.displayID = 2, .frameWidth = notANumber}), "");
     EXPECT_DEATH(makeDisplayInfo({.displayID = 2, .frameHeight = 0x1p63}), "");
 }

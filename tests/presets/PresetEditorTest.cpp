@@ -1,274 +1,189 @@
 // SPDX-License-Identifier: MIT
-// Applying, comparing, editing, adding and deleting.
-#include "presets/PresetEditorFixture.h"
+#include "presets/EditorScript.h"
 
-#include <cmath>
+#include <span>
 
 namespace lumenvale {
 namespace {
 
-using Levels = std::map<std::string, double>;
+// Display A has 100 units, B is native and the main display. X and Y are presets with F16 and F17.
+constexpr char start[] = R"(plug A; plug B native; main B; refresh; answers; preset X A 0.2 B 0.3; preset Y A 0.7
+)";
 
-constexpr char outsideMessage[] = "Brightness changed outside the preset. This preset is no longer active.";
+constexpr Scenario applying[] = {
+    {"a preset is applied when earlier writes have ended", R"(
+        set A 0.4 | A 40% applying
+        activate X | active X; preparing yes; selected X; stored none X; tab presets
+        wait 90; answer; wait 0 | A 20% applying; B 30.0% applying; message Applied X.; preparing no;
+            | > set A 0.4; > set A 0.2
+        answers; wait 0 | A 20% verified; B 30.0% verified; > set B 0.3)"},
+    {"only the latest of several is applied", R"(
+        set A 0.4; activate X; activate Y; activate Z; wait 90; answer
+        wait 0; answers | A 70% verified; message Applied Y.; preparing no; > set A 0.7)"},
+    {"it holds while its own writes are under way, and is compared when they have ended", R"(
+        activate X; set B 0.6 | A 20% applying; B 60.0% applying; active X; message Applied X.; selected X;
+            | stored none X; tab presets; > set A 0.2
+        answers; wait 90; answers; wait 0 | A 20% verified; B 60.0% verified; active none; message outside;
+            | > set B 0.6)"},
+    {"it ends at the first level that is no longer its own", R"(
+        activate X; answers; wait 0; monitor; window on; round 4
+        hand B 0.30005; hand A 0.205; round 4 | > read B *3; > read A; > read B
+        hand B 0.3002; round | active none; message outside; > read B
+        hand B 0.3; hand A 0.2; round 4; activate X; answers; wait 0
+        hand A 0.199; round 4 | A 20% read; B 30.0% read; active none; message outside; > read B *2; > read A;
+            | > read B *2)"},
+    {"brightness that is unknown is no difference", R"(
+        activate X; answers; wait 0; unreadable B; refresh; answers | A 20% found; B — found; active X;
+            | message Applied X.; selected X; stored none X; tab presets; > set A 0.2; > set B 0.3;
+            | > inspect A B)"},
+    {"one whose application is cancelled stays active only if the displays match it", R"(
+        open; preset V Q 0.2; set A 0.4; select X; select A | A 40% applying; V Q 20% F18; selected A;
+            | stored A none; tab displays
+        select V; select A |
+        activate Y; wait 90; answer; wait 0; answers; wait 0; set B 0.3; activate Y; select A | A 70% verified;
+            | B 30.0% applying; active Y; > set A 0.4; > set A 0.7)"},
+};
 
-TEST_F(PresetEditorTest, AnActivatedPresetIsAppliedWhenEarlierWritesHaveEnded)
+constexpr Scenario editing[] = {
+    {"a live edit is saved and written, and the preset stays active", R"(
+        open; select X; answers; wait 0
+        edit X A 0.3; edit X A 0.426 | A 43% applying; X A 43% B 30% F16
+        wait 90; answers; wait 0 | A 43% verified; > set A 0.43)"},
+    {"live edits outside of a session are ignored", R"(
+        edit X A 0.5 |
+        open; select X; answers; wait 0; edit Y A 0.5; edit X A nan; set B 0.3; select X again; edit X A 0.5 |
+            | A 20% verified; B 30.0% applying; active X; preparing yes; selected X; session A 20% B 30% F16;
+            | stored B X; tab presets; > set A 0.2; > set B 0.3)"},
+    {"reverting restores preset and screen, and can be repeated", R"(
+        revert | not reverted
+        open; select X; answers; wait 0; edit X A 0.8; wait 90; answers; wait 0
+        revert; answers; wait 0 | A 20% verified; X A 20% B 30% F16; message reverted; > set A 0.2; > set B 0.3;
+            | reverted
+        edit X B 0.9; wait 90; answers; set B 0.1; wait 90; answers; wait 0 | B 10.0% verified;
+            | X A 20% B 90% F16; active none; message outside; > set B 0.9; > set B 0.1
+        activate Y; activate X; revert; answers; wait 0 | B 90.0% verified; active X; message reverted;
+            | session A 20% B 90% F16; > set A 0.7; > set A 0.2; > set B 0.9; reverted
+        delete X; revert | active none; selected none; session none; stored B none; not reverted)"},
+    {"losing the focus keeps what was edited and starts the session anew", R"(
+        open; select X; answers; wait 0; edit X A 0.3; record X; wait 90; answers; wait 0
+        unfocus | recording none; session A 30% B 30% F16; recording changed
+        edit X A 0.9; wait 90; answers; revert; answers; wait 0 | message reverted; > set A 0.9; > set A 0.3;
+            | > set B 0.3; reverted)"},
+    {"adding takes the readable levels when writes have ended, and opens the preset", R"(
+        open; set A 0.4; record X; add | A 40% applying; preparing yes; selected B; stored B none; tab displays;
+            | recording changed; recording changed
+        wait 90; answers; wait 0 | A 40% verified; Preset 1 A 40% B 50% F18; active Preset 1; preparing no;
+            | selected Preset 1; session A 40% B 50% F18; stored B Preset 1; tab presets; > set A 0.4)"},
+    {"nothing is added without readable displays, without the window or after something else", R"(
+        open; set A 0.4; add; close; wait 90; answers; wait 0 | A 40% verified; selected B; stored B none;
+            | tab displays; > set A 0.4
+        add |
+        open; set A 0.3; add; select A again; wait 90; answers; wait 0 | A 30% verified; selected A;
+            | stored A none; > set A 0.3
+        unreadable A; unreadable B; refresh; answers; add | A — found; B — found;
+            | message No readable display brightness values are available.; refresh done at 180; > inspect A B
+        refresh; answers | > inspect A B)"},
+    {"a message stays while there is nothing to select", R"(
+        unplug A; unplug B; refresh; answers; open; add |
+            | message No readable display brightness values are available.; tab displays; > inspect
+        refresh; answers | > inspect)"},
+    {"deleting leaves nothing of a preset that is about to be applied", R"(
+        open; set A 0.4; select X; record X; delete X | A 40% applying; stored B none; tab presets;
+            | recording changed; recording changed
+        wait 90; answers; wait 0 | A 40% verified; > set A 0.4
+        activate Y; answers; wait 0; delete Z; preset W; delete W | A 70% verified; active Y;
+            | message Applied Y.; selected Y; session A 70% F17; stored B Y; > set A 0.7)"},
+};
+
+constexpr Scenario window[] = {
+    {"it opens on the display asked for, else the last one, else the main one, else the first", R"(
+        open Q | selected B; stored B none; tab displays
+        close; open A | selected A; stored A none
+        close; open display-2 | selected B; stored B none
+        close; open display-1 | selected A; stored A none
+        close; restart; open |
+        main Q; refresh; answers; select B; close | selected B; stored B none; > inspect A B
+        open Q | selected A; stored A none)"},
+    {"a display is shown as soon as there is one, and replaced when it is gone", R"(
+        unplug A; unplug B; refresh; answers; open A | tab displays; > inspect
+        plug A; plug B; refresh; answers | A 50% found; B 50% found; list AB; selected A; stored A none;
+            | > inspect A B
+        unplug A; refresh; answers | list B; selected B; stored B none; > inspect B
+        unplug B; refresh; answers | selected none; > inspect
+        close; plug A; refresh; answers | A 50% found; list A; > inspect A)"},
+    {"it opens on the active preset, which is applied again without a word", R"(
+        activate X; answers; wait 0
+        open; open A | A 20% applying; B 30.0% applying; message -; session A 20% B 30% F16; > set A 0.2
+        answers; wait 0 | A 20% verified; B 30.0% verified; > set B 0.3)"},
+    {"activating the open preset keeps its session, and another starts its own", R"(
+        open; select X; answers; wait 0; edit X A 0.9; activate X | A 90% applying; B 30.0% verified;
+            | X A 90% B 30% F16; active X; preparing yes; selected X; session A 20% B 30% F16; stored B X;
+            | tab presets; > set A 0.2; > set B 0.3
+        activate Y | active Y; selected Y; session A 70% F17; stored B Y)"},
+    {"selecting applies a preset only while the window is visible", R"(
+        select X | selected X; stored none X; tab presets
+        open | selected B; stored B none; tab displays
+        select X | A 20% applying; B 30.0% applying; active X; selected X; session A 20% B 30% F16; stored B X;
+            | tab presets; > set A 0.2
+        answers; wait 0; select X | A 20% verified; B 30.0% verified; > set B 0.3
+        select X again | A 20% applying; B 30.0% applying; > set A 0.2
+        select Z | selected gone; session none; stored B gone
+        select A | selected A; stored A none; tab displays)"},
+    {"selecting, activating and adding end a recording", R"(
+        open; record X; select A again | selected A; stored A none; tab displays; recording changed;
+            | recording changed
+        record X; activate Y | A 70% applying; active Y; message Applied Y.; selected Y; session A 70% F17;
+            | stored A Y; tab presets; > set A 0.7; recording changed; recording changed
+        record X; add | message -; preparing yes; session none; recording changed; recording changed)"},
+    {"tabs show a display and the active preset", R"(
+        open; select X; answers; wait 0; tab displays | A 20% verified; B 30.0% verified; active X; selected B;
+            | stored B none; tab displays; > set A 0.2; > set B 0.3
+        record X; tab displays | recording X; recording changed
+        tab general | recording none; tab general; recording changed
+        tab presets | A 20% applying; B 30.0% applying; selected X; session A 20% B 30% F16; stored B X;
+            | tab presets; > set A 0.2
+        answers; set A 0.9; wait 90; answers; wait 0; tab displays; tab presets | A 90% verified;
+            | B 30.0% verified; active none; selected none; session none; stored B none; > set B 0.3;
+            | > set A 0.9)"},
+    {"the first usable free shortcut is recorded", R"(
+        key 40 | not consumed
+        record Z |
+        record X; record Y | recording Y; recording changed; recording changed
+        key 56 shift; key 106 | Y A 70% F17 refused; consumed; consumed
+        key 53 shift | Y A 70% ⇧⎋; recording none; recording changed; consumed
+        record X; key 53; key 53 | recording changed; recording changed; consumed; not consumed)"},
+    {"closing ends recording, operation and session", R"(
+        open; set A 0.4; select X; record X; close | A 40% applying; selected X; stored B X; tab presets;
+            | recording changed; recording changed
+        wait 90; answers; wait 0; revert | A 40% verified; > set A 0.4; not reverted)"},
+    {"after a start the preset selected last is active again if the first levels known are its own", R"(
+        activate X; answers; wait 0; restart | A 20% verified; B 30.0% verified; active X; stored none X;
+            | > set A 0.2; > set B 0.3
+        unreadable A; unreadable B; refresh; answers; restart | A — found; B — found; active none; > inspect A B
+        readable A; readable B; refresh; answers | A 20% found; B 30.0% found; active X; > inspect A B
+        unreadable A; unreadable B; refresh; answers; restart; add; readable A; readable B; refresh; answers |
+            | active none; > inspect A B *2
+        hand A 0.9; refresh; answers; restart; hand A 0.2; refresh; answers | > inspect A B *2
+        stored rubbish; restart | stored none none)"},
+};
+
+void playAll(std::span<const Scenario> scenarios)
 {
-    const Uuid id = add("Evening", {{"a", 0.2}, {"b", 0.3}, {"elsewhere", 0.1}});
-    editor->activate(id);
-    EXPECT_TRUE(isActive(id) && isSelected(id));
-    EXPECT_EQ(*editor->selectedTab, SettingsTab::presets);
-    EXPECT_EQ(storedSelection(), PropertyValue(id.toString()));
-    EXPECT_EQ(*editor->session, std::nullopt) << "the window is not visible";
-    EXPECT_TRUE(*editor->isPreparing);
-    EXPECT_TRUE(displays.applied.empty());
-    EXPECT_EQ(message(), "");
-    displays.finishWrites();
-    EXPECT_EQ(displays.applied, (std::vector<Levels>{{{"a", 0.2}, {"b", 0.3}, {"elsewhere", 0.1}}}));
-    EXPECT_FALSE(*editor->isPreparing);
-    EXPECT_EQ(message(), "Applied Evening.") << "when the writes start";
-    finishAll();
-    EXPECT_TRUE(isActive(id));
-    EXPECT_EQ(message(), "Applied Evening.");
+    for (const Scenario& each : scenarios)
+        play(start, each, &EditorScript::destroyEditor);
 }
 
-TEST_F(PresetEditorTest, OnlyTheLatestOfSeveralActivationsIsApplied)
-{
-    const Uuid first = add("A", {{"a", 0.1}});
-    const Uuid second = add(" ", {{"a", 0.2}});
-    editor->activate(first);
-    editor->activate(second);
-    editor->activate(Uuid::random());
-    finishAll();
-    EXPECT_EQ(displays.applied, (std::vector<Levels>{{{"a", 0.2}}}));
-    EXPECT_EQ(message(), "Applied Untitled preset.");
-    EXPECT_TRUE(isActive(second));
-    EXPECT_FALSE(*editor->isPreparing);
-}
+TEST(PresetEditor, AppliesPresetsAndKnowsWhichOneIsActive) { playAll(applying); }
+TEST(PresetEditor, EditsPresets) { playAll(editing); }
+TEST(PresetEditor, KeepsWhatTheSettingsWindowShows) { playAll(window); }
 
-TEST_F(PresetEditorTest, APresetHoldsWhileItsOwnWritesAreUnderWay)
+TEST_F(EditorScript, WhoHearsOfANewPresetMayOpenSomethingElse)
 {
-    const Uuid id = add("A", {{"a", 0.1}, {"b", 0.2}});
-    editor->activate(id);
-    displays.finishWrites(); // announces the list while only one of the displays has its level
-    displays.show("a", 0.9); // what an earlier write read back
-    EXPECT_TRUE(isActive(id));
-    editor->addPresetFromCurrentLevels();
-    editor->settingsClosed();
-    EXPECT_TRUE(isActive(id)) << "ending another operation is no reason to compare";
-    displays.show("a", 0.1);
-    finishAll();
-    EXPECT_TRUE(isActive(id));
-
-    editor->activate(id);
-    displays.finishWrites();
-    displays.show("b", 0.6); // the user, meanwhile
-    EXPECT_TRUE(isActive(id));
-    finishAll();
-    EXPECT_EQ(*editor->activePresetID, std::nullopt) << "noticed when the writes have ended";
-    EXPECT_EQ(message(), outsideMessage);
-}
-
-TEST_F(PresetEditorTest, APresetEndsAtTheFirstLevelThatIsNoLongerItsOwn)
-{
-    displays.list[1].maximum = 7; // has no meaning for a native display
-    const Uuid id = add("A", {{"a", 0.5}, {"b", 0.5}, {"gone", 0.1}});
-    const auto holdsAt = [&](std::optional<double> a, double b) {
-        editor->activate(id);
-        finishAll();
-        displays.list[0].brightness = a;
-        displays.list[1].brightness = b;
-        editor->displaysChanged(displays.list);
-        EXPECT_EQ(isActive(id), message() != outsideMessage);
-        return isActive(id);
-    };
-    EXPECT_TRUE(holdsAt(0.505, 0.5)) << "both are 50 units";
-    EXPECT_TRUE(holdsAt(0.5, 0.50005));
-    EXPECT_TRUE(holdsAt(std::nullopt, 0.5)) << "unknown";
-    EXPECT_FALSE(holdsAt(0.51, 0.5));
-    EXPECT_FALSE(holdsAt(0.499, 0.5));
-    EXPECT_FALSE(holdsAt(0.5, 0.5002));
-    EXPECT_FALSE(holdsAt(0.5, 0.4998));
-    editor->activate(id);
-    finishAll();
-    displays.list[0].brightness = 0.9;
-    editor->displaysChanged({displays.list[1]});
-    EXPECT_TRUE(isActive(id)) << "only what is passed has changed";
-}
-
-TEST_F(PresetEditorTest, ALiveEditIsSavedAndWrittenAndThePresetStaysActive)
-{
-    const Uuid id = add("A", {{"a", 0.1}, {"b", 0.2}});
-    openOn(id);
-    for (const double level : {0.3, 0.426}) {
-        editor->setLevel(id, displays.list[0], level);
-        EXPECT_TRUE(isActive(id));
-    }
-    EXPECT_EQ(store.preset(id)->values, (Levels{{"a", 0.43}, {"b", 0.2}}));
-    EXPECT_EQ(store.preset(id)->displayNames.at("a"), "Name of a");
-    EXPECT_EQ(displays.set.back(), std::pair(std::string("a"), 0.426));
-    displays.show("a", 0.3); // the outcome of the first write, while the second is under way
-    displays.show("a", 0.43);
-    finishAll();
-    EXPECT_TRUE(isActive(id));
-}
-
-TEST_F(PresetEditorTest, LiveEditsOutsideASessionAreIgnored)
-{
-    const Uuid id = add("A", {{"a", 0.1}});
-    const Uuid other = add("B", {});
-    const auto isIgnored = [&](const Uuid& preset, double level) {
-        editor->setLevel(preset, displays.list[0], level);
-        return displays.set.empty() && store.preset(id)->values == Levels{{"a", 0.1}};
-    };
-    EXPECT_TRUE(isIgnored(id, 0.5)) << "the window is not visible";
-    openOn(id);
-    EXPECT_TRUE(isIgnored(other, 0.5));
-    EXPECT_TRUE(isIgnored(id, std::nan("")));
-    editor->activate(id);
-    EXPECT_TRUE(isIgnored(id, 0.5)) << "it waits to be applied";
-    finishAll();
-    EXPECT_FALSE(isIgnored(id, 0.5));
-}
-
-TEST_F(PresetEditorTest, RevertingRestoresThePresetAndTheScreenAndCanBeRepeated)
-{
-    const Uuid id = add("A", {{"a", 0.1}});
-    EXPECT_FALSE(editor->revert());
-    openOn(id);
-    const BrightnessPreset saved = *store.preset(id);
-    for (int i = 0; i < 2; ++i) {
-        editor->setLevel(id, displays.list[0], 0.8);
-        editor->setLevel(id, displays.list[1], 0.9);
-        store.rename(id, "B");
-        store.setShortcut(std::nullopt, id);
-        finishAll();
-        displays.show("a", 1.0);
-        ASSERT_FALSE(isActive(id));
-        EXPECT_TRUE(editor->revert());
-        EXPECT_EQ(*store.preset(id), saved);
-        EXPECT_EQ(displays.applied.back(), saved.values);
-        EXPECT_EQ(message(), "Reverted this editing session and restored the saved preset.");
-        EXPECT_EQ(*editor->session, (PresetEditingSession{saved}));
-        finishAll();
-        EXPECT_TRUE(isActive(id));
-    }
-    editor->activate(id); // waits for the writes
-    EXPECT_TRUE(editor->revert());
-    EXPECT_FALSE(*editor->isPreparing);
-    const std::size_t count = displays.applied.size();
-    finishAll();
-    EXPECT_EQ(displays.applied.size(), count) << "the waiting operation was cancelled";
-    store.deletePreset(id);
-    EXPECT_FALSE(editor->revert());
-}
-
-TEST_F(PresetEditorTest, AddingTakesTheLevelsOfTheReadableDisplaysAndOpensThePreset)
-{
-    displays.add("dark", std::nullopt);
-    editor->show(std::nullopt);
-    editor->addPresetFromCurrentLevels();
-    EXPECT_TRUE(*editor->isPreparing);
-    displays.show("a", 0.6); // the pending write's outcome
-    finishAll();
-    ASSERT_EQ(store.presets->size(), 1u);
-    const BrightnessPreset added = store.presets->front();
-    EXPECT_EQ(added.values, (Levels{{"a", 0.6}, {"b", 0.7}}));
-    EXPECT_EQ(added.displayNames, (std::map<std::string, std::string>{{"a", "Name of a"}, {"b", "Name of b"}}));
-    EXPECT_TRUE(isActive(added.id) && isSelected(added.id));
-    EXPECT_EQ(*editor->session, (PresetEditingSession{added}));
-    EXPECT_EQ(*editor->selectedTab, SettingsTab::presets);
-    EXPECT_EQ(storedSelection(), PropertyValue(added.id.toString()));
-    EXPECT_TRUE(displays.applied.empty()) << "its levels are on the screen";
-}
-
-TEST_F(PresetEditorTest, NothingIsAddedWithoutReadableDisplaysOrWhenTheWindowIsGoneOrSomethingElseCameFirst)
-{
-    editor->show(std::nullopt);
-    editor->addPresetFromCurrentLevels();
-    editor->settingsClosed();
-    finishAll();
-    editor->addPresetFromCurrentLevels();
-    finishAll();
-    EXPECT_FALSE(*editor->isPreparing);
-    editor->show(std::nullopt);
-    editor->addPresetFromCurrentLevels();
-    editor->select(DisplaySelection{"a"}, true);
-    EXPECT_FALSE(*editor->isPreparing);
-    finishAll();
-    EXPECT_EQ(message(), "");
-    displays.list.clear();
-    editor->addPresetFromCurrentLevels();
-    finishAll();
-    EXPECT_EQ(message(), "No readable display brightness values are available.");
-    EXPECT_FALSE(*editor->isPreparing);
-    EXPECT_TRUE(store.presets->empty());
-}
-
-TEST_F(PresetEditorTest, WhoeverHearsOfANewPresetMayOpenSomethingElse)
-{
-    const Uuid first = add("A", {{"a", 0.1}});
-    editor->show(std::nullopt);
-    store.shortcutsChanged = [&] { editor->select(PresetSelection{first}); };
-    editor->addPresetFromCurrentLevels();
-    finishAll();
-    EXPECT_EQ(store.presets->size(), 2u);
-    EXPECT_TRUE(isSelected(first) && isActive(first));
-    EXPECT_EQ(displays.applied, (std::vector<Levels>{{{"a", 0.1}}}));
-}
-
-TEST_F(PresetEditorTest, DeletingThePresetThatIsBeingAppliedLeavesNothingOfIt)
-{
-    const Uuid id = add("A", {{"a", 0.1}});
-    const Uuid other = add("B", {{"a", 0.2}});
-    for (const bool isVisible : {false, true}) {
-        const Uuid doomed = isVisible ? id : add("C", {{"a", 0.3}});
-        editor->activate(doomed);
-        if (isVisible)
-            editor->show(std::nullopt);
-        editor->startRecording(doomed);
-        editor->deletePreset(*editor->activePresetID.get());
-        EXPECT_EQ(*editor->activePresetID, std::nullopt);
-        EXPECT_EQ(*editor->selection, std::nullopt);
-        EXPECT_EQ(*editor->session, std::nullopt);
-        EXPECT_EQ(*editor->recordingShortcutID, std::nullopt);
-        EXPECT_EQ(storedSelection(), std::nullopt);
-        EXPECT_FALSE(*editor->isPreparing);
-        finishAll();
-        EXPECT_TRUE(displays.applied.empty());
-        EXPECT_EQ(message(), "");
-        EXPECT_EQ(store.preset(doomed), nullptr);
-    }
-    editor->activate(other);
-    editor->deletePreset(Uuid::random());
-    editor->deletePreset(add("D", {}));
-    finishAll();
-    EXPECT_TRUE(isActive(other)) << "others go their way";
-    EXPECT_EQ(displays.applied.size(), 1u);
-}
-
-TEST_F(PresetEditorTest, DestroyedWhileAnythingIsUnderWayItTouchesNothingMore)
-{
-    const Uuid id = add("A", {{"a", 0.1}});
-    const std::function<void()> beginnings[] = {
-        [&] { editor->activate(id); },
-        [&] { editor->show(std::nullopt), editor->select(PresetSelection{id}); },
-        [&] { editor->show(std::nullopt), editor->addPresetFromCurrentLevels(); },
-        [&] { editor->activate(id), displays.finishWrites(); },
-        [&] { openOn(id), editor->setLevel(id, displays.list[0], 0.9), editor->revert(); },
-    };
-    for (const auto& begin : beginnings) {
-        begin();
-        const std::size_t applied = displays.applied.size();
-        EXPECT_GT(displays.waitCount(), 0u);
-        displays.changed = nullptr;
-        presetsObserver.reset();
-        editor.reset();
-        EXPECT_EQ(displays.waitCount(), 0u);
-        displays.finishWrites();
-        EXPECT_EQ(displays.applied.size(), applied);
-        makeEditor();
-    }
-    EXPECT_EQ(store.presets->size(), 1u);
+    run("plug A; refresh; answers; preset X A 0.1; open");
+    presets.shortcutsChanged = [this] { perform("select X"); };
+    run("add; answers; wait 0");
+    EXPECT_EQ(presets.presets->size(), 2u);
+    EXPECT_EQ(*editor->activePresetID, id("X"));
 }
 
 } // namespace

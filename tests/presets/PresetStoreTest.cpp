@@ -10,21 +10,21 @@ namespace lumenvale {
 namespace {
 
 constexpr char key[] = "brightnessPresets";
+using Levels = std::map<std::string, double>;
 
 PropertyData bytes(const std::string& text) { return PropertyData(text.begin(), text.end()); }
 
 /// One stored preset; `id` completes its identity.
 std::string stored(int id, const std::string& values, const std::string& shortcut = "null")
 {
-    return R"({"id":"00000000-0000-4000-8000-00000000000)" + std::to_string(id) + R"(","name":"P)" +
-           std::to_string(id) + R"(","shortcut":)" + shortcut + R"(,"values":)" + values +
-           R"(,"displayNames":{}})";
+    return R"({"id":"00000000-0000-4000-8000-00000000000)" + std::to_string(id) + R"(","name":"P","shortcut":)" +
+           shortcut + R"(,"values":)" + values + R"(,"displayNames":{}})";
 }
 
 DisplayInfo display(std::uint16_t maximum)
 {
     DisplayInfo info;
-    info.id = "display-1";
+    info.id = "A";
     info.name = "Studio 27";
     info.method = maximum == 0 ? ControlMethod::apple : ControlMethod::ddc;
     info.maximum = maximum;
@@ -48,13 +48,9 @@ struct PresetStoreTest : testing::Test {
     {
         return decodePresets(*defaults.values.at(key).as<PropertyData>()).value();
     }
-    void countShortcutChanges(PresetStore& store)
-    {
-        store.shortcutsChanged = [this] { ++shortcutChanges; };
-    }
 
     MemoryUserDefaults defaults;
-    int shortcutChanges = 0;
+    PresetStore store{defaults};
 };
 
 TEST_F(PresetStoreTest, LoadingKeepsTheFirstOfEqualIdentitiesAndDropsImpossibleLevelsAndShortcuts)
@@ -64,119 +60,112 @@ TEST_F(PresetStoreTest, LoadingKeepsTheFirstOfEqualIdentitiesAndDropsImpossibleL
         "[" + stored(1, R"({"low":-0.2,"high":1.5,"text":"0.5","none":null,"zero":0,"minus":-0.0,"one":1.0})") +
         "," + stored(1, R"({"second":0.5})") + "," + stored(2, "{}", R"({"functionKey":25,)" + modifiers) + "," +
         stored(3, "{}", R"({"functionKey":25,"recordedKeyCode":7,)" + modifiers) + "]";
-    const PresetStore store = load(document);
-    ASSERT_EQ(store.presets->size(), 3u);
-    const auto& values = store.presets->at(0).values;
-    EXPECT_EQ(values, (std::map<std::string, double>{{"zero", 0.0}, {"minus", 0.0}, {"one", 1.0}}));
-    EXPECT_FALSE(std::signbit(values.at("minus")));
-    EXPECT_FALSE(store.presets->at(1).shortcut);
-    EXPECT_TRUE(store.presets->at(2).shortcut);
-    EXPECT_EQ(*defaults.values.at(key).as<PropertyData>(), bytes(document)) << "loading does not save";
-    EXPECT_TRUE(store.shortcutErrors->empty());
-    EXPECT_EQ(*store.persistenceError, std::nullopt);
+    const PresetStore loaded = load(document);
+    ASSERT_EQ(loaded.presets->size(), 3u);
+    EXPECT_EQ(loaded.presets->at(0).values, (Levels{{"zero", 0.0}, {"minus", 0.0}, {"one", 1.0}}));
+    EXPECT_FALSE(std::signbit(loaded.presets->at(0).values.at("minus")));
+    EXPECT_FALSE(loaded.presets->at(1).shortcut);
+    EXPECT_TRUE(loaded.presets->at(2).shortcut);
+    EXPECT_EQ(defaults.values.at(key), PropertyValue(bytes(document))) << "loading does not save";
 }
 
 TEST_F(PresetStoreTest, UnreadablePresetsAreCopiedAsideOnceBeforeTheFirstSaveAndNeverOverwritten)
 {
-    const auto copies = [this] { return defaults.values.size() - defaults.values.contains(key); };
     {
-        PresetStore store = load("[1]");
-        EXPECT_TRUE(store.presets->empty());
-        EXPECT_EQ(copies(), 0u) << "nothing is written before it must";
-        store.addPreset({}, {});
-        store.addPreset({}, {});
-        EXPECT_EQ(defaults.values.at("brightnessPresets.unreadable"), PropertyValue(bytes("[1]")));
-        EXPECT_EQ(saved(), *store.presets);
+        PresetStore loaded = load("[1]");
+        EXPECT_TRUE(loaded.presets->empty());
+        EXPECT_EQ(defaults.values.size(), 1u) << "nothing is written before it must";
+        loaded.addPreset({}, {});
+        loaded.addPreset({}, {});
+        EXPECT_EQ(saved(), *loaded.presets);
     }
     PresetStore(defaults).addPreset({}, {});
-    load("[1]").save();
-    EXPECT_EQ(copies(), 1u) << "the same bytes need no second copy";
-    load("[2]").save();
-    load("[3]").save();
-    load("[2]").save();
-    EXPECT_EQ(defaults.values.at("brightnessPresets.unreadable"), PropertyValue(bytes("[1]")));
-    EXPECT_EQ(defaults.values.at("brightnessPresets.unreadable.2"), PropertyValue(bytes("[2]")));
-    EXPECT_EQ(defaults.values.at("brightnessPresets.unreadable.3"), PropertyValue(bytes("[3]")));
+    for (const char* document : {"[1]", "[2]", "[3]", "[2]"})
+        load(document).save();
     defaults.values.insert_or_assign(key, "[] as text");
     PresetStore(defaults).save();
-    EXPECT_EQ(defaults.values.at("brightnessPresets.unreadable.4"), PropertyValue("[] as text"));
-    EXPECT_EQ(copies(), 4u);
+    const std::map<std::string, PropertyValue> expected = {{key, bytes("[]")},
+                                                           {"brightnessPresets.unreadable", bytes("[1]")},
+                                                           {"brightnessPresets.unreadable.2", bytes("[2]")},
+                                                           {"brightnessPresets.unreadable.3", bytes("[3]")},
+                                                           {"brightnessPresets.unreadable.4", "[] as text"}};
+    EXPECT_EQ(defaults.values, expected);
 }
 
-TEST_F(PresetStoreTest, NewPresetsTakeTheFirstFreeNameAndFunctionKey)
+TEST_F(PresetStoreTest, NewPresetsTakeTheFirstFreeNameAndTheFirstFreeOfF16ToF20)
 {
-    PresetStore store(defaults);
-    countShortcutChanges(store);
-    EXPECT_EQ(displayLabel(*store.addPreset({{"a", 0.5}, {"b", std::nan("")}}, {{"a", "A"}}).shortcut), "F16");
-    EXPECT_EQ(store.presets->at(0).values, (std::map<std::string, double>{{"a", 0.5}}));
-    for (int i = 0; i < 4; ++i)
-        store.addPreset({}, {});
-    EXPECT_EQ(displayLabel(*store.presets->back().shortcut), "F20");
-    EXPECT_FALSE(store.addPreset({}, {}).shortcut) << "F16 to F20 are taken";
-    EXPECT_EQ(store.presets->back().name, "Preset 6");
-    EXPECT_EQ(shortcutChanges, 6);
-    store.deletePreset(store.presets->at(1).id);
+    const auto add = [&] {
+        const BrightnessPreset added = store.addPreset({{"a", 0.5}, {"b", std::nan("")}}, {{"a", "A"}});
+        EXPECT_EQ(added.values, (Levels{{"a", 0.5}}));
+        return added.name + " " + (added.shortcut ? displayLabel(*added.shortcut) : "");
+    };
+    for (const char* expected : {"Preset 1 F16", "Preset 2 F17", "Preset 3 F18", "Preset 4 F19", "Preset 5 F20"})
+        EXPECT_EQ(add(), expected);
+    EXPECT_EQ(add(), "Preset 6 ");
+    store.setShortcut(recorded(64), store.presets->at(1).id); // the code of F17
     store.rename(store.presets->at(1).id, "  ");
-    EXPECT_EQ(store.addPreset({}, {}).name, "Preset 2");
-    EXPECT_EQ(store.addPreset({}, {}).name, "Preset 3");
-    store.rename(store.presets->back().id, "preset 8");
-    EXPECT_EQ(store.addPreset({}, {}).name, "Preset 3");
-    EXPECT_EQ(saved(), *store.presets);
+    EXPECT_EQ(add(), "Preset 2 F17");
+    store.rename(store.presets->back().id, "preset 2");
+    EXPECT_EQ(add(), "Preset 2 ");
 }
 
 TEST_F(PresetStoreTest, EveryChangeIsSavedAndOnlyThoseOfShortcutsAreAnnounced)
 {
-    PresetStore store(defaults);
+    int announced = 0;
+    store.shortcutsChanged = [&] { ++announced; };
     const Uuid first = store.addPreset({}, {}).id;
     const Uuid second = store.addPreset({}, {}).id;
-    countShortcutChanges(store);
+    EXPECT_EQ(announced, 2);
     store.rename(first, "  Evening ");
     EXPECT_EQ(saved().at(0).name, "  Evening ");
     store.setLevel(first, display(100), 0.426);
     store.setLevel(second, display(0), 1.7);
-    EXPECT_EQ(saved().at(0).values.at("display-1"), 0.43);
-    EXPECT_EQ(saved().at(0).displayNames.at("display-1"), "Studio 27");
-    EXPECT_EQ(saved().at(1).values.at("display-1"), 1.0);
     store.setLevel(second, display(0), std::nan(""));
-    EXPECT_EQ(saved().at(1).values.at("display-1"), 1.0);
-    EXPECT_EQ(shortcutChanges, 0);
+    EXPECT_EQ(saved().at(0).values, (Levels{{"A", 0.43}}));
+    EXPECT_EQ(saved().at(0).displayNames.at("A"), "Studio 27");
+    EXPECT_EQ(saved().at(1).values, (Levels{{"A", 1.0}}));
+    EXPECT_EQ(announced, 2);
 
     BrightnessPreset changed = store.presets->at(1);
     changed.name = "Replaced";
     changed.values = {{"x", 0.25}, {"y", 2.0}};
     store.update(changed);
-    EXPECT_EQ(saved().at(1).values, (std::map<std::string, double>{{"x", 0.25}}));
+    EXPECT_EQ(saved().at(1).values, (Levels{{"x", 0.25}}));
     EXPECT_EQ(saved().at(1).name, "Replaced");
     EXPECT_TRUE(store.setShortcut(std::nullopt, first));
     EXPECT_FALSE(saved().at(0).shortcut);
-    store.deletePreset(store.presets->at(0).id);
+    store.deletePreset(store.presets->at(0).id); // a reference into the list that changes
     EXPECT_EQ(saved(), *store.presets);
-    EXPECT_EQ(shortcutChanges, 3);
+    EXPECT_EQ(store.presets->size(), 1u);
+    EXPECT_EQ(announced, 5);
+    changed.id = Uuid::random();
+    store.update(changed);
+    store.deletePreset(changed.id);
+    EXPECT_FALSE(store.setShortcut(recorded(1), changed.id));
+    EXPECT_EQ(announced, 5) << "there is no such preset";
 }
 
 TEST_F(PresetStoreTest, AShortcutOfAnotherPresetIsRefusedUntilAFreeOneIsGiven)
 {
-    PresetStore store(defaults);
     const Uuid first = store.addPreset({}, {}).id;
     const Uuid second = store.addPreset({}, {}).id;
-    ASSERT_TRUE(store.setShortcut(recorded(40), first));
-    ASSERT_TRUE(store.setShortcut(recorded(40), first)) << "its own";
-    countShortcutChanges(store);
-    EXPECT_FALSE(store.setShortcut(recorded(40), second));
+    EXPECT_TRUE(store.setShortcut(recorded(40), first));
+    EXPECT_TRUE(store.setShortcut(store.presets->at(0).shortcut, store.presets->at(0).id)) << "its own";
     const std::map<Uuid, std::string> refused{{second, "This shortcut is already assigned to another preset."}};
-    EXPECT_EQ(*store.shortcutErrors, refused);
-    EXPECT_EQ(displayLabel(*store.preset(second)->shortcut), "F17");
-    EXPECT_EQ(shortcutChanges, 0);
-    EXPECT_TRUE(store.setShortcut(recorded(41), second));
-    EXPECT_TRUE(store.shortcutErrors->empty());
-    EXPECT_FALSE(store.setShortcut(recorded(40), second));
-    store.deletePreset(second);
-    EXPECT_TRUE(store.shortcutErrors->empty());
+    for (const bool isDeleted : {false, true}) {
+        EXPECT_FALSE(store.setShortcut(recorded(40), second));
+        EXPECT_EQ(*store.shortcutErrors, refused);
+        EXPECT_EQ(displayLabel(*store.preset(second)->shortcut), isDeleted ? "Key 41" : "F17");
+        if (isDeleted)
+            store.deletePreset(second);
+        else
+            EXPECT_TRUE(store.setShortcut(recorded(41), second));
+        EXPECT_TRUE(store.shortcutErrors->empty());
+    }
 }
 
 TEST_F(PresetStoreTest, AFailedSaveIsReportedUntilTheNextGoodOneAndKeepsTheChange)
 {
-    PresetStore store(defaults);
     defaults.failure = "The disk is full.";
     const Uuid id = store.addPreset({}, {}).id;
     EXPECT_EQ(*store.persistenceError, "Could not save presets: The disk is full.");
@@ -185,28 +174,10 @@ TEST_F(PresetStoreTest, AFailedSaveIsReportedUntilTheNextGoodOneAndKeepsTheChang
     store.rename(id, "Evening");
     EXPECT_EQ(*store.persistenceError, std::nullopt);
     EXPECT_EQ(saved().at(0).name, "Evening");
-
     defaults.failures.emit("The disk is full.");
     EXPECT_NE(*store.persistenceError, std::nullopt);
     defaults.failures.emit("");
     EXPECT_EQ(*store.persistenceError, std::nullopt) << "saved after all, without another change of a preset";
-}
-
-TEST_F(PresetStoreTest, CallersMayPassReferencesIntoTheListThatTheyChange)
-{
-    PresetStore store(defaults);
-    store.addPreset({}, {});
-    store.addPreset({}, {});
-    store.setShortcut(store.presets->at(0).shortcut, store.presets->at(1).id);
-    EXPECT_EQ(store.shortcutErrors->size(), 1u);
-    store.setShortcut(recorded(3), store.presets->at(0).id);
-    EXPECT_TRUE(store.setShortcut(store.presets->at(1).shortcut, store.presets->at(1).id));
-    store.rename(store.presets->at(0).id, store.presets->at(1).name);
-    EXPECT_EQ(store.presets->at(0).name, "Preset 2");
-    store.update(store.presets->at(0));
-    store.deletePreset(store.presets->at(1).id);
-    store.deletePreset(store.presets->at(0).id);
-    EXPECT_TRUE(store.presets->empty());
 }
 
 } // namespace

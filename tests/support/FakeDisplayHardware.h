@@ -23,6 +23,7 @@ struct FakeMonitor {
     std::uint16_t maximum = 100;
     std::optional<BrightnessError> writeError; ///< how every write ends; only `readFailed` takes the value over
     bool isReadable = true;
+    double highest = 1.0; ///< takes no value over this one, and reports what it took
 };
 
 class FakeDisplayHardware final : public DisplayHardwareControlling {
@@ -37,7 +38,6 @@ public:
             text += " " + each.id;
         return answerTo<std::vector<DisplayInfo>>(text, [this, displays] { return inspected(displays); });
     }
-
     Task<Readings> currentBrightness(std::vector<std::string> ids) override
     {
         std::string text = "read";
@@ -45,7 +45,6 @@ public:
             text += " " + id;
         return answerTo<Readings>(text, [this, ids] { return read(ids); });
     }
-
     Task<Outcome> setBrightness(double value, std::string id) override
     {
         char number[32];
@@ -53,22 +52,14 @@ public:
         return answerTo<Outcome>("set " + id + number, [this, value, id] { return written(value, id); });
     }
 
-    /// The calls that wait for an answer, in the order in which they came.
-    std::vector<std::string> waiting() const
-    {
-        std::vector<std::string> texts;
-        for (const auto& each : calls)
-            texts.push_back(each->text);
-        return texts;
-    }
+    std::size_t waitingCount() const { return calls.size(); }
     /// Where the waiting call at this position stands in `log`.
     std::size_t numberOf(std::size_t position) const { return calls.at(position)->number; }
-    /// How many calls with this text's beginning are waited for by somebody.
+    /// How many calls with this text's beginning are waited for.
     std::size_t liveCalls(const std::string& beginning) const
     {
-        return static_cast<std::size_t>(std::count_if(calls.begin(), calls.end(), [&](const auto& each) {
-            return each->waiter && each->text.starts_with(beginning);
-        }));
+        return static_cast<std::size_t>(std::ranges::count_if(
+            calls, [&](const auto& each) { return each->waiter && log[each->number].starts_with(beginning); }));
     }
     /// Does what the call at this position asks, and answers it.
     void answer(std::size_t position = 0)
@@ -79,7 +70,6 @@ public:
         if (const auto waiter = std::exchange(call->waiter, nullptr))
             waiter.resume();
     }
-    /// Answers until nobody waits.
     void answerAll()
     {
         while (!calls.empty())
@@ -93,34 +83,28 @@ public:
 
 private:
     struct Call {
-        std::string text;
         std::size_t number = 0;
         std::function<void()> perform;
         std::coroutine_handle<> waiter;
     };
 
-    template <typename Result>
-    class Answer {
-    public:
-        Answer(FakeDisplayHardware& source, std::string text, const std::function<Result()>& work)
-            : hardware(source)
+    /// Awaits the turn of a call.
+    struct Turn {
+        Turn(FakeDisplayHardware& owner, std::function<void()> perform) : hardware(owner)
         {
-            call->text = std::move(text);
-            call->perform = [work, kept = result] { kept->emplace(work()); };
+            call->perform = std::move(perform);
         }
-        Answer(const Answer&) = delete;
-        Answer& operator=(const Answer&) = delete;
-        ~Answer()
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+        ~Turn()
         {
             call->waiter = nullptr;
             if (!hardware.calls.empty() && hardware.calls.front() != call)
                 std::erase(hardware.calls, call);
         }
 
-        bool await_ready()
+        bool await_ready() const
         {
-            call->number = hardware.log.size();
-            hardware.log.push_back(call->text);
             if (!hardware.holdsAnswers)
                 call->perform();
             return !hardware.holdsAnswers;
@@ -130,19 +114,21 @@ private:
             call->waiter = handle;
             hardware.calls.push_back(call);
         }
-        Result await_resume() { return std::move(**result); }
+        void await_resume() const {}
 
-    private:
         FakeDisplayHardware& hardware;
         std::shared_ptr<Call> call = std::make_shared<Call>();
-        std::shared_ptr<std::optional<Result>> result = std::make_shared<std::optional<Result>>();
     };
 
     template <typename Result>
     Task<Result> answerTo(std::string text, std::function<Result()> work)
     {
-        Answer<Result> answer(*this, std::move(text), work);
-        co_return co_await answer;
+        const auto result = std::make_shared<std::optional<Result>>();
+        Turn turn(*this, [work, result] { result->emplace(work()); });
+        turn.call->number = log.size();
+        log.push_back(text);
+        co_await turn;
+        co_return std::move(**result);
     }
 
     std::vector<DisplayInfo> inspected(std::vector<DisplayInfo> displays) const
@@ -155,7 +141,8 @@ private:
             }
             each.method = monitor->second.method;
             each.maximum = monitor->second.maximum;
-            each.brightness = monitor->second.brightness;
+            if (monitor->second.isReadable)
+                each.brightness = monitor->second.brightness;
             each.status = "Inspected.";
         }
         return displays;
@@ -177,9 +164,10 @@ private:
             return tl::unexpected(BrightnessError::disconnected);
         FakeMonitor& monitor = found->second;
         writes.emplace_back(id, value);
+        const double taken = std::min(value, monitor.highest);
         const double units = monitor.maximum;
         if (!monitor.writeError || monitor.writeError == BrightnessError::readFailed)
-            monitor.brightness = monitor.method == ControlMethod::ddc ? std::round(value * units) / units : value;
+            monitor.brightness = monitor.method == ControlMethod::ddc ? std::round(taken * units) / units : taken;
         if (monitor.writeError)
             return tl::unexpected(*monitor.writeError);
         return monitor.brightness;
