@@ -34,7 +34,7 @@ public:
 /// Awaits the passing of a delay. Destroying the waiting frame withdraws the timer.
 class [[nodiscard]] Sleep {
 public:
-    Sleep(Clock& source, Clock::Duration time) : clock(source), delay(time) {}
+    Sleep(Clock& clock, Clock::Duration delay) : clock(clock), delay(delay) {}
     Sleep(const Sleep&) = delete;
     Sleep& operator=(const Sleep&) = delete;
     ~Sleep()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A lazily started coroutine whose frame is owned by exactly one object.
 //
-// Ownership is cancellation. Whoever holds the Task (a parent coroutine, or a TaskHandle in the object whose
+// Ownership is cancellation. The owner of the Task (a parent coroutine, or a TaskHandle in the object whose
 // `this` the coroutine uses) destroys the frame when it goes away, and every awaiter withdraws its
 // pending callback in its destructor. Code after a `co_await` therefore runs only while its owner lives.
 // A task may drop its own handle while it runs: it then goes no further than its next `co_await`. It must
@@ -169,7 +169,7 @@ public:
     /// True once the coroutine has returned.
     bool done() const noexcept { return frame.done(); }
 
-    /// Runs the coroutine up to its first wait. Call it once, and only on a task that nobody awaits.
+    /// Runs the coroutine up to its first wait. Call it once, and only on a task that no other task awaits.
     void start() const
     {
         frame.promise().own.running = true;

@@ -8,7 +8,7 @@ Worker::Worker() : thread([this] { run(); }) {}
 Worker::~Worker()
 {
     {
-        std::deque<std::function<void()>> dropped; // destroyed without the lock: their contents may be anyone's
+        std::deque<std::function<void()>> dropped; // destroyed without the lock: what they hold may post or wait
         const std::lock_guard lock(mutex);
         stopping = true;
         dropped.swap(jobs);

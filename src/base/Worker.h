@@ -39,7 +39,7 @@ private:
     std::thread thread; // last: it uses the others
 };
 
-/// Tells a job on the worker that nobody waits for its result any more. Copies share one state; any thread.
+/// Tells a job on the worker that its result is no longer waited for. Copies share one state; any thread.
 class CancellationToken {
 public:
     bool isCancelled() const { return flag->load(std::memory_order_relaxed); }
@@ -50,14 +50,14 @@ private:
 };
 
 /// Awaits a job's result. A job cannot be stopped once it has begun: when the waiting frame is destroyed, the
-/// token is cancelled, a job that has not begun is skipped, and a late result finds nobody.
+/// token is cancelled, a job that has not begun is skipped, and a late result is dropped.
 template <typename Result>
 class [[nodiscard]] WorkerCall {
 public:
     using Job = std::function<Result(const CancellationToken&)>;
 
-    WorkerCall(Worker& executor, MainThread& home, Job work)
-        : worker(executor), mainThread(home), job(std::move(work))
+    WorkerCall(Worker& worker, MainThread& mainThread, Job job)
+        : worker(worker), mainThread(mainThread), job(std::move(job))
     {
     }
     WorkerCall(const WorkerCall&) = delete;
@@ -72,11 +72,11 @@ public:
     void await_suspend(std::coroutine_handle<> waiter)
     {
         slot->waiter = waiter;
-        worker.post([work = std::move(job), shared = slot, &home = mainThread]() mutable {
+        worker.post([work = std::move(job), shared = slot, &loop = mainThread]() mutable {
             if (shared->token.isCancelled())
                 return;
             shared->result.emplace(work(shared->token));
-            home.post([delivered = std::move(shared)] {
+            loop.post([delivered = std::move(shared)] {
                 if (const auto resumed = std::exchange(delivered->waiter, nullptr))
                     resumed.resume();
             });

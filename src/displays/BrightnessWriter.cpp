@@ -107,7 +107,7 @@ Task<> BrightnessWriter::writeBatch()
         batchWrite.reset();
         showOutcome(next.id, outcome);
     }
-    batchTask.cancel(); // the work is done: whoever waits for it must not find it running
+    batchTask.cancel(); // the work is done: `isWriting` must say so to those who wait
     announceIfIdle();
 }
 

@@ -46,8 +46,8 @@ struct KeyEvent {
     bool isRepeat = false;
     std::uint32_t keyCode = 0;   ///< Macintosh virtual key code
     std::uint32_t modifiers = 0; ///< KeyModifier bits; others are ignored
-    /// What the key types without modifiers, in UTF-8; may be empty. Upper-cased by whoever makes the event and
-    /// has the system's Unicode tables; of what comes in lower case, only ASCII letters are upper-cased here.
+    /// What the key types without modifiers, in UTF-8; may be empty. The maker of the event, who has the system's
+    /// Unicode tables, upper-cases it; of what comes in lower case, only ASCII letters are upper-cased here.
     std::string characters;
 };
 

@@ -33,7 +33,7 @@ std::vector<BrightnessPreset> cleaned(std::vector<BrightnessPreset> decoded)
 
 } // namespace
 
-PresetStore::PresetStore(UserDefaults& source) : defaults(source)
+PresetStore::PresetStore(UserDefaults& defaults) : defaults(defaults)
 {
     if (const std::optional<PropertyValue> stored = defaults.value(presetsKey)) {
         const auto* data = stored->as<PropertyData>();
