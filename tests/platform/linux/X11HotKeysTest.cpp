@@ -84,20 +84,14 @@ TEST_F(X11HotKeysTest, APressIsDeliveredOnceInEveryStateOfTheLocksHoweverLongItI
     EXPECT_EQ(press("key F5 F5"), (Ids{8, 8}));
 }
 
-TEST_F(X11HotKeysTest, APressThatArrivesWhileAReplyIsAwaitedIsDeliveredWithoutAnother)
+TEST_F(X11HotKeysTest, PressesAroundARegistrationAreNeitherLostNorInvented)
 {
     ASSERT_EQ(add(keys, 8, {.functionKey = 5}), "");
-    xdotool("key F5");
-    ASSERT_EQ(add(keys, 9, {.functionKey = 7}), "") << "reads what the server has sent so far";
+    xdotool("key F5 keydown F7");
+    ASSERT_EQ(add(keys, 9, {.functionKey = 7}), "") << "its reply comes after the press of F5";
     EXPECT_TRUE(turnLoopUntil([this] { return pressed == Ids{8}; }));
-}
-
-TEST_F(X11HotKeysTest, AKeyThatIsDownWhenItIsRegisteredCountsFromItsNextPress)
-{
-    xdotool("keydown F5");
-    ASSERT_EQ(add(keys, 8, {.functionKey = 5}), "");
-    EXPECT_EQ(press("keydown F5 keyup F5"), Ids{});
-    EXPECT_EQ(press("key F5"), Ids{8});
+    EXPECT_EQ(press("keydown F7 keyup F7"), Ids{}) << "it was held before, and repeats";
+    EXPECT_EQ(press("key F7"), Ids{9});
 }
 
 TEST_F(X11HotKeysTest, RefusedKeysSayWhyAndAreFreeWhenTheOtherProgramLetsGo)
@@ -121,16 +115,14 @@ TEST_F(X11HotKeysTest, RefusedKeysSayWhyAndAreFreeWhenTheOtherProgramLetsGo)
 TEST(X11, RoundedRegionCoversEveryRowOnceAndIsSymmetrical)
 {
     const auto region = x11::roundedRegion(340, 284, 12);
-    ASSERT_EQ(region.size(), 4u * (12 + 1 + 12));
     std::uint32_t next = 0;
-    for (std::size_t i = 0; i < region.size(); i += 4) {
+    for (std::size_t i = 0; i < region.size(); i += 4) { // x, y, width, height
         EXPECT_EQ(region[i + 1], next);
         EXPECT_EQ(region[i + 2], 340 - 2 * region[i]);
         EXPECT_EQ(region[i], region[region.size() - 4 - i]);
         next += region[i + 3];
     }
     EXPECT_EQ(next, 284u);
-    EXPECT_GT(region[0], 6u); // the corner
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/portal/PortalAppearance.h"
 
+#include "platform/linux/portal/PortalRequest.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -14,8 +16,6 @@ namespace lumenvale {
 
 namespace {
 
-constexpr char service[] = "org.freedesktop.portal.Desktop";
-constexpr char path[] = "/org/freedesktop/portal/desktop";
 constexpr char interface[] = "org.freedesktop.portal.Settings";
 constexpr char settings[] = "org.freedesktop.appearance";
 constexpr char colorScheme[] = "color-scheme"; ///< u: 1 dark, 2 light, others no preference
@@ -60,13 +60,13 @@ class PortalAppearance final : public QObject, public AppearanceSource {
     Q_OBJECT
 
 public:
-    explicit PortalAppearance(QDBusConnection connection) : bus(std::move(connection)) {}
+    explicit PortalAppearance(QDBusConnection bus) : bus(std::move(bus)) {}
 
     void observe(Observer next) override
     {
         observer = std::move(next);
         qRegisterMetaType<QDBusVariant>(); // the connection finds the slot's types by their names
-        bus.connect(service, path, interface, "SettingChanged", this,
+        bus.connect(portalService, portalPath, interface, "SettingChanged", this,
                     SLOT(settingChanged(QString, QString, QDBusVariant)));
         for (const char* key : {colorScheme, accentColor})
             read(key);
@@ -82,7 +82,7 @@ private Q_SLOTS:
 private:
     void read(const QString& key)
     {
-        auto call = QDBusMessage::createMethodCall(service, path, interface, "Read");
+        auto call = QDBusMessage::createMethodCall(portalService, portalPath, interface, "Read");
         call << QString(settings) << key;
         auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
         QObject::connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, key] {

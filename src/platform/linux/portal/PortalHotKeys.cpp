@@ -4,7 +4,6 @@
 #include "platform/linux/keyboard/ShortcutMessages.h"
 #include "platform/linux/portal/PortalRequest.h"
 #include "platform/linux/portal/PortalSession.h"
-#include "platform/linux/portal/PortalTrigger.h"
 
 #include <QDBusServiceWatcher>
 #include <QTimer>
@@ -16,9 +15,20 @@ namespace lumenvale {
 
 namespace {
 
-constexpr char noPortalMessage[] =
-    "This desktop lets no app set system-wide shortcuts. In its own keyboard settings, bind a key to the command "
-    "\"lumenvale apply\" followed by the preset's name.";
+std::string explain(PortalFailure failure)
+{
+    switch (failure) {
+    case PortalFailure::refused:
+        return "The desktop did not allow system-wide shortcuts. Allow them in its settings for apps.";
+    case PortalFailure::stopped:
+        return "The desktop's service for system-wide shortcuts has stopped.";
+    case PortalFailure::absent:
+        break;
+    }
+    return "This desktop lets no app set system-wide shortcuts. In its own keyboard settings, bind a key to the "
+           "command "
+           "\"lumenvale apply\" followed by the preset's name.";
+}
 
 class PortalHotKeys final : public HotKeyService {
 public:
@@ -28,10 +38,8 @@ public:
         bindLater.setSingleShot(true);
         QObject::connect(&bindLater, &QTimer::timeout, &bindLater, [this] { bind(); });
         QObject::connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, &watcher,
-                         [this](const QString&, const QString&, const QString& newOwner) {
-                             session.reset();
-                             if (!newOwner.isEmpty())
-                                 bindLater.start(0);
+                         [this](const QString&, const QString& oldOwner, const QString& newOwner) {
+                             portalChanged(!oldOwner.isEmpty(), !newOwner.isEmpty());
                          });
     }
 
@@ -70,7 +78,13 @@ public:
 private:
     void bind()
     {
-        session.reset();
+        if (session) {
+            session->close([this] {
+                forgetSession();
+                bind();
+            });
+            return;
+        }
         if (keys.empty())
             return;
         std::vector<PortalShortcut> shortcuts;
@@ -80,10 +94,24 @@ private:
             bus, std::move(shortcuts),
             PortalSession::Events{
                 .activated = [this](const std::string& name) { activate(name); },
-                .bound = [this](const auto& triggers) { reportBound(triggers); },
-                .failed = [this](PortalFailure failure) { reportFailure(failure); },
+                .bound = [this](const std::set<std::string>& names) { reportBound(names); },
+                .failed = [this](PortalFailure failure) { fail(failure); },
             });
     }
+
+    /// Our own first call starts a portal that did not run: the session that is being made is then the new
+    /// portal's.
+    void portalChanged(bool wasThere, bool isThere)
+    {
+        if (wasThere)
+            session.reset();
+        if (!isThere)
+            report([](const PortalShortcut&) { return explain(PortalFailure::stopped); });
+        else if (!session && !keys.empty())
+            bindLater.start(0);
+    }
+
+    void forgetSession() { session.release()->deleteLater(); } // one of its calls may be under way
 
     void activate(const std::string& name)
     {
@@ -94,23 +122,20 @@ private:
             call(key->first);
     }
 
-    void reportBound(const std::map<std::string, std::string>& triggers)
+    void reportBound(const std::set<std::string>& names)
     {
-        report([&](const PortalShortcut& key) {
-            return triggers.contains(key.name)
-                       ? ""
-                       : "The desktop did not accept this shortcut. Choose a key for it in the desktop's own "
-                         "keyboard settings.";
+        report([&](const PortalShortcut& key) -> std::string {
+            if (names.contains(key.name))
+                return {};
+            return "The desktop did not accept this shortcut. Choose a key for it in the desktop's own keyboard "
+                   "settings.";
         });
     }
 
-    void reportFailure(PortalFailure failure)
+    void fail(PortalFailure failure)
     {
-        report([failure](const PortalShortcut&) {
-            return failure == PortalFailure::refused
-                       ? "The desktop did not allow system-wide shortcuts. Allow them in its settings for apps."
-                       : noPortalMessage;
-        });
+        forgetSession();
+        report([failure](const PortalShortcut&) { return explain(failure); });
     }
 
     template <typename Message>

@@ -14,8 +14,8 @@ constexpr char requestInterface[] = "org.freedesktop.portal.Request";
 constexpr uint failed = 2;
 } // namespace
 
-PortalRequest::PortalRequest(const QDBusConnection& connection, const QString& token, Answer callback)
-    : bus(connection), answer(std::move(callback))
+PortalRequest::PortalRequest(const QDBusConnection& bus, const QString& token, Answer answer)
+    : bus(bus), answer(std::move(answer))
 {
     QString sender = bus.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));

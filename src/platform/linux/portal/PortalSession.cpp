@@ -4,11 +4,10 @@
 #include "base/Identity.h"
 #include "platform/linux/portal/PortalRequest.h"
 
-#include <QDBusArgument>
-#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QRandomGenerator>
+#include <QTimer>
 #include <utility>
 
 namespace lumenvale {
@@ -18,77 +17,28 @@ namespace {
 constexpr char shortcutsInterface[] = "org.freedesktop.portal.GlobalShortcuts";
 constexpr char registryInterface[] = "org.freedesktop.host.portal.Registry";
 constexpr char sessionInterface[] = "org.freedesktop.portal.Session";
+/// Some desktops remember the user's keys under this name, so it is the same in every run.
+constexpr char sessionToken[] = "lumenvale";
 constexpr uint refusedByUser = 1;
-
-QString makeToken() { return QStringLiteral("lumenvale%1").arg(QRandomGenerator::global()->generate()); }
 
 QDBusMessage portalCall(const char* interface, const char* method)
 {
     return QDBusMessage::createMethodCall(portalService, portalPath, interface, method);
 }
 
-/// Reads a(sa{sv}) into names and the desktop's words for the keys.
-std::map<std::string, std::string> readShortcuts(const QVariant& value)
-{
-    std::map<std::string, std::string> result;
-    if (!value.canConvert<QDBusArgument>())
-        return result;
-    const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QLatin1String("a(sa{sv})"))
-        return result;
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        QString name;
-        QVariantMap properties;
-        argument.beginStructure();
-        argument >> name >> properties;
-        argument.endStructure();
-        result[name.toStdString()] =
-            properties.value(QStringLiteral("trigger_description")).toString().toStdString();
-    }
-    argument.endArray();
-    return result;
-}
-
-QDBusArgument writeShortcuts(const std::vector<PortalShortcut>& shortcuts)
-{
-    // A structure has no type of its own in Qt's registry, so the array is begun with the signature of an element.
-    struct Element {
-        static QMetaType type()
-        {
-            static const QMetaType registered = qDBusRegisterMetaType<std::pair<QString, QVariantMap>>();
-            return registered;
-        }
-    };
-    QDBusArgument argument;
-    argument.beginArray(Element::type());
-    for (const PortalShortcut& shortcut : shortcuts) {
-        const QVariantMap properties = {
-            {QStringLiteral("description"), QString::fromStdString(shortcut.description)},
-            {QStringLiteral("preferred_trigger"), QString::fromStdString(shortcut.trigger)},
-        };
-        argument.beginStructure();
-        argument << QString::fromStdString(shortcut.name) << properties;
-        argument.endStructure();
-    }
-    argument.endArray();
-    return argument;
-}
-
 } // namespace
 
-PortalSession::PortalSession(const QDBusConnection& connection, std::vector<PortalShortcut> wanted,
-                             Events callbacks)
-    : bus(connection), shortcuts(std::move(wanted)), events(std::move(callbacks))
+PortalSession::PortalSession(const QDBusConnection& bus, std::vector<PortalShortcut> shortcuts, Events events)
+    : bus(bus), shortcuts(std::move(shortcuts)), events(std::move(events))
 {
-    bus.connect(portalService, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
-                SLOT(activated(QDBusMessage)));
-    bus.connect(portalService, portalPath, shortcutsInterface, QStringLiteral("ShortcutsChanged"), this,
-                SLOT(changed(QDBusMessage)));
+    this->bus.connect(portalService, portalPath, shortcutsInterface, "Activated", this,
+                      SLOT(activated(QDBusMessage)));
+    this->bus.connect(portalService, portalPath, shortcutsInterface, "ShortcutsChanged", this,
+                      SLOT(changed(QDBusMessage)));
     // Portals ask programs outside a sandbox who they are. Those that do not know the question answer with an
     // error, and so do those that were told before; both are fine.
     QDBusMessage message = portalCall(registryInterface, "Register");
-    message << QString::fromLatin1(applicationIdentifier) << QVariantMap();
+    message << QString(applicationIdentifier) << QVariantMap();
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
@@ -99,60 +49,126 @@ PortalSession::PortalSession(const QDBusConnection& connection, std::vector<Port
 PortalSession::~PortalSession()
 {
     if (!session.isEmpty())
-        bus.send(
-            QDBusMessage::createMethodCall(portalService, session, sessionInterface, QStringLiteral("Close")));
+        sendClose();
+}
+
+void PortalSession::close(std::function<void()> closed)
+{
+    const bool isClosing = static_cast<bool>(onClosed);
+    events = {};
+    onClosed = std::move(closed);
+    if (!isBeingMade && !isClosing)
+        sendClose();
+}
+
+/// Closes the session if there is one, and then calls whoever gave it up.
+void PortalSession::sendClose()
+{
+    const QString path = std::exchange(session, QString());
+    if (path.isEmpty()) {
+        QTimer::singleShot(0, this, [this] { onClosed(); });
+        return;
+    }
+    auto message = QDBusMessage::createMethodCall(portalService, path, sessionInterface, "Close");
+    message.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this] { onClosed(); });
+}
+
+/// Makes a call that the portal answers later, by a request.
+void PortalSession::ask(QDBusMessage message, QVariantMap options,
+                        std::function<void(uint, const QVariantMap&)> answered)
+{
+    const QString token = QString("lumenvale%1").arg(QRandomGenerator::global()->generate());
+    options["handle_token"] = token;
+    if (request)
+        request.release()->deleteLater(); // its answer may be being delivered
+    request = std::make_unique<PortalRequest>(bus, token, std::move(answered));
+    request->call(message << options);
 }
 
 void PortalSession::createSession()
 {
-    const QString token = makeToken();
-    QDBusMessage message = portalCall(shortcutsInterface, "CreateSession");
-    message << QVariantMap{{QStringLiteral("handle_token"), token},
-                           {QStringLiteral("session_handle_token"), makeToken()}};
-    request = std::make_unique<PortalRequest>(bus, token, [this](uint response, const QVariantMap& results) {
-        session = results.value(QStringLiteral("session_handle")).toString();
-        if (response == 0 && !session.isEmpty())
-            bindShortcuts();
-        else
-            fail(response);
-    });
-    request->call(message);
+    ask(portalCall(shortcutsInterface, "CreateSession"),
+        {{"session_handle_token", sessionToken}, {"shortcuts", writePortalShortcuts(shortcuts)}},
+        [this](uint response, const QVariantMap& results) { sessionCreated(response, results); });
+}
+
+void PortalSession::sessionCreated(uint response, const QVariantMap& results)
+{
+    isBeingMade = false;
+    session = results.value("session_handle").toString();
+    if (onClosed) {
+        sendClose();
+        return;
+    }
+    if (response != 0 || session.isEmpty()) {
+        fail(response);
+        return;
+    }
+    bus.connect(portalService, session, sessionInterface, "Closed", this, SLOT(ended()));
+    if (const QVariant bound = results.value("shortcuts"); bound.isValid())
+        events.bound(readBoundShortcuts(bound));
+    else
+        bindShortcuts();
 }
 
 void PortalSession::bindShortcuts()
 {
-    const QString token = makeToken();
     QDBusMessage message = portalCall(shortcutsInterface, "BindShortcuts");
-    message << QVariant::fromValue(QDBusObjectPath(session)) << QVariant::fromValue(writeShortcuts(shortcuts))
-            << QString() << QVariantMap{{QStringLiteral("handle_token"), token}};
-    auto finished = std::move(request); // its answer is being delivered
-    finished.release()->deleteLater();
-    request = std::make_unique<PortalRequest>(bus, token, [this](uint response, const QVariantMap& results) {
-        if (response == 0)
-            events.bound(readShortcuts(results.value(QStringLiteral("shortcuts"))));
-        else
+    message << QVariant::fromValue(QDBusObjectPath(session)) << writePortalShortcuts(shortcuts) << QString();
+    ask(message, {}, [this](uint response, const QVariantMap& results) {
+        const std::set<std::string> bound = readBoundShortcuts(results.value("shortcuts"));
+        if (response != 0)
             fail(response);
+        else if (bound.empty())
+            listShortcuts();
+        else if (events.bound)
+            events.bound(bound);
     });
-    request->call(message);
+}
+
+void PortalSession::listShortcuts()
+{
+    QDBusMessage message = portalCall(shortcutsInterface, "ListShortcuts");
+    message << QVariant::fromValue(QDBusObjectPath(session));
+    ask(message, {}, [this](uint, const QVariantMap& results) {
+        if (events.bound)
+            events.bound(readBoundShortcuts(results.value("shortcuts")));
+    });
 }
 
 void PortalSession::fail(uint response)
 {
-    events.failed(response == refusedByUser ? PortalFailure::refused : PortalFailure::absent);
+    if (events.failed)
+        events.failed(response == refusedByUser ? PortalFailure::refused : PortalFailure::absent);
+}
+
+/// Whether a signal, whose first argument is a session, is about this one.
+bool PortalSession::isOurs(const QDBusMessage& message) const
+{
+    return !session.isEmpty() && message.arguments().value(0).value<QDBusObjectPath>().path() == session;
 }
 
 void PortalSession::activated(const QDBusMessage& message)
 {
-    const QVariantList arguments = message.arguments(); // session, name, time, options
-    if (arguments.size() >= 2 && arguments.at(0).value<QDBusObjectPath>().path() == session)
-        events.activated(arguments.at(1).toString().toStdString());
+    const auto call = events.activated; // it may end this object
+    if (call && isOurs(message))
+        call(message.arguments().value(1).toString().toStdString()); // session, name, time, options
 }
 
 void PortalSession::changed(const QDBusMessage& message)
 {
-    const QVariantList arguments = message.arguments();
-    if (arguments.size() == 2 && arguments.at(0).value<QDBusObjectPath>().path() == session)
-        events.bound(readShortcuts(arguments.at(1)));
+    const auto call = events.bound;
+    if (call && isOurs(message))
+        call(readBoundShortcuts(message.arguments().value(1)));
+}
+
+void PortalSession::ended()
+{
+    session.clear();
+    if (const auto call = events.failed)
+        call(PortalFailure::stopped);
 }
 
 } // namespace lumenvale

@@ -16,9 +16,6 @@ namespace lumenvale {
 
 namespace {
 
-constexpr char watcherService[] = "org.kde.StatusNotifierWatcher";
-constexpr char watcherPath[] = "/StatusNotifierWatcher";
-
 /// The shell of GNOME has a dark bar in every theme; others colour it as they colour windows.
 bool isBarDark()
 {
@@ -31,13 +28,13 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
-    LinuxStatusItem(QDBusConnection connection, QString name, StatusItemContent shown)
-        : bus(std::move(connection)), identifier(std::move(name)), content(std::move(shown)),
+    LinuxStatusItem(const QDBusConnection& bus, const QString& identifier, StatusItemContent content)
+        : bus(bus), identifier(identifier), content(std::move(content)),
           owners(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange)
     {
         QObject::connect(&owners, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { lookForHost(); });
         for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-            bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(lookForHost()));
+            this->bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(lookForHost()));
         qApp->installEventFilter(this);
         lookForHost();
     }
@@ -71,7 +68,7 @@ public:
     }
 
 private Q_SLOTS:
-    /// Asks the watcher whether anybody shows its items.
+    /// Asks the watcher whether a host shows its items.
     void lookForHost()
     {
         if (!bus.isConnected()) {
@@ -115,8 +112,8 @@ private:
 
 } // namespace
 
-LinuxStatusBar::LinuxStatusBar(QDBusConnection connection, QString name)
-    : bus(std::move(connection)), identifier(std::move(name))
+LinuxStatusBar::LinuxStatusBar(QDBusConnection bus, QString identifier)
+    : bus(std::move(bus)), identifier(std::move(identifier))
 {
 }
 

@@ -16,10 +16,6 @@ namespace lumenvale {
 
 namespace {
 
-constexpr char watcherService[] = "org.kde.StatusNotifierWatcher";
-constexpr char watcherPath[] = "/StatusNotifierWatcher";
-constexpr int wheelNotch = 120; ///< what hosts that pass the wheel on unchanged send for one notch
-
 /// On a square, as hosts lay items out, in the byte order of the protocol.
 DBusImage squareImage(const Bitmap& bitmap, bool isLight)
 {
@@ -29,9 +25,8 @@ DBusImage squareImage(const Bitmap& bitmap, bool isLight)
     const int top = (side - bitmap.height) / 2;
     for (int y = 0; y < bitmap.height; ++y) {
         for (int x = 0; x < bitmap.width; ++x) {
-            const std::uint32_t alpha = bitmap.pixels[std::size_t(y) * bitmap.width + x] & 0xFF000000u;
-            const std::uint32_t tinted = alpha | (isLight ? 0xF2F2F4u : 0x1D1D1Fu);
-            qToBigEndian(tinted, image.pixels.data() + (qsizetype(top + y) * side + left + x) * 4);
+            const std::uint32_t pixel = tinted(bitmap.pixels[std::size_t(y) * bitmap.width + x], isLight);
+            qToBigEndian(pixel, image.pixels.data() + (qsizetype(top + y) * side + left + x) * 4);
         }
     }
     return image;
@@ -39,23 +34,24 @@ DBusImage squareImage(const Bitmap& bitmap, bool isLight)
 
 QString newServiceName()
 {
-    static int count = 100; // the toolkit counts from 1, on a connection of its own
+    static int count = 100; // Qt counts from 1, on a connection of its own
     return QString("org.kde.StatusNotifierItem-%1-%2").arg(::getpid()).arg(++count);
 }
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(QDBusConnection connection, const StatusItemContent& shownContent,
-                                       const QString& name, IsBarDark isDark)
-    : identifier(name), bus(std::move(connection)), content(shownContent), isBarDark(std::move(isDark)),
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const StatusItemContent& content,
+                                       const QString& identifier, IsBarDark isBarDark)
+    : identifier(identifier), bus(bus), content(content), isBarDark(std::move(isBarDark)),
       serviceName(newServiceName())
 {
     registerDBusMenuTypes();
     menu = new DBusMenu(&menuObject, content.menu);
     new StatusNotifierItemAdaptor(this);
-    bus.registerObject(menuPath, &menuObject, QDBusConnection::ExportAdaptors);
-    bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
-    bus.registerService(serviceName);
+    this->bus.registerObject(menuPath, &menuObject, QDBusConnection::ExportAdaptors);
+    this->bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
+    if (!this->bus.registerService(serviceName))
+        serviceName = this->bus.baseService(); // sandboxes allow no other name
 }
 
 StatusNotifierItem::~StatusNotifierItem()
@@ -103,11 +99,12 @@ void StatusNotifierItem::scroll(int delta, const QString& orientation)
 {
     if (orientation.compare("vertical", Qt::CaseInsensitive) != 0 || delta == 0)
         return;
-    // Some hosts pass on the wheel's own units, others whole steps.
-    unusedScroll += std::abs(delta) >= wheelNotch / 8 ? delta : (delta > 0 ? wheelNotch : -wheelNotch);
-    const int steps = unusedScroll / wheelNotch;
-    unusedScroll -= steps * wheelNotch;
-    if (steps != 0)
+    // Some hosts pass on the wheel's own units, others whole steps, and those that do count down as positive,
+    // except for MATE, which writes the word with a capital.
+    const bool isInSteps = std::abs(delta) < wheelNotch / 8;
+    const int sign = delta > 0 ? 1 : -1;
+    const int turned = !isInSteps ? delta : (orientation == "vertical" ? -sign : sign) * wheelNotch;
+    if (const int steps = wheel.turn(turned); steps != 0)
         content.scrolled(steps);
 }
 
@@ -125,7 +122,7 @@ DBusToolTip StatusNotifierItemAdaptor::toolTip() const
 
 void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString& token)
 {
-    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where the toolkit looks for it
+    qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where Qt looks for it
 }
 
 } // namespace lumenvale

@@ -5,6 +5,7 @@
 
 #include "platform/Shell.h"
 #include "platform/linux/tray/DBusMenuTypes.h"
+#include "platform/linux/tray/TrayIcon.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -17,7 +18,10 @@ namespace lumenvale {
 
 class DBusMenu;
 
-/// Exported as long as it exists; a watcher has to be told of it by `registerWith`.
+constexpr char watcherService[] = "org.kde.StatusNotifierWatcher";
+constexpr char watcherPath[] = "/StatusNotifierWatcher";
+
+/// Exported as long as it exists; a watcher has to be told of it by `registerWithWatcher`.
 class StatusNotifierItem final : public QObject {
     Q_OBJECT
 
@@ -25,7 +29,7 @@ public:
     /// Whether the image is drawn light, for a dark bar.
     using IsBarDark = std::function<bool()>;
 
-    StatusNotifierItem(QDBusConnection bus, const StatusItemContent& content, const QString& identifier,
+    StatusNotifierItem(const QDBusConnection& bus, const StatusItemContent& content, const QString& identifier,
                        IsBarDark isBarDark);
     ~StatusNotifierItem() override;
 
@@ -55,7 +59,7 @@ private:
     QObject menuObject;
     DBusMenu* menu = nullptr; // child of menuObject
     std::optional<Point> lastPoint;
-    int unusedScroll = 0; // less than a step
+    WheelSteps wheel;
 };
 
 /// The D-Bus face of a StatusNotifierItem, which owns it.

@@ -18,8 +18,7 @@ QIcon tintedIcon(const std::function<Bitmap(double)>& draw, bool isLight)
         QImage image(bitmap.width, bitmap.height, QImage::Format_ARGB32);
         for (int y = 0; y < bitmap.height; ++y) {
             for (int x = 0; x < bitmap.width; ++x) {
-                const std::uint32_t alpha = bitmap.pixels[std::size_t(y) * bitmap.width + x] & 0xFF000000u;
-                image.setPixel(x, y, alpha | (isLight ? 0xF2F2F4u : 0x1D1D1Fu));
+                image.setPixel(x, y, tinted(bitmap.pixels[std::size_t(y) * bitmap.width + x], isLight));
             }
         }
         icon.addPixmap(QPixmap::fromImage(image));
@@ -29,7 +28,20 @@ QIcon tintedIcon(const std::function<Bitmap(double)>& draw, bool isLight)
 
 } // namespace
 
-TrayIcon::TrayIcon(const StatusItemContent& shown, bool isBarDark) : content(shown)
+std::uint32_t tinted(std::uint32_t pixel, bool isLight)
+{
+    return (pixel & 0xFF000000u) | (isLight ? 0xF2F2F4u : 0x1D1D1Fu);
+}
+
+int WheelSteps::turn(int units)
+{
+    unused += units;
+    const int steps = unused / wheelNotch;
+    unused -= steps * wheelNotch;
+    return steps;
+}
+
+TrayIcon::TrayIcon(const StatusItemContent& content, bool isBarDark) : content(content)
 {
     imageChanged(isBarDark);
     icon.setToolTip(QString::fromStdString(content.toolTip));
@@ -38,7 +50,7 @@ TrayIcon::TrayIcon(const StatusItemContent& shown, bool isBarDark) : content(sho
     icon.installEventFilter(this);
     QObject::connect(&icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
         if (reason != QSystemTrayIcon::Context)
-            content.activated();
+            this->content.activated();
     });
     icon.show();
 }
@@ -71,10 +83,7 @@ bool TrayIcon::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() != QEvent::Wheel)
         return false;
-    unusedScroll += static_cast<QWheelEvent*>(event)->angleDelta().y();
-    const int steps = unusedScroll / QWheelEvent::DefaultDeltasPerStep;
-    unusedScroll -= steps * QWheelEvent::DefaultDeltasPerStep;
-    if (steps != 0)
+    if (const int steps = wheel.turn(static_cast<QWheelEvent*>(event)->angleDelta().y()); steps != 0)
         content.scrolled(steps);
     return true;
 }

@@ -10,6 +10,22 @@
 
 namespace lumenvale {
 
+/// What a wheel sends for one notch, in eighths of a degree; also over the bus.
+constexpr int wheelNotch = 120;
+
+/// Collects the parts of notches that fine wheels send.
+class WheelSteps {
+public:
+    /// Whole notches since the last call that returned any; up is positive.
+    int turn(int units);
+
+private:
+    int unused = 0;
+};
+
+/// The status item's colour at a pixel's opacity: light for dark bars.
+std::uint32_t tinted(std::uint32_t pixel, bool isLight);
+
 class TrayIcon final : public QObject {
 public:
     TrayIcon(const StatusItemContent& content, bool isBarDark);
@@ -24,7 +40,7 @@ private:
     StatusItemContent content;
     QMenu menu;
     QSystemTrayIcon icon;
-    int unusedScroll = 0; // less than a step, in eighths of a degree
+    WheelSteps wheel;
 };
 
 } // namespace lumenvale

@@ -26,12 +26,11 @@ QWindow* windowOf(WindowHandle handle)
 
 class OutsideClickMonitor final : public QObject, public EventMonitor {
 public:
-    OutsideClickMonitor(QWindow* watched, std::function<void()> called)
-        : panel(watched), clicked(std::move(called))
+    OutsideClickMonitor(QWindow* panel, std::function<void()> clicked) : panel(panel), clicked(std::move(clicked))
     {
         lastFocus = QGuiApplication::focusWindow();
         QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* now) {
-            const bool lost = lastFocus == panel && now != panel;
+            const bool lost = lastFocus == this->panel && now != this->panel;
             lastFocus = now;
             if (lost)
                 report();
@@ -88,7 +87,7 @@ std::unique_ptr<EventMonitor> LinuxPanelWindows::monitorOutsideClicks(WindowHand
 void LinuxPanelWindows::useActivationToken(const std::string& token)
 {
     if (!token.empty())
-        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token)); // where the toolkit looks for it
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token)); // where Qt looks for it
 }
 
 } // namespace lumenvale

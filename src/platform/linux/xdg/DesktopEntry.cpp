@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/DesktopEntry.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
 #include <algorithm>
 
 namespace lumenvale {
@@ -99,14 +103,6 @@ void DesktopEntry::set(const std::string& group, const std::string& key, std::st
     place->keys.emplace_back(key, std::move(value));
 }
 
-void DesktopEntry::remove(std::string_view group, std::string_view key)
-{
-    for (Group& each : groups) {
-        if (each.name == group)
-            std::erase_if(each.keys, [key](const auto& pair) { return pair.first == key; });
-    }
-}
-
 void DesktopEntry::removeGroups(std::string_view prefix)
 {
     std::erase_if(groups, [prefix](const Group& each) { return each.name.starts_with(prefix); });
@@ -138,6 +134,25 @@ std::string execLine(const std::vector<std::string>& command)
     for (const std::string& argument : command)
         line += (line.empty() ? "" : " ") + quotedArgument(argument);
     return escapeEntryText(line);
+}
+
+std::optional<std::string> readTextFile(const std::string& path)
+{
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll().toStdString();
+}
+
+tl::expected<void, std::string> writeTextFile(const std::string& path, const std::string& text)
+{
+    const QString name = QString::fromStdString(path);
+    QDir().mkpath(QFileInfo(name).path());
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), qint64(text.size())) != qint64(text.size()) ||
+        !file.commit())
+        return tl::unexpected(file.errorString().toStdString());
+    return {};
 }
 
 } // namespace lumenvale

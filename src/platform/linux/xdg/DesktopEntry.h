@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Desktop entry files (Desktop Entry Specification 1.5): reading, changing and writing their text. Pure.
+// Desktop entry files (Desktop Entry Specification 1.5): reading, changing and writing them.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tl/expected.hpp>
 #include <utility>
 #include <vector>
 
@@ -29,7 +30,6 @@ public:
     bool flag(std::string_view group, std::string_view key) const;
     /// Adds or replaces; makes the group when it is missing.
     void set(const std::string& group, const std::string& key, std::string value);
-    void remove(std::string_view group, std::string_view key);
     void removeGroups(std::string_view prefix);
 
 private:
@@ -43,5 +43,11 @@ std::string escapeEntryText(std::string_view text);
 
 /// A command as the value of an Exec key: each argument quoted, field codes switched off.
 std::string execLine(const std::vector<std::string>& command);
+
+/// The whole file; none when it is missing or cannot be read.
+std::optional<std::string> readTextFile(const std::string& path);
+
+/// Replaces the file in one step and makes missing folders. The error is the system's description.
+tl::expected<void, std::string> writeTextFile(const std::string& path, const std::string& text);
 
 } // namespace lumenvale

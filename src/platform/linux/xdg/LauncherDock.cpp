@@ -1,18 +1,57 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/LauncherDock.h"
 
-#include "platform/linux/xdg/ApplicationAdaptor.h"
-
 #include <utility>
 
 namespace lumenvale {
 
-LauncherDock::LauncherDock(QDBusConnection connection, ProgramIdentity named, LauncherEntry file, bool temporary)
-    : bus(std::move(connection)), identity(std::move(named)), entry(std::move(file)), isTemporary(temporary)
+namespace {
+
+void keepActivationToken(const QVariantMap& platformData)
+{
+    const QByteArray token = platformData.value("activation-token").toString().toUtf8();
+    if (!token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", token); // where Qt looks for it
+}
+
+} // namespace
+
+ApplicationAdaptor::ApplicationAdaptor(QObject* parent, const DockContent& content)
+    : QDBusAbstractAdaptor(parent), content(content)
+{
+}
+
+void ApplicationAdaptor::Activate(const QVariantMap& platformData)
+{
+    keepActivationToken(platformData);
+    if (content.reopen)
+        content.reopen();
+}
+
+void ApplicationAdaptor::Open(const QStringList&, const QVariantMap& platformData) { Activate(platformData); }
+
+void ApplicationAdaptor::ActivateAction(const QString& action, const QVariantList&,
+                                        const QVariantMap& platformData)
+{
+    if (!content.menu)
+        return;
+    keepActivationToken(platformData);
+    for (const MenuEntry& each : content.menu()) {
+        if (!each.id.empty() && each.id == action.toStdString()) {
+            each.action();
+            return;
+        }
+    }
+}
+
+LauncherDock::LauncherDock(const QDBusConnection& bus, const ProgramIdentity& identity, LauncherEntry entry,
+                           bool isTemporary)
+    : bus(bus), identity(identity), entry(std::move(entry)), isTemporary(isTemporary)
 {
     new ApplicationAdaptor(&object, content);
-    bus.registerObject(QString::fromStdString(identity.objectPath), &object, QDBusConnection::ExportAdaptors);
-    bus.registerService(QString::fromStdString(identity.identifier));
+    this->bus.registerObject(QString::fromStdString(identity.objectPath), &object,
+                             QDBusConnection::ExportAdaptors);
+    this->bus.registerService(QString::fromStdString(identity.identifier));
 }
 
 LauncherDock::~LauncherDock()
@@ -23,7 +62,7 @@ LauncherDock::~LauncherDock()
         entry.withdraw();
 }
 
-void LauncherDock::setContent(DockContent next) { content = std::move(next); }
+void LauncherDock::setContent(DockContent newContent) { content = std::move(newContent); }
 
 void LauncherDock::setActivationPolicy(ActivationPolicy policy)
 {

@@ -2,8 +2,6 @@
 #include "platform/linux/xdg/LauncherEntry.h"
 
 #include "platform/linux/xdg/DesktopEntry.h"
-#include "platform/linux/xdg/Files.h"
-
 #include <QFile>
 #include <QStandardPaths>
 #include <algorithm>
@@ -61,8 +59,8 @@ ApplicationFolders applicationFolders()
     return folders;
 }
 
-LauncherEntry::LauncherEntry(ProgramIdentity named, ApplicationFolders places)
-    : identity(std::move(named)), folders(std::move(places))
+LauncherEntry::LauncherEntry(ProgramIdentity identity, ApplicationFolders folders)
+    : identity(std::move(identity)), folders(std::move(folders))
 {
 }
 
@@ -108,7 +106,7 @@ void LauncherEntry::update(const Menu& menu, bool shown) const
     const std::string wanted = text(installed, menu);
     if ((present && !isOurs(present)) || present == wanted)
         return;
-    // Without it the launcher lacks the presets; nothing else depends on it, so there is nobody to tell.
+    // When that fails the launcher lacks the presets, and nothing else depends on the file.
     (void)writeTextFile(path(), wanted);
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/XdgAutostart.h"
 
-#include "platform/linux/xdg/Files.h"
-
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
@@ -60,7 +58,7 @@ AutostartPlace autostartPlace(const std::string& identifier, const std::string& 
     return place;
 }
 
-XdgAutostart::XdgAutostart(AutostartPlace found) : place(std::move(found)) {}
+XdgAutostart::XdgAutostart(AutostartPlace place) : place(std::move(place)) {}
 
 std::string XdgAutostart::userFile() const { return place.userFolder + "/" + place.identifier + ".desktop"; }
 

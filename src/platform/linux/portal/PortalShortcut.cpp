@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/portal/PortalTrigger.h"
+#include "platform/linux/portal/PortalShortcut.h"
 
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QVariantMap>
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -8,6 +11,8 @@
 namespace lumenvale {
 
 namespace {
+
+using Entries = QList<std::pair<QString, QVariantMap>>; // a(sa{sv})
 
 struct NamedKey {
     std::uint32_t keyCode;
@@ -55,4 +60,28 @@ std::string portalTrigger(const PresetShortcut& shortcut)
            (shortcut.shift ? "SHIFT+" : "") + (shortcut.command ? "LOGO+" : "") + key;
 }
 
+QVariant writePortalShortcuts(const std::vector<PortalShortcut>& shortcuts)
+{
+    qDBusRegisterMetaType<Entries::value_type>();
+    qDBusRegisterMetaType<Entries>();
+    Entries entries;
+    for (const PortalShortcut& each : shortcuts) {
+        entries.append({QString::fromStdString(each.name),
+                        {{"description", QString::fromStdString(each.description)},
+                         {"preferred_trigger", QString::fromStdString(each.trigger)}}});
+    }
+    return QVariant::fromValue(entries);
+}
+
+std::set<std::string> readBoundShortcuts(const QVariant& value)
+{
+    std::set<std::string> bound;
+    if (value.value<QDBusArgument>().currentSignature() != "a(sa{sv})")
+        return bound;
+    for (const auto& [name, properties] : qdbus_cast<Entries>(value)) {
+        if (!properties.value("trigger_description").toString().isEmpty())
+            bound.insert(name.toStdString());
+    }
+    return bound;
+}
 } // namespace lumenvale

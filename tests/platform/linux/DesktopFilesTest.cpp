@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/xdg/DesktopEntry.h"
+#include "platform/linux/xdg/LauncherEntry.h"
+#include "platform/linux/xdg/XdgAutostart.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace lumenvale {
+namespace {
+
+TEST(DesktopEntry, ReadsWhatFilesContainAndWritesItBackInOrder)
+{
+    const auto entry =
+        DesktopEntry::parse("# comment\nlost=1\n[Desktop Entry]\r\nName = Two Words \nName[de]=Zwei\n"
+                            "\nrubbish\nHidden=true\n[Desktop Action a]\nExec=x=y");
+    EXPECT_EQ(entry.toString(), "[Desktop Entry]\nName=Two Words\nName[de]=Zwei\nHidden=true\n\n"
+                                "[Desktop Action a]\nExec=x=y\n");
+    EXPECT_TRUE(entry.flag("Desktop Entry", "Hidden") && !entry.flag("Desktop Entry", "Terminal"));
+    EXPECT_EQ(escapeEntryText(" a\nExec=rm\t\\x\r"), "\\sa\\nExec=rm\\t\\\\x\\r");
+    EXPECT_EQ(execLine({"/opt/my apps/lumenvale", "--simulate", "/tmp/$HOME 100%\"`\\"}),
+              R"("/opt/my apps/lumenvale" "--simulate" "/tmp/\\$HOME 100%%\\"\\`\\\\")");
+}
+
+struct FolderTest : testing::Test {
+    const QTemporaryDir directory;
+    const std::string root = directory.path().toStdString();
+    const std::string userFile = root + "/user/app.example.Test.desktop";
+    const std::string systemFile = root + "/system/app.example.Test.desktop";
+};
+
+struct LauncherEntryTest : FolderTest {
+    const ProgramIdentity identity = {"app.example.Test", "/app/example/Test", "Test", {"/usr/bin/test"}};
+    const LauncherEntry entry{identity, {root + "/user", {root + "/absent", root + "/system"}}};
+    Menu menu = {{"brightness", "Brightness…", false, false, nullptr, {"--show-panel"}},
+                 {},
+                 {"preset-1", "Evening\nExec=evil", true, true, nullptr, {"--apply-preset", "1"}},
+                 {"unreachable", "Only inside", false, false, nullptr, {}}};
+};
+
+TEST_F(LauncherEntryTest, OffersEveryRowThatCanBeStartedWhileTheDockIsShown)
+{
+    entry.update(menu, false);
+    EXPECT_FALSE(readTextFile(userFile));
+    entry.update(menu, true);
+    EXPECT_EQ(readTextFile(userFile), R"([Desktop Entry]
+Type=Application
+Name=Test
+GenericName=Display Brightness
+Comment=Control the brightness of each display
+Icon=app.lumenvale.Lumenvale
+Exec="/usr/bin/test"
+Terminal=false
+Categories=Settings;HardwareSettings;
+StartupNotify=false
+TryExec=/usr/bin/test
+X-Lumenvale-Generated=true
+Actions=brightness;preset-1;
+
+[Desktop Action brightness]
+Name=Brightness…
+Exec="/usr/bin/test" "--show-panel"
+
+[Desktop Action preset-1]
+Name=Evening\nExec=evil
+Exec="/usr/bin/test" "--apply-preset" "1"
+)");
+    entry.update(menu, false);
+    EXPECT_FALSE(readTextFile(userFile));
+}
+
+TEST_F(LauncherEntryTest, AddsThePresetsToAnInstalledEntryAndLeavesTheUsersOwnAlone)
+{
+    ASSERT_TRUE(writeTextFile(systemFile, "[Desktop Entry]\nName=Installed\nName[de]=Da\nActions=brightness;\n"
+                                          "[Desktop Action brightness]\nName=Old\n"));
+    entry.update(menu, false);
+    const auto written = DesktopEntry::parse(*readTextFile(userFile));
+    EXPECT_EQ(written.value("Desktop Entry", "Name[de]"), "Da");
+    EXPECT_EQ(written.value("Desktop Action brightness", "Name"), "Brightness…");
+    EXPECT_EQ(written.value("Desktop Entry", "Actions"), "brightness;preset-1;");
+    menu.resize(2); // without presets the installed entry says it all
+    entry.update(menu, true);
+    EXPECT_FALSE(readTextFile(userFile));
+    ASSERT_TRUE(writeTextFile(userFile, "[Desktop Entry]\nName=Mine\n"));
+    entry.update({}, true);
+    entry.withdraw();
+    EXPECT_EQ(readTextFile(userFile), "[Desktop Entry]\nName=Mine\n");
+}
+
+struct XdgAutostartTest : FolderTest {
+    AutostartPlace place = {
+        "app.example.Test", "Test", {"/bin/sh", "--simulate", "/a b"}, root + "/user", {root + "/system"},
+        "ubuntu:GNOME",     false};
+};
+
+TEST_F(XdgAutostartTest, SwitchesOnAndOffAndHidesAnEntryOfTheSystems)
+{
+    XdgAutostart service(place);
+    for (const bool isInstalled : {false, true}) {
+        ASSERT_TRUE(!isInstalled || writeTextFile(systemFile, "[Desktop Entry]\nExec=/bin/sh\n"));
+        EXPECT_EQ(service.status(), isInstalled ? StartupStatus::enabled : StartupStatus::off);
+        ASSERT_TRUE(service.setEnabled(true));
+        EXPECT_EQ(service.status(), StartupStatus::enabled);
+        const auto written = DesktopEntry::parse(*readTextFile(userFile));
+        EXPECT_EQ(written.value("Desktop Entry", "Exec"), R"("/bin/sh" "--simulate" "/a b")");
+        EXPECT_FALSE(
+            written.value("Desktop Entry", "X-GNOME-Autostart-Phase")); // some starters leave such files out
+        ASSERT_TRUE(service.setEnabled(false));
+        EXPECT_EQ(service.status(), StartupStatus::off);
+        EXPECT_EQ(readTextFile(userFile).has_value(), isInstalled);
+    }
+}
+
+TEST_F(XdgAutostartTest, ReportsWhatTheDesktopWillDo)
+{
+    const std::string ours = "Exec=/bin/sh\nX-Lumenvale-Registered=true\n";
+    const std::pair<std::string, StartupStatus> entries[] = {
+        {"Exec=/bin/sh\n", StartupStatus::enabled},
+        {"Name=No command\n", StartupStatus::off},
+        {"Exec=/bin/sh\nHidden=true\n", StartupStatus::off},
+        {"Exec=/bin/sh\nX-GNOME-Autostart-enabled=false\n", StartupStatus::off},
+        {ours + "X-GNOME-Autostart-enabled=false\n", StartupStatus::requiresApproval},
+        {ours + "OnlyShowIn=KDE;\n", StartupStatus::off},
+        {ours + "OnlyShowIn=KDE;GNOME;\n", StartupStatus::enabled},
+        {ours + "NotShowIn=GNOME;\n", StartupStatus::off},
+        {ours + "TryExec=/nowhere/at/all\n", StartupStatus::off}};
+    for (const auto& [text, expected] : entries) {
+        ASSERT_TRUE(writeTextFile(userFile, "[Desktop Entry]\n" + text));
+        EXPECT_EQ(XdgAutostart(place).status(), expected) << text;
+    }
+}
+
+TEST_F(XdgAutostartTest, IsUnavailableWhereItCannotWork)
+{
+    ASSERT_TRUE(writeTextFile(root + "/file", ""));
+    AutostartPlace places[] = {place, place, place};
+    places[0].userFolder.clear();
+    places[1].isSandboxed = true;
+    places[2].userFolder = root + "/file/autostart"; // a file stands where a folder should
+    for (const AutostartPlace& each : places) {
+        EXPECT_EQ(XdgAutostart(each).status(), StartupStatus::unavailable);
+        EXPECT_FALSE(XdgAutostart(each).setEnabled(true));
+    }
+    EXPECT_EQ(XdgAutostart(places[2]).setEnabled(true).error(),
+              "The folder for programs that start at login (" + root + "/file/autostart) cannot be written to.");
+}
+
+} // namespace
+} // namespace lumenvale

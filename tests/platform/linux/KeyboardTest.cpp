@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "platform/KeyTranslation.h"
+#include "platform/linux/keyboard/KeyCodes.h"
+
+#include <QKeyEvent>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace lumenvale {
+namespace {
+
+TEST(KeyCodes, EveryKeyOfAKeyboardHasOneStoredCodeAndTheFunctionKeysHaveTheirs)
+{
+    // Keyboards with their keypad lie at 1 to 127. Of these keys (conversion keys of PC-type JIS keyboards, Print
+    // Screen, Scroll Lock, Pause, power and others) Macintosh keyboards have none, or they are on no keyboard.
+    const std::set<std::uint32_t> elsewhere = {70, 84, 85,  90,  91,  92,  93,  94,
+                                               95, 99, 101, 112, 116, 118, 119, 120};
+    for (std::uint32_t evdev = 1; evdev < 0x300; ++evdev) {
+        const std::uint32_t virtualKey = virtualKeyFromEvdev(evdev);
+        EXPECT_EQ(evdevFromVirtualKey(virtualKey), evdev);
+        EXPECT_TRUE(evdev > 127 || (virtualKey >= foreignKeyBase) == elsewhere.contains(evdev)) << evdev;
+        EXPECT_TRUE(virtualKey >= foreignKeyBase || virtualKey < 0x80) << evdev;
+    }
+    EXPECT_EQ(evdevFromVirtualKey(0x7F), 0u);
+    for (std::uint32_t number = 1; number <= 20; ++number) {
+        const std::uint32_t expected = number <= 10 ? 58 + number : number <= 12 ? 76 + number : 170 + number;
+        EXPECT_EQ(evdevFromVirtualKey(*functionKeyCode(number)), expected) << "F" << number; // KEY_F1 = 59, …
+    }
+}
+
+TEST(KeyTranslation, GivesThePositionTheModifiersAndTheUnmodifiedCharacter)
+{
+    const QKeyEvent held(QEvent::KeyPress, Qt::Key_K, Qt::ControlModifier | Qt::MetaModifier, 37 + xKeyCodeOffset,
+                         0, 0, "\x0b", true);
+    const KeyEvent k = translateKeyEvent(held);
+    EXPECT_TRUE(k.isKeyDown && k.isRepeat);
+    EXPECT_EQ(k.keyCode, 0x28u);
+    EXPECT_EQ(k.modifiers, KeyModifier::control | KeyModifier::command);
+    EXPECT_EQ(k.characters, "K");
+    const QKeyEvent released(QEvent::KeyRelease, Qt::Key_F5, Qt::ShiftModifier | Qt::AltModifier,
+                             63 + xKeyCodeOffset, 0, 0);
+    const KeyEvent functionKey = translateKeyEvent(released);
+    EXPECT_FALSE(functionKey.isKeyDown);
+    EXPECT_EQ(functionKey.modifiers, KeyModifier::shift | KeyModifier::option);
+    EXPECT_EQ(functionKey.characters, "");
+}
+
+} // namespace
+} // namespace lumenvale
