@@ -255,7 +255,7 @@ TEST_F(WholePathTest, DiagnosticsSayWhyADisplayIsNotControlled)
     EXPECT_EQ(findings("PANEL"), Texts{"The system's own brightness functions drive this display."});
     EXPECT_EQ(findings("MONITOR"), Texts{"The monitor answers over DDC/CI."});
     EXPECT_EQ(findings("SILENT"),
-              Texts{"The monitor's connection was found, but it has no I2C channel of its own."});
+              Texts{"What is connected there sends no identification (EDID) and has no I2C channel."});
     EXPECT_EQ(findings("AIRPLAY"),
               Texts{"None of this Mac's display connections could be told to be this monitor's."});
     EXPECT_TRUE(monitor.log.empty()) << "no monitor was asked";

@@ -73,7 +73,7 @@ TEST(PresetJson, OneMissingOrMistypedRequiredValueFailsTheDocumentAndIsNamed)
         {"/1/shortcut/command", "1", "[1].shortcut.command: expected true or false, found number"},
         {"/1/shortcut/recordedKeyCode", "-1", std::string("[1].shortcut.recordedKeyCode") + code},
         {"/1/shortcut/recordedKeyCode", "4294967296", std::string("[1].shortcut.recordedKeyCode") + code},
-        {"/1/shortcut/recordedKeyCode", "7.0", std::string("[1].shortcut.recordedKeyCode") + code},
+        {"/1/shortcut/recordedKeyCode", "7.5", std::string("[1].shortcut.recordedKeyCode") + code},
         {"/1/shortcut/recordedKeyCode", "null", ""},
         {"/1/shortcut/recordedKeyLabel", "7", "[1].shortcut.recordedKeyLabel: expected a string, found number"},
         {"/1/values", "[]", "[1].values: expected an object, found array"},

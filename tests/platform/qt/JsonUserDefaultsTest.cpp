@@ -84,9 +84,10 @@ TEST_F(JsonUserDefaultsTest, WritesAtMostTwiceASecondAndKeepsWhatOthersWrote)
         writes += remove() ? 1 : 0;
     }
     EXPECT_NEAR(writes, 19, 1);
+    defaults.set("level", 1001);
     folder.write("preferences.json", "{\"level\": 5, \"other\": 6}");
     clock.advance(500ms);
-    EXPECT_EQ(open().value("level"), PropertyValue(1000));
+    EXPECT_EQ(open().value("level"), PropertyValue(1001));
     EXPECT_EQ(open().value("other"), PropertyValue(6));
     EXPECT_EQ(clock.pendingCount(), 0U);
 }
