@@ -2,6 +2,7 @@
 """One run of the program: its monitors, its process, its windows as a screen reader sees them, and the mouse."""
 import json
 import os
+import pathlib
 import shutil
 import signal
 import subprocess
@@ -89,14 +90,12 @@ class Session:
     # The monitors
 
     def write_monitor(self, name, monitor):
-        part = os.path.join(self.folder, "." + name + ".part")
-        with open(part, "w", encoding="utf-8") as file:
-            json.dump(monitor, file)
-        os.replace(part, os.path.join(self.folder, name))
+        part = pathlib.Path(self.folder, "." + name + ".part")
+        part.write_text(json.dumps(monitor), encoding="utf-8")
+        part.replace(part.with_name(name))
 
     def brightness(self, name):
-        with open(os.path.join(self.folder, name), encoding="utf-8") as file:
-            monitor = json.load(file)
+        monitor = json.loads(pathlib.Path(self.folder, name).read_text(encoding="utf-8"))
         return monitor["native"]["brightness"] if "native" in monitor else monitor["ddc"]["current"]
 
     # What a screen reader sees
@@ -196,12 +195,9 @@ class Session:
     def keep_evidence(self, name):
         """A screenshot and the log, for who looks into a failure."""
         picture = os.path.join(tempfile.gettempdir(), f"lumenvale-{name}.png")
-        if shutil.which("import"):
-            subprocess.run(["import", "-window", "root", picture], check=False, timeout=20)
-            print("screenshot:", picture)
-        if os.path.exists(self.home + "/log"):
-            with open(self.home + "/log", encoding="utf-8") as log:
-                print("log:", log.read())
+        subprocess.run(["import", "-window", "root", picture], check=False, timeout=20)
+        print("screenshot:", picture)
+        print("log:", pathlib.Path(self.home, "log").read_text(encoding="utf-8"))
 
     def stop(self, process=None):
         """Asks the first, or this, process to end; its status."""
