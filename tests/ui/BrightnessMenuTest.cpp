@@ -50,6 +50,7 @@ TEST_F(BrightnessMenuTest, FillsItsPreferredHeightAtOnceAndScrollsWhereItIsShort
     for (const char* name : {"Day", "Evening", "Night"})
         addPreset(name);
     open();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&panel)->role(), QAccessible::Window);
     EXPECT_EQ(place("Decrease Name of A brightness"), QPoint(12, 38));
     EXPECT_EQ(place("Name of A brightness").x() + LevelSlider::overhang, 50);
     EXPECT_EQ(place("Increase Name of A brightness").x(), 296);

@@ -130,8 +130,8 @@ TEST_F(LevelSliderTest, ADragKeepsTheKnobBelowThePointerAndValuesFromOutsideWait
     slider.setLayoutDirection(Qt::RightToLeft);
     send(press, 0.1);
     expect(0.9, 1, "mirrored");
-    QAccessible::queryAccessibleInterface(&slider)->valueInterface()->setCurrentValue(0.8);
-    expect(0.8, 1, "a screen reader's request");
+    QAccessible::queryAccessibleInterface(&slider)->valueInterface()->setCurrentValue(80);
+    expect(0.8, 1, "a screen reader's request, in percent");
 }
 
 TEST_F(LevelSliderTest, KeysMoveByStepsAndPagesAndToTheEndsAndSmallTurnsOfTheWheelAddUp)
@@ -166,6 +166,20 @@ TEST(LookTest, TheAccentIsTheHighlightColourThatTheUserChose)
         palette.setColor(QPalette::Highlight, QColor(highlight));
         EXPECT_EQ(Theme::of(palette).accent.rgb(), highlight == 0xFFE0457B ? highlight : 0xFF4C8DFF);
         EXPECT_EQ(Theme::of(palette).accent, Theme::of(makePalette(true, QColor(highlight))).accent);
+    }
+}
+
+TEST(LookTest, EveryTextCanBeReadWhateverTheAccent)
+{
+    for (int i = 0; i < 2 * 360; i += 10) {
+        const bool dark = i >= 360;
+        const Theme theme = Theme::of(makePalette(dark, QColor::fromHsl(i % 360, 200, i % 3 == 0 ? 100 : 160)));
+        EXPECT_GE(contrast(theme.accentText, theme.accent), 4.5) << i;
+        for (const QColor& ground : {theme.window, theme.sidebar, theme.card}) {
+            for (const TextColour each :
+                 {TextColour::primary, TextColour::secondary, TextColour::accent, TextColour::failure})
+                EXPECT_GE(contrast(theme.of(each), ground), 4.5) << i << ' ' << int(each);
+        }
     }
 }
 

@@ -61,10 +61,13 @@ struct SettingsTest : ViewFixture {
 
 TEST_F(SettingsTest, TabsFollowTheEditorAndTheEditorFollowsTheTabs)
 {
-    EXPECT_TRUE(isOn("Displays"));
+    QWidget* tab = named(window, "Presets");
+    QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(tab);
+    EXPECT_TRUE(reader->role() == QAccessible::PageTab && !reader->state().selected && isOn("Displays"));
+    EXPECT_EQ(reader->parent()->role(), QAccessible::PageTabList);
     editor.selectTab(SettingsTab::presets);
     expectShown({"Select a preset to activate & edit it or add a new one.", "Lumenvale 1.0"});
-    EXPECT_TRUE(isOn("Presets"));
+    EXPECT_TRUE(isOn("Presets") && reader->state().selected);
     pressKey(window, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(editor.selectedTab.get(), SettingsTab::general);
     pressKey(window, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);

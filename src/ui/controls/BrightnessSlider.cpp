@@ -12,6 +12,7 @@ namespace {
 
 constexpr int headerHeight = 20;
 constexpr int controlsHeight = 24;
+constexpr int reasonHeight = 30; // of two lines, where they take the slider's place
 constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
@@ -51,10 +52,9 @@ BrightnessSlider::BrightnessSlider(Clock& clock)
     header->addWidget(percentage);
 
     QHBoxLayout* controls = makeLine(nullptr, 6 - LevelSlider::overhang);
-    controls->addWidget(minus);
+    controls->addWidget(minus, 0, Qt::AlignBottom);
     controls->addWidget(slider, 1);
-    controls->addWidget(plus);
-    slider->setFixedHeight(controlsHeight);
+    controls->addWidget(plus, 0, Qt::AlignBottom);
 
     QVBoxLayout* rows = makeColumn(this);
     rows->addWidget(headerLine);
@@ -81,10 +81,12 @@ void BrightnessSlider::show(const BrightnessRow& row)
     problem->setAccessibleDescription(error); // not the tooltip's markup
     slider->setAccessibleName(qString(display.name + " brightness"));
     // Without a problem to show, the status says why a display cannot be set.
-    const QString hint = canBeSet(shown) ? QString() : qString(display.status);
-    setToolTip(toolTipText(hint));
-    setAccessibleDescription(hint);
-    slider->setAccessibleDescription(display.error ? error : hint);
+    const QString reason = canBeSet(shown) ? QString() : display.error ? error : qString(display.status);
+    setToolTip(toolTipText(reason));
+    setAccessibleDescription(reason);
+    slider->setReason(reason);
+    slider->setFixedHeight(reason.isEmpty() ? controlsHeight : reasonHeight);
+    slider->setAccessibleDescription(display.error ? error : reason);
     slider->setEnabled(canBeSet(shown));
     slider->setStep(stepFraction(display));
     showBrightness();

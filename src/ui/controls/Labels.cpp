@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/Labels.h"
 
+#include "ui/controls/Layouts.h"
 #include "ui/look/Painting.h"
 #include "ui/look/Symbols.h"
 
@@ -194,6 +195,22 @@ void TextLabel::applyColour()
         return; // setting it is a palette change, too
     changed.setColor(QPalette::WindowText, wanted);
     setPalette(changed);
+}
+
+NoticeLabel::NoticeLabel()
+    : symbol(new SymbolLabel("exclamationmark.triangle", 14, TextColour::warning)),
+      label(new TextLabel(TextRole::digits))
+{
+    QHBoxLayout* line = makeLine(this, 5, {2, 0, 0, 0});
+    line->addWidget(symbol, 0, Qt::AlignTop);
+    line->addWidget(label, 1);
+}
+
+void NoticeLabel::setText(const QString& text, bool isWarning)
+{
+    symbol->setVisible(isWarning);
+    label->setColour(isWarning ? TextColour::primary : TextColour::secondary);
+    label->setText(text);
 }
 
 } // namespace lumenvale

@@ -91,4 +91,16 @@ private:
     TextColour colour;
 };
 
+/// A text in the secondary colour, or a warning: the text in the primary colour, behind an orange triangle.
+class NoticeLabel final : public QWidget {
+public:
+    NoticeLabel();
+
+    void setText(const QString& text, bool isWarning);
+
+private:
+    SymbolLabel* symbol;
+    TextLabel* label;
+};
+
 } // namespace lumenvale

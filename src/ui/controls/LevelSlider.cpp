@@ -22,11 +22,12 @@ namespace {
 constexpr double knobRadius = 9.0;
 constexpr double trackHeight = 4.0;
 constexpr double page = 0.1;
+constexpr double percent = 100.0;   // of a fraction
 constexpr double notch = 120.0;     // of a wheel, in Qt's eighths of a degree
 constexpr double notchWidth = 0.01; // how far one notch moves, or a step where that is more
 constexpr double disabledOpacity = 0.5;
 
-/// What a screen reader sees: a slider from 0 to 1 that can be set.
+/// What a screen reader sees: a slider from 0 to 100 percent that can be set.
 class LevelSliderAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit LevelSliderAccessible(LevelSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider) {}
@@ -42,11 +43,11 @@ public:
         return kind == QAccessible::Value ? slider()->valueText() : QAccessibleWidget::text(kind);
     }
 
-    QVariant currentValue() const override { return slider()->value(); }
-    void setCurrentValue(const QVariant& value) override { slider()->request(value.toDouble()); }
+    QVariant currentValue() const override { return slider()->value() * percent; }
+    void setCurrentValue(const QVariant& value) override { slider()->request(value.toDouble() / percent); }
     QVariant minimumValue() const override { return 0.0; }
-    QVariant maximumValue() const override { return 1.0; }
-    QVariant minimumStepSize() const override { return slider()->step(); }
+    QVariant maximumValue() const override { return percent; }
+    QVariant minimumStepSize() const override { return slider()->step() * percent; }
 
 private:
     LevelSlider* slider() const { return static_cast<LevelSlider*>(object()); }
@@ -79,8 +80,16 @@ void LevelSlider::setValueText(const QString& next)
     text = next;
     if (!QAccessible::isActive())
         return;
-    QAccessibleValueChangeEvent event(this, shown);
+    QAccessibleValueChangeEvent event(this, shown * percent);
     QAccessible::updateAccessibility(&event);
+}
+
+void LevelSlider::setReason(const QString& next)
+{
+    if (next == reason)
+        return;
+    reason = next;
+    update();
 }
 
 void LevelSlider::request(double fraction)
@@ -126,6 +135,12 @@ void LevelSlider::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     const Theme theme = Theme::of(this);
+    if (!isEnabled() && !reason.isEmpty()) {
+        painter.setFont(fontFor(TextRole::caption));
+        painter.setPen(theme.secondary);
+        return drawTwoLines(painter, QRectF(rect()).adjusted(overhang, 0, -overhang, 0), reason,
+                            layoutDirection());
+    }
     if (!isEnabled())
         painter.setOpacity(disabledOpacity);
     const QPointF knob(knobCentre(), height() / 2.0);

@@ -10,8 +10,6 @@
 namespace lumenvale {
 
 class LevelSlider final : public QWidget {
-    Q_OBJECT
-
 public:
     LevelSlider();
 
@@ -24,6 +22,9 @@ public:
     /// What a screen reader says for the value ("42%").
     void setValueText(const QString& text);
     QString valueText() const { return text; }
+
+    /// Why the slider is disabled, which it then shows instead of track and knob; empty: it shows these.
+    void setReason(const QString& next);
 
     /// The user asks for a value; called for every move.
     std::function<void(double)> onChange;
@@ -58,6 +59,7 @@ private:
     double shown = 0.0;
     double stepSize = 0.01;
     QString text;
+    QString reason;
     bool dragging = false;
     double grabOffset = 0.0;            // from the knob's centre to where it was taken
     std::optional<double> valueWaiting; // arrived during a drag, after the latest request

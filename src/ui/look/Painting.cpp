@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QRadialGradient>
+#include <QTextLayout>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -95,6 +96,23 @@ void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Q
     painter.drawText(box, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine,
                      shown);
     painter.setLayoutDirection(before);
+}
+
+void drawTwoLines(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction)
+{
+    const QString whole = oneLine(text);
+    QTextLayout words(whole, painter.font(), painter.device());
+    words.beginLayout();
+    QTextLine first = words.createLine();
+    first.setLineWidth(box.width());
+    words.endLayout();
+    const qsizetype length = first.textLength();
+    if (length >= whole.size())
+        return drawElidedText(painter, box, whole, direction);
+    const double height = QFontMetricsF(painter.font(), painter.device()).lineSpacing();
+    const QRectF upper(box.left(), box.center().y() - height, box.width(), height);
+    drawElidedText(painter, upper, whole.left(length).trimmed(), direction);
+    drawElidedText(painter, upper.translated(0, height), whole.mid(length), direction);
 }
 
 } // namespace lumenvale

@@ -31,4 +31,7 @@ QString oneLine(QString text);
 /// orders its words; `direction` is the interface's and only says where it starts.
 void drawElidedText(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction);
 
+/// The same in up to two lines, the first of them full of words and the second one cut.
+void drawTwoLines(QPainter& painter, const QRectF& box, const QString& text, Qt::LayoutDirection direction);
+
 } // namespace lumenvale

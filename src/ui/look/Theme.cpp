@@ -13,6 +13,7 @@ namespace lumenvale {
 
 namespace {
 
+constexpr double readable = 4.5; // the contrast that a text needs
 constexpr QRgb ownDarkAccent = 0xFF4C8DFF;
 constexpr QRgb ownLightAccent = 0xFF2F6FED;
 /// The highlights of Qt's own styles and fallback palettes, which no user chose.
@@ -48,7 +49,27 @@ double relativeLuminance(const QColor& colour)
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
+/// The colour, as far towards `text` as it takes to be read on `ground`.
+QColor shadeOf(const QColor& colour, const QColor& ground, const QColor& text)
+{
+    constexpr float step = 0.05F;
+    QColor shade = colour;
+    for (float share = step; share < 1.0F && contrast(shade, ground) < readable; share += step) {
+        const auto mixed = [share](float from, float to) { return from + share * (to - from); };
+        shade = QColor::fromRgbF(mixed(colour.redF(), text.redF()), mixed(colour.greenF(), text.greenF()),
+                                 mixed(colour.blueF(), text.blueF()));
+    }
+    return shade;
+}
+
 } // namespace
+
+double contrast(const QColor& one, const QColor& other)
+{
+    const double first = relativeLuminance(one) + 0.05;
+    const double second = relativeLuminance(other) + 0.05;
+    return std::max(first, second) / std::min(first, second);
+}
 
 Theme Theme::of(const QPalette& palette)
 {
@@ -61,13 +82,14 @@ Theme Theme::of(const QPalette& palette)
     theme.sidebar = QColor(dark ? 0xFF1E1E21 : 0xFFECECF0);
     theme.card = QColor(dark ? 0xFF2F2F33 : 0xFFFFFFFF);
     theme.text = QColor(dark ? 0xFFF2F2F4 : 0xFF1D1D1F);
-    theme.secondary = QColor(dark ? 0xFFA3A3AB : 0xFF6E6E76);
+    theme.secondary = QColor(dark ? 0xFFA3A3AB : 0xFF696971);
     theme.hairline = dark ? withOpacity(0xFFFFFFFF, 0.10) : withOpacity(0xFF000000, 0.10);
     theme.control = dark ? withOpacity(0xFFFFFFFF, 0.10) : withOpacity(0xFF000000, 0.055);
     theme.controlBorder = dark ? withOpacity(0xFFFFFFFF, 0.06) : withOpacity(0xFF000000, 0.06);
     theme.track = dark ? withOpacity(0xFFFFFFFF, 0.14) : withOpacity(0xFF000000, 0.125);
     theme.accent = accentOf(palette, dark);
-    theme.accentText = QColor(relativeLuminance(theme.accent) > 0.5 ? 0xFF1D1D1F : 0xFFFFFFFF);
+    theme.accentText = QColor(contrast(theme.accent, Qt::white) >= readable ? 0xFFFFFFFF : 0xFF000000);
+    theme.accentShade = shadeOf(theme.accent, QColor(dark ? 0xFF404043 : 0xFFE4E4E6), theme.text);
     theme.warning = QColor(0xFFFF9F0A);
     theme.failure = QColor(dark ? 0xFFFF6961 : 0xFFD70015);
     return theme;
@@ -83,7 +105,7 @@ const QColor& Theme::of(TextColour meaning) const
     case TextColour::secondary:
         return secondary;
     case TextColour::accent:
-        return accent;
+        return accentShade;
     case TextColour::warning:
         return warning;
     case TextColour::failure:
@@ -109,7 +131,7 @@ QPalette makePalette(bool dark, const std::optional<QColor>& accent)
     palette.setColor(QPalette::Window, window);
     palette.setColor(QPalette::ToolTipBase, base);
     palette.setColor(QPalette::ToolTipText, text);
-    palette.setColor(QPalette::PlaceholderText, QColor(dark ? 0xFFA3A3AB : 0xFF6E6E76));
+    palette.setColor(QPalette::PlaceholderText, QColor(dark ? 0xFFA3A3AB : 0xFF696971));
     palette.setColor(QPalette::Highlight,
                      accent && isChosenAccent(*accent) ? *accent : QColor(dark ? ownDarkAccent : ownLightAccent));
     palette.setColor(QPalette::HighlightedText, Theme::of(palette).accentText);

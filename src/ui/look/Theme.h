@@ -14,7 +14,7 @@ namespace lumenvale {
 
 enum class Appearance { system, light, dark };
 
-/// What a text's or symbol's colour means.
+/// What a text's or symbol's colour means. Warnings colour symbols only: their orange cannot be read on white.
 enum class TextColour { primary, secondary, accent, warning, failure };
 
 struct Theme {
@@ -30,7 +30,8 @@ struct Theme {
     QColor control;       ///< a button's face
     QColor controlBorder; ///< drawn over the face
     QColor accent;
-    QColor accentText; ///< on the accent
+    QColor accentText;  ///< on the accent: white or black, whichever can be read
+    QColor accentShade; ///< the accent as a text's colour: as dark or as light as it takes to be read
     QColor warning;
     QColor failure;
     QColor track; ///< the empty part of a slider
@@ -50,6 +51,9 @@ struct Theme {
 
 /// The palette of an appearance; for systems whose own palette does not follow it.
 QPalette makePalette(bool dark, const std::optional<QColor>& accent = std::nullopt);
+
+/// The contrast of two opaque colours, from 1 to 21 (WCAG 2.2). A text needs 4.5.
+double contrast(const QColor& one, const QColor& other);
 
 enum class TextRole { body, name, strong, title, digits, caption, monospaced };
 

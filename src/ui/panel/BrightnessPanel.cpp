@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/panel/BrightnessPanel.h"
 
+#include "ui/controls/Accessibility.h"
 #include "ui/look/Painting.h"
 
 #include <QEvent>
@@ -8,6 +9,8 @@
 #include <QPainter>
 
 namespace lumenvale {
+
+BrightnessPanel::BrightnessPanel() { setAccessibleRole(*this, QAccessible::Window); }
 
 bool BrightnessPanel::event(QEvent* event)
 {

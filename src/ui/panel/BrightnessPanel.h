@@ -11,7 +11,7 @@ namespace lumenvale {
 /// controls, and every other key is passed on.
 class BrightnessPanel final : public QWidget {
 public:
-    using QWidget::QWidget;
+    BrightnessPanel();
 
     /// The system's window was made, or made anew: what was set on it natively is to be set again.
     std::function<void()> windowMade;

@@ -19,32 +19,15 @@ constexpr double checkmarkWidth = 12;
 constexpr double gap = 6;
 
 /// What a screen reader sees: a button whose value is "Active" while its preset is.
-class PresetRowAccessible final : public QAccessibleWidget {
+class PresetRowAccessible final : public AccessibleButton {
 public:
-    explicit PresetRowAccessible(PresetRow* row) : QAccessibleWidget(row, QAccessible::Button) {}
+    explicit PresetRowAccessible(PresetRow* row) : AccessibleButton(row, QAccessible::Button) {}
 
     QString text(QAccessible::Text kind) const override
     {
-        // Not the base class's description, which is the tooltip where there is none.
-        return kind == QAccessible::Value ? row()->accessibleDescription() : QAccessibleWidget::text(kind);
+        // The base class says the tooltip where there is no description.
+        return kind == QAccessible::Value ? button()->accessibleDescription() : AccessibleButton::text(kind);
     }
-    QStringList actionNames() const override
-    {
-        QStringList names = QAccessibleWidget::actionNames();
-        if (row()->isEnabled())
-            names.prepend(pressAction());
-        return names;
-    }
-    void doAction(const QString& name) override
-    {
-        if (name == pressAction())
-            row()->click();
-        else
-            QAccessibleWidget::doAction(name);
-    }
-
-private:
-    PresetRow* row() const { return static_cast<PresetRow*>(object()); }
 };
 
 } // namespace

@@ -7,8 +7,6 @@
 namespace lumenvale {
 
 class PresetRow final : public PaintedButton {
-    Q_OBJECT
-
 public:
     PresetRow();
 

@@ -143,8 +143,8 @@ QString detailText(const DisplayInfo& display, const std::vector<Finding>& findi
 
 DisplayDetail::DisplayDetail()
     : DetailPage(12), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
-      status(new TextLabel(TextRole::digits, TextColour::secondary)),
-      problem(new TextLabel(TextRole::digits, TextColour::warning)), findingList(new QWidget),
+      status(new TextLabel(TextRole::digits, TextColour::secondary)), problem(new NoticeLabel),
+      findingList(new QWidget),
       copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
 {
     copy->setToolTip("Copy everything on this page, for a bug report");
@@ -174,7 +174,7 @@ void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>&
     identity->show(identityRows(display));
     status->setText(qString(display.status));
     status->setVisible(display.status != display.error);
-    problem->setText(qString(display.error.value_or("")));
+    problem->setText(qString(display.error.value_or("")), true);
     problem->setVisible(display.error.has_value());
     if (findings == shownFindings)
         return;

@@ -13,6 +13,7 @@
 namespace lumenvale {
 
 class ElidedLabel;
+class NoticeLabel;
 class SmallButton;
 class TextLabel;
 
@@ -45,7 +46,7 @@ private:
     Rows* control;
     Rows* identity;
     TextLabel* status;
-    TextLabel* problem;
+    NoticeLabel* problem;
     QWidget* findingList;
     SmallButton* copy;
 };

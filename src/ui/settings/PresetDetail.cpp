@@ -83,11 +83,11 @@ QBoxLayout* makeLabelledRow(const QString& label, QWidget* stretched, const std:
 } // namespace
 
 PresetDetail::PresetDetail(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock)
-    : DetailPage(8), presets(presets), editor(editor), levels(new PresetLevels(store, presets, editor, clock)),
-      later([this] { redraw(); })
+    : DetailPage(8), presets(presets), editor(editor), help(new NoticeLabel),
+      levels(new PresetLevels(store, presets, editor, clock)), later([this] { redraw(); })
 {
     column()->addWidget(makeIdentityCard());
-    column()->addWidget(makeShortcutHelp());
+    column()->addWidget(help);
     column()->addSpacing(6);
     column()->addWidget(levels);
     column()->addWidget(makeFooter());
@@ -150,17 +150,6 @@ QBoxLayout* PresetDetail::makeShortcutRow()
     return makeLabelledRow("Keyboard shortcut", nullptr, {recorder, cancel, remove});
 }
 
-QWidget* PresetDetail::makeShortcutHelp()
-{
-    auto* row = new QWidget;
-    QHBoxLayout* line = makeLine(row, 5, {2, 0, 0, 0});
-    warning = new SymbolLabel("exclamationmark.triangle", 14, TextColour::warning);
-    help = new TextLabel(TextRole::digits, TextColour::secondary);
-    line->addWidget(warning, 0, Qt::AlignTop);
-    line->addWidget(help, 1);
-    return row;
-}
-
 QWidget* PresetDetail::makeFooter()
 {
     auto* footer = new QWidget;
@@ -205,15 +194,12 @@ void PresetDetail::redrawShortcut(const BrightnessPreset& preset)
     cancel->setVisible(isRecording);
     remove->setVisible(preset.shortcut && !isRecording);
     const auto& errors = presets.shortcutErrors.get();
-    const auto error = errors.find(id);
-    warning->setVisible(error != errors.end());
-    help->setColour(error == errors.end() ? TextColour::secondary : TextColour::warning);
-    if (error != errors.end())
-        help->setText(qString(error->second));
+    if (const auto error = errors.find(id); error != errors.end())
+        help->setText(qString(error->second), true);
     else if (isRecording)
-        help->setText("Press a key with any combination of ⌘, ⌥, ⌃, and ⇧. Escape cancels.");
+        help->setText("Press a key with any combination of ⌘, ⌥, ⌃, and ⇧. Escape cancels.", false);
     else
-        help->setText("Works while Lumenvale is running, even in other apps.");
+        help->setText("Works while Lumenvale is running, even in other apps.", false);
 }
 
 } // namespace lumenvale

@@ -17,10 +17,9 @@ class QLineEdit;
 
 namespace lumenvale {
 
+class NoticeLabel;
 class PresetLevels;
 class SmallButton;
-class SymbolLabel;
-class TextLabel;
 
 class PresetDetail final : public DetailPage {
 public:
@@ -37,7 +36,6 @@ private:
     QWidget* makeIdentityCard();
     QBoxLayout* makeNameRow();
     QBoxLayout* makeShortcutRow();
-    QWidget* makeShortcutHelp();
     QWidget* makeFooter();
     void redraw();
     void redrawShortcut(const BrightnessPreset& preset);
@@ -50,8 +48,7 @@ private:
     SmallButton* recorder = nullptr;
     SmallButton* cancel = nullptr;
     SmallButton* remove = nullptr;
-    TextLabel* help = nullptr;
-    SymbolLabel* warning = nullptr;
+    NoticeLabel* help;
     PresetLevels* levels;
     Redraw later;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsTabController.h"
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Buttons.h"
 #include "ui/controls/Layouts.h"
 #include "ui/look/KeyboardFocus.h"
@@ -28,10 +29,25 @@ constexpr std::array<TabLook, 3> looks = {{
     {"Presets", "slider.horizontal.3"},
 }};
 
+/// What a screen reader sees: a tab of a list, one of which is selected.
+class TabButtonAccessible final : public AccessibleButton {
+public:
+    explicit TabButtonAccessible(QAbstractButton* button) : AccessibleButton(button, QAccessible::PageTab) {}
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = AccessibleButton::state();
+        state.selectable = true;
+        state.selected = button()->isChecked();
+        return state;
+    }
+};
+
 class TabButton final : public PaintedButton {
 public:
     explicit TabButton(const TabLook& look) : symbol(look.symbol)
     {
+        installAccessible<TabButton, TabButtonAccessible>();
         setText(look.label);
         setAccessibleName(look.label);
         setCheckable(true);
@@ -55,7 +71,7 @@ protected:
         }
         if (showsFocus(*this))
             drawFocusRing(painter, rect(), 8, theme);
-        const QColor colour = isChecked() ? theme.accent : theme.secondary;
+        const QColor colour = isChecked() ? theme.of(TextColour::accent) : theme.secondary;
         drawSymbol(painter, symbol, QRectF(width() / 2.0 - 9, 8, 18, 18), colour);
         QFont weighted = font();
         weighted.setWeight(isChecked() ? QFont::Medium : QFont::Normal);
@@ -85,6 +101,8 @@ QWidget* SettingsTabController::makeBar()
 {
     auto* strip = new QWidget;
     strip->setFixedHeight(barHeight);
+    setAccessibleRole(*strip, QAccessible::PageTabList); // first: a name makes Qt look for its accessible side
+    strip->setAccessibleName("Settings");
     QHBoxLayout* line = makeLine(strip, 6, {8, 2, 8, 8});
     line->addStretch(1);
     auto* group = new QButtonGroup(strip);
