@@ -90,7 +90,7 @@ private:
     std::unique_ptr<StatusItem> statusItem;
     std::optional<Point> dockContextPoint; ///< where the pointer was when the Dock icon's menu opened
     std::unique_ptr<SettingsWindow> settingsWindow;
-    Redraw tellEditorLater;
+    LaterCall tellEditorLater;
     Subscription displayObservation;
     Subscription activePresetObservation;
     bool isTerminated = false;

@@ -5,7 +5,7 @@
 
 #include "platform/Shell.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 
 #include <functional>
 #include <optional>
@@ -50,7 +50,7 @@ private:
     Dock& dock;
     MenuContent content;
     StatusItem* statusItem = nullptr;
-    Redraw publishLater;
+    LaterCall publishLater;
     Subscription presetObservation;
 };
 

@@ -9,7 +9,7 @@
 #include "displays/DisplayStore.h"
 #include "platform/Shell.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 #include "ui/panel/BrightnessMenu.h"
 #include "ui/panel/BrightnessPanel.h"
 
@@ -68,7 +68,7 @@ private:
     std::optional<Clock::TimePoint> dismissedByClick;
     std::size_t displayCount = 0;
     std::size_t presetCount = 0;
-    Redraw positionLater;
+    LaterCall positionLater;
     std::array<Subscription, 2> menuSizeObservation;
 };
 

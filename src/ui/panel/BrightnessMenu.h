@@ -7,7 +7,7 @@
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 #include "ui/panel/BrightnessPanel.h"
 
 #include <functional>
@@ -62,8 +62,8 @@ private:
     ElidedLabel* emptyMessage;
     KeyedRows<Uuid, PresetRow>* presetRows;
     QWidget* presetSection = nullptr;
-    Redraw displaysRedraw;
-    Redraw presetsRedraw;
+    LaterCall displaysRedraw;
+    LaterCall presetsRedraw;
 };
 
 } // namespace lumenvale

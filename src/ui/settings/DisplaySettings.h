@@ -7,7 +7,7 @@
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 
 #include <QWidget>
 #include <optional>
@@ -56,7 +56,7 @@ private:
     TextLabel* failure = nullptr;
     std::vector<Finding> findings; ///< about `examinedDisplay`, as of the last examination
     std::string examinedDisplay;   ///< identifier and status; empty after a refresh
-    Redraw later;
+    LaterCall later;
     Subscription refreshes;
 };
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "preferences/GeneralPreferences.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 
 #include <QWidget>
 
@@ -29,7 +29,7 @@ private:
     QWidget* approval = nullptr;
     TextLabel* unavailable = nullptr;
     TextLabel* failure = nullptr;
-    Redraw later;
+    LaterCall later;
 };
 
 } // namespace lumenvale

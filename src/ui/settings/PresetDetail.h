@@ -7,7 +7,7 @@
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 #include "ui/settings/DetailPage.h"
 
 #include <vector>
@@ -50,7 +50,7 @@ private:
     SmallButton* remove = nullptr;
     NoticeLabel* help;
     PresetLevels* levels;
-    Redraw later;
+    LaterCall later;
 };
 
 } // namespace lumenvale

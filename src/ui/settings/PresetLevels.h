@@ -6,7 +6,7 @@
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 
 #include <QWidget>
 #include <string>
@@ -44,7 +44,7 @@ private:
     KeyedRows<std::string, BrightnessSlider>* connected;
     QWidget* divider;
     KeyedRows<std::string, DisconnectedRow>* disconnected;
-    Redraw later;
+    LaterCall later;
 };
 
 } // namespace lumenvale

@@ -6,7 +6,7 @@
 #include "displays/DisplayStore.h"
 #include "preferences/BuildInfo.h"
 #include "presets/PresetEditor.h"
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -42,7 +42,7 @@ private:
     TextLabel* message;
     QWidget* progress;
     QTimer everyMinute; // the time of the build ages, and goes after a week
-    Redraw later;
+    LaterCall later;
 };
 
 } // namespace lumenvale

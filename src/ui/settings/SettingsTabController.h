@@ -3,7 +3,7 @@
 // and sets.
 #pragma once
 
-#include "ui/controls/Redraw.h"
+#include "ui/controls/LaterCall.h"
 #include "ui/settings/SettingsRoot.h"
 
 #include <QWidget>
@@ -31,7 +31,7 @@ private:
     std::vector<QAbstractButton*> buttons; ///< one for each tab
     QWidget* bar;
     SettingsRoot* pages;
-    Redraw tabObservation;
+    LaterCall tabObservation;
 };
 
 } // namespace lumenvale

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A view's redraw. It follows published values; however many of them change, it redraws once, on the loop's next
-// turn, and never inside a store's notification. The view then reads all it shows from the stores.
+// Runs something once on the loop's next turn, however often it is asked for. Views redraw through it: a burst of
+// changes costs one redraw, and nothing is done inside a store's notification.
 #pragma once
 
 #include "base/Published.h"
@@ -13,11 +13,11 @@
 
 namespace lumenvale {
 
-class Redraw {
+class LaterCall {
 public:
-    explicit Redraw(std::function<void()> action) : action(std::move(action)) {}
+    explicit LaterCall(std::function<void()> action) : action(std::move(action)) {}
 
-    /// Requests a redraw at each change of the value, which must outlive this.
+    /// Requests the call at each change of the value, which must outlive this.
     template <typename Value>
     void follow(Published<Value>& value)
     {
