@@ -158,9 +158,9 @@ TEST_F(PortalHotKeysTest, EveryKindOfPortalBindsTheKeysOrSaysWhyNot)
         start(row.create, row.bind, row.listed);
         addBoth();
         EXPECT_TRUE(tell(row.told)) << row.calls.size();
-        auto calls = desktop->members();
-        std::erase(calls, "Close"); // of a session that nothing came of
-        EXPECT_EQ(calls, row.calls);
+        // The end of a session that nothing came of may be told at any time.
+        desktop->calls.removeIf([](const QDBusMessage& each) { return each.member() == "Close"; });
+        ASSERT_EQ(desktop->members(), row.calls);
         const auto options = qdbus_cast<QVariantMap>(desktop->calls.at(1).arguments().at(0));
         EXPECT_EQ(options["session_handle_token"], "lumenvale") << "the same in every run";
         EXPECT_EQ(qdbus_cast<Shortcuts>(options["shortcuts"]).at(0).second["preferred_trigger"], "CTRL+F5");
