@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/cli/DisplayChoice.h"
+#include "app/cli/DisplayJson.h"
 #include "app/cli/Verb.h"
 
 namespace lumenvale {
@@ -17,10 +18,14 @@ Task<int> run(VerbContext& context, ArgumentValues values)
     auto inspection = context.hardware.inspect(*chosen);
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
     int status = exitDone;
+    if (values.has(jsonFlag().name))
+        context.out << displaysAsJson(displays) << '\n';
     for (const DisplayInfo& display : displays) {
         if (!display.brightness) {
             context.err << display.name << ": " << display.status << '\n';
             status = exitRefused;
+        } else if (values.has(jsonFlag().name)) {
+            continue; // it is in the list
         } else if (wanted == "all") {
             context.out << display.name << ": " << percentageText(display) << '\n';
         } else {
@@ -32,6 +37,6 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 
 } // namespace
 
-Verb getVerb() { return {"get", "Print a display's brightness", {displayArgument()}, run}; }
+Verb getVerb() { return {"get", "Print a display's brightness", {displayArgument(), jsonFlag()}, run}; }
 
 } // namespace lumenvale

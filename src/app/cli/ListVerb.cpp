@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/cli/DisplayChoice.h"
+#include "app/cli/DisplayJson.h"
 #include "app/cli/Verb.h"
-#include "base/Json.h"
 
 #include <QString>
 #include <algorithm>
@@ -10,46 +10,6 @@
 namespace lumenvale {
 
 namespace {
-
-template <typename T>
-OrderedJson orNull(const std::optional<T>& value)
-{
-    return value ? OrderedJson(*value) : OrderedJson(nullptr);
-}
-
-OrderedJson toJson(const DisplayInfo& display)
-{
-    return {{"id", display.id},
-            {"displayID", display.displayID},
-            {"name", display.name},
-            {"isBuiltIn", display.isBuiltIn},
-            {"isMain", display.isMain},
-            {"vendor", display.vendor},
-            {"model", display.model},
-            {"serial", display.serial},
-            {"pixelWidth", display.pixelWidth},
-            {"pixelHeight", display.pixelHeight},
-            {"logicalWidth", display.logicalWidth},
-            {"logicalHeight", display.logicalHeight},
-            {"refreshRate", display.refreshRate},
-            {"nativeResolution", display.nativeResolution},
-            {"connection", display.connection},
-            {"hardwareSerial", display.hardwareSerial},
-            {"method", rawValue(display.method)},
-            {"brightness", orNull(display.brightness)},
-            {"maximum", display.maximum},
-            {"status", display.status},
-            {"error", orNull(display.error)}};
-}
-
-void printJson(std::ostream& out, const std::vector<DisplayInfo>& displays)
-{
-    OrderedJson list = OrderedJson::array();
-    for (const DisplayInfo& each : displays)
-        list.push_back(toJson(each));
-    // Names come from monitors: bytes that are not UTF-8 become replacement characters.
-    out << writeJson(list, 2) << '\n';
-}
 
 void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays)
 {
@@ -76,7 +36,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
     auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
     if (values.has(jsonFlag().name))
-        printJson(context.out, displays);
+        context.out << displaysAsJson(displays) << '\n';
     else
         printTable(context.out, displays);
     if (displays.empty())

@@ -6,6 +6,7 @@ namespace lumenvale {
 // Each is defined in the file of its name.
 #define LUMENVALE_VERBS(VERB)                                                                                     \
     VERB(listVerb)                                                                                                \
+    VERB(namesVerb)                                                                                               \
     VERB(getVerb)                                                                                                 \
     VERB(setVerb)                                                                                                 \
     VERB(presetsVerb)                                                                                             \
