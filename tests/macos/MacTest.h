@@ -12,7 +12,7 @@ int openPools();
 
 struct MacTest : testing::Test {
     MacTest() { fakesdk::reset(); }
-    void TearDown() override
+    ~MacTest() override
     {
         EXPECT_EQ(fakesdk::leaks(), std::vector<std::string>());
         EXPECT_EQ(fakesdk::faults(), std::vector<std::string>());

@@ -29,6 +29,5 @@ typedef NS_OPTIONS(NSUInteger, NSBitmapFormat) { NSBitmapFormatAlphaNonpremultip
 
 @interface NSImage (Representations)
 - (void)addRepresentation:(NSImageRep*)imageRep;
-@property(readonly, copy) NSArray<NSImageRep*>* representations;
 @end
 NS_ASSUME_NONNULL_END

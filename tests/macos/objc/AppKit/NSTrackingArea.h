@@ -5,7 +5,6 @@
 
 NS_ASSUME_NONNULL_BEGIN
 typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
-    NSTrackingMouseEnteredAndExited = 0x01,
     NSTrackingActiveInActiveApp = 0x40,
     NSTrackingActiveAlways = 0x80
 };
