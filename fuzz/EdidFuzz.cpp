@@ -25,8 +25,8 @@ void examine(std::span<const std::uint8_t> bytes)
                          std::equal(edid->block.begin(), edid->block.end(), bytes.begin());
     const bool isShowable =
         isPrintable(edid->productName) && isPrintable(edid->serialText) && isPrintable(edid->manufacturer);
-    const bool isSensible = !edid->preferred || (edid->preferred->width > 0 && edid->preferred->height > 0);
-    if (!isSound || !isShowable || !isSensible)
+    if (!isSound || !isShowable ||
+        (edid->preferred && (edid->preferred->width <= 0 || edid->preferred->height <= 0)))
         std::abort();
 }
 

@@ -14,20 +14,12 @@ void require(bool condition)
         std::abort();
 }
 
-void checkChange(const std::string& text, MonitorFile expected)
-{
-    const std::uint16_t next = expected.ddc->maximum;
-    expected.ddc->current = next;
-    const auto changed = parseMonitorFile(withDdcCurrent(text, next), "x.json");
-    require(changed && *changed == expected);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    const auto monitor = parseMonitorFile(text, "x.json");
+    auto monitor = parseMonitorFile(text, "x.json");
     if (!monitor) {
         require(monitor.error().rfind("x.json", 0) == 0 && monitor.error().back() == '.');
         return 0;
@@ -37,7 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(monitor->native->brightness >= 0.0 && monitor->native->brightness <= 1.0);
     if (monitor->ddc) {
         require(monitor->ddc->maximum > 0 && monitor->ddc->current <= monitor->ddc->maximum);
-        checkChange(text, *monitor);
+        monitor->ddc->current = monitor->ddc->maximum;
+        require(parseMonitorFile(withDdcCurrent(text, monitor->ddc->maximum), "x.json") == monitor);
     }
     return 0;
 }

@@ -10,8 +10,6 @@ namespace {
 
 using namespace lumenvale;
 
-constexpr char key[] = "brightnessPresets";
-
 bool isWhole(const std::vector<BrightnessPreset>& presets)
 {
     std::set<Uuid> ids;
@@ -35,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const PropertyData stored(data, data + size);
     const bool isReadable = decodePresets(stored).has_value();
     MemoryUserDefaults defaults;
-    defaults.set(key, stored);
+    defaults.set("brightnessPresets", stored);
     PresetStore store(defaults);
     const std::vector<BrightnessPreset> loaded = *store.presets;
     store.save();
