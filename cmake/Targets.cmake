@@ -29,19 +29,23 @@ if(LUMENVALE_SANITIZE)
 endif()
 
 # lumenvale_precompile(TARGET HEADER): parses a header of cmake/precompiled, and what it includes, once for all sources
-# of the target, which takes most of the compiler's time away. Sources include what they use all the same: with
-# LUMENVALE_PCH=OFF they must build.
+# of the target, which takes most of the compiler's time away. HEADER may name a library instead, compiled with the same
+# options, to take what was parsed for it. Sources include what they use all the same: with LUMENVALE_PCH=OFF they must
+# build.
 function(lumenvale_precompile target header)
-  if(LUMENVALE_PCH)
+  if(LUMENVALE_PCH AND TARGET ${header})
+    target_precompile_headers(${target} REUSE_FROM ${header})
+  elseif(LUMENVALE_PCH)
     target_precompile_headers(${target} PRIVATE
       $<$<COMPILE_LANGUAGE:CXX>:${PROJECT_SOURCE_DIR}/cmake/precompiled/${header}.h>)
   endif()
 endfunction()
 
 # lumenvale_library(NAME): a static library `lumenvale_<NAME>` of every source directly in this folder, and with
-# ROOMS also in the folders below it. LINK names what its headers need, PRECOMPILE a header of cmake/precompiled.
+# ROOMS also in the folders below it. JOINED hands several sources at once to the compiler. LINK names what its headers
+# need, PRECOMPILE what to give to lumenvale_precompile.
 function(lumenvale_library name)
-  cmake_parse_arguments(arg "ROOMS;QT" "PRECOMPILE" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "ROOMS;QT;JOINED" "PRECOMPILE" "LINK" ${ARGN})
   if(arg_ROOMS)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h *.mm)
   else()
@@ -54,6 +58,10 @@ function(lumenvale_library name)
   if(arg_QT)
     set_target_properties(lumenvale_${name} PROPERTIES AUTOMOC ON)
     target_compile_definitions(lumenvale_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY)
+  endif()
+  # What the standard library's templates cost is paid once for eight sources. Each must compile alone, too.
+  if(arg_JOINED AND LUMENVALE_JOIN)
+    set_target_properties(lumenvale_${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
   endif()
   if(arg_PRECOMPILE)
     lumenvale_precompile(lumenvale_${name} ${arg_PRECOMPILE})

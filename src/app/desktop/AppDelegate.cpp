@@ -20,12 +20,6 @@ constexpr char hasOpenedSettingsKey[] = "hasOpenedSettings";
 /// What a notch of the wheel over the status item changes: coarse enough to cross the scale in twenty.
 constexpr double brightnessPerNotch = 0.05;
 
-Point pointerLocation()
-{
-    const QPoint pointer = QCursor::pos();
-    return {double(pointer.x()), double(pointer.y())};
-}
-
 Bitmap statusBitmap(double scale)
 {
     const QImage image = statusImage(Qt::black, scale).convertToFormat(QImage::Format_ARGB32);

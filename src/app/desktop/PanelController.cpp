@@ -34,12 +34,6 @@ QRegion roundedMask(QSize size)
     return mask;
 }
 
-Point pointerLocation()
-{
-    const QPoint pointer = QCursor::pos();
-    return {double(pointer.x()), double(pointer.y())};
-}
-
 Rect visibleFrame(const QScreen& screen)
 {
     const QRect frame = screen.availableGeometry();
@@ -55,6 +49,12 @@ const QScreen* screenAt(Point point)
 }
 
 } // namespace
+
+Point pointerLocation()
+{
+    const QPoint pointer = QCursor::pos();
+    return {double(pointer.x()), double(pointer.y())};
+}
 
 PanelController::PanelController(DisplayStore& store, PresetStore& presets, Clock& clock, Shell& shell,
                                  std::function<BrightnessMenu*()> makeContent)

@@ -20,6 +20,9 @@
 
 namespace lumenvale {
 
+/// Where the pointer is, in Qt's coordinates of the whole desktop.
+Point pointerLocation();
+
 class PanelController {
 public:
     /// `makeContent` makes what the panel shows, anew each time it opens; the panel takes it over. The references

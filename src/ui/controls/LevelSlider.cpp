@@ -25,7 +25,7 @@ constexpr double page = 0.1;
 constexpr double percent = 100.0;   // of a fraction
 constexpr double notch = 120.0;     // of a wheel, in Qt's eighths of a degree
 constexpr double notchWidth = 0.01; // how far one notch moves, or a step where that is more
-constexpr double disabledOpacity = 0.5;
+constexpr double disabledSliderOpacity = 0.5;
 
 /// What a screen reader sees: a slider from 0 to 100 percent that can be set.
 class LevelSliderAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
@@ -142,7 +142,7 @@ void LevelSlider::paintEvent(QPaintEvent*)
                             layoutDirection());
     }
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(disabledSliderOpacity);
     const QPointF knob(knobCentre(), height() / 2.0);
     const QRectF groove = snapped(painter, track());
     const double radius = groove.height() / 2;

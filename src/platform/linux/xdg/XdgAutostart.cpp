@@ -15,7 +15,6 @@ namespace lumenvale {
 
 namespace {
 
-constexpr auto* mainGroup = DesktopEntry::mainGroup;
 constexpr char registeredKey[] = "X-Lumenvale-Registered";
 
 bool listsOneOf(const std::string& list, char separator, const std::string& desktops)
@@ -33,8 +32,9 @@ bool listsOneOf(const std::string& list, char separator, const std::string& desk
 
 bool isSwitchedOff(const DesktopEntry& entry)
 {
-    const auto enabled = entry.value(mainGroup, "X-GNOME-Autostart-enabled");
-    return entry.flag(mainGroup, "Hidden") || (enabled && !entry.flag(mainGroup, "X-GNOME-Autostart-enabled"));
+    const auto enabled = entry.value(DesktopEntry::mainGroup, "X-GNOME-Autostart-enabled");
+    return entry.flag(DesktopEntry::mainGroup, "Hidden") ||
+           (enabled && !entry.flag(DesktopEntry::mainGroup, "X-GNOME-Autostart-enabled"));
 }
 
 } // namespace
@@ -74,11 +74,11 @@ bool XdgAutostart::canWrite() const
 
 bool XdgAutostart::appliesHere(const DesktopEntry& entry) const
 {
-    const auto only = entry.value(mainGroup, "OnlyShowIn");
-    const auto never = entry.value(mainGroup, "NotShowIn");
+    const auto only = entry.value(DesktopEntry::mainGroup, "OnlyShowIn");
+    const auto never = entry.value(DesktopEntry::mainGroup, "NotShowIn");
     if ((only && !listsOneOf(*only, ';', place.desktop)) || (never && listsOneOf(*never, ';', place.desktop)))
         return false;
-    const auto program = entry.value(mainGroup, "TryExec");
+    const auto program = entry.value(DesktopEntry::mainGroup, "TryExec");
     return !program || !QStandardPaths::findExecutable(QString::fromStdString(*program)).isEmpty();
 }
 
@@ -97,10 +97,11 @@ StartupStatus XdgAutostart::status()
         return StartupStatus::unavailable;
     const auto own = readTextFile(userFile());
     const std::optional<DesktopEntry> entry = own ? DesktopEntry::parse(*own) : systemEntry();
-    if (!entry || !entry->value(mainGroup, "Exec"))
+    if (!entry || !entry->value(DesktopEntry::mainGroup, "Exec"))
         return StartupStatus::off;
     if (isSwitchedOff(*entry))
-        return entry->flag(mainGroup, registeredKey) ? StartupStatus::requiresApproval : StartupStatus::off;
+        return entry->flag(DesktopEntry::mainGroup, registeredKey) ? StartupStatus::requiresApproval
+                                                                   : StartupStatus::off;
     return appliesHere(*entry) ? StartupStatus::enabled : StartupStatus::off;
 }
 
@@ -112,20 +113,21 @@ tl::expected<void, std::string> XdgAutostart::setEnabled(bool enabled)
                                                : "The folder for programs that start at login (" +
                                                      place.userFolder + ") cannot be written to.");
     DesktopEntry entry;
-    entry.set(mainGroup, "Type", "Application");
-    entry.set(mainGroup, "Name", escapeEntryText(place.name));
-    entry.set(mainGroup, "Icon", "app.lumenvale.Lumenvale");
-    entry.set(mainGroup, "Exec", execLine(place.command));
+    entry.set(DesktopEntry::mainGroup, "Type", "Application");
+    entry.set(DesktopEntry::mainGroup, "Name", escapeEntryText(place.name));
+    entry.set(DesktopEntry::mainGroup, "Icon", "app.lumenvale.Lumenvale");
+    entry.set(DesktopEntry::mainGroup, "Exec", execLine(place.command));
     if (enabled) {
-        entry.set(mainGroup, "TryExec", escapeEntryText(place.command.front()));
-        entry.set(mainGroup, "Terminal", "false");
-        entry.set(mainGroup, "X-GNOME-Autostart-enabled", "true"); // some settings programs only flip this
-        entry.set(mainGroup, "X-KDE-autostart-after", "panel");    // the status item finds its bar
-        entry.set(mainGroup, registeredKey, "true");
+        entry.set(DesktopEntry::mainGroup, "TryExec", escapeEntryText(place.command.front()));
+        entry.set(DesktopEntry::mainGroup, "Terminal", "false");
+        entry.set(DesktopEntry::mainGroup, "X-GNOME-Autostart-enabled",
+                  "true"); // some settings programs only flip this
+        entry.set(DesktopEntry::mainGroup, "X-KDE-autostart-after", "panel"); // the status item finds its bar
+        entry.set(DesktopEntry::mainGroup, registeredKey, "true");
         return writeTextFile(userFile(), entry.toString());
     }
     if (systemEntry()) { // only a hidden entry of the user's own stands before it
-        entry.set(mainGroup, "Hidden", "true");
+        entry.set(DesktopEntry::mainGroup, "Hidden", "true");
         return writeTextFile(userFile(), entry.toString());
     }
     QFile file(QString::fromStdString(userFile()));
