@@ -2,42 +2,33 @@
 #include "platform/linux/displays/Logind.h"
 #include "support/PrivateBus.h"
 
-#include <QDBusContext>
-#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <atomic>
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <thread>
 
 namespace lumenvale {
-
-/// The caller's session, as the login service shows it.
-class SessionStandIn final : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Session")
-
-public:
-    QStringList calls;
-    QString error;
-
-public Q_SLOTS:
-    void SetBrightness(const QString& subsystem, const QString& name, quint32 value)
-    {
-        calls.append(subsystem + ' ' + name + ' ' + QString::number(value));
-        if (!error.isEmpty())
-            sendErrorReply(error, "Refused");
-    }
-};
-
 namespace {
 
-class LogindTest : public testing::Test {
-protected:
-    LogindTest()
+/// The caller's session, as the login service shows it: keeps the calls, answers with `error` where there is one.
+struct SessionStandIn final : QDBusVirtualObject {
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
-        service.registerObject("/org/freedesktop/login1/session/auto", &session, QDBusConnection::ExportAllSlots);
+        calls << message.member();
+        for (const QVariant& each : message.arguments())
+            calls << each.toString();
+        return connection.send(error.isEmpty() ? message.createReply() : message.createErrorReply(error, ""));
     }
+
+    QStringList calls;
+    QString error;
+};
+
+struct LogindTest : testing::Test {
+    LogindTest() { service.registerVirtualObject("/org/freedesktop/login1/session/auto", &session); }
 
     /// Calls from another thread, as the hardware thread does, while this one answers.
     int setBrightness()
@@ -61,21 +52,17 @@ protected:
     SessionStandIn session;
 };
 
-TEST_F(LogindTest, TheSessionIsAskedForTheRawValue)
+TEST_F(LogindTest, TheSessionIsAskedForTheRawValueAndItsRefusalIsSaid)
 {
+    EXPECT_EQ(setBrightness(), ENOTCONN) << "no service yet";
+    EXPECT_EQ(setBrightnessThroughLogind(QDBusConnection("none"), "x", 1), ENOTCONN);
     ASSERT_TRUE(service.registerService("org.freedesktop.login1"));
     EXPECT_EQ(setBrightness(), 0);
-    EXPECT_EQ(session.calls, QStringList{"backlight intel_backlight 515"});
+    EXPECT_EQ(session.calls, (QStringList{"SetBrightness", "backlight", "intel_backlight", "515"}));
     session.error = "org.freedesktop.DBus.Error.AccessDenied";
     EXPECT_EQ(setBrightness(), EACCES);
     session.error = "org.freedesktop.DBus.Error.UnknownMethod"; // an old service
     EXPECT_EQ(setBrightness(), ENOSYS);
-}
-
-TEST_F(LogindTest, WithoutTheServiceOrTheBusItIsSaidSo)
-{
-    EXPECT_EQ(setBrightness(), ENOTCONN);
-    EXPECT_EQ(setBrightnessThroughLogind(QDBusConnection("none"), "x", 1), ENOTCONN);
 }
 
 TEST_F(LogindTest, GoingToSleepAndWakingAreReported)
@@ -86,8 +73,7 @@ TEST_F(LogindTest, GoingToSleepAndWakingAreReported)
     for (const bool begins : {true, false}) {
         QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/login1",
                                                          "org.freedesktop.login1.Manager", "PrepareForSleep");
-        signal << begins;
-        service.send(signal);
+        service.send(signal << begins);
     }
     EXPECT_TRUE(turnLoopUntil([&] { return seen.size() == 2; }));
     EXPECT_EQ(seen, (std::vector<bool>{true, false}));
@@ -95,5 +81,3 @@ TEST_F(LogindTest, GoingToSleepAndWakingAreReported)
 
 } // namespace
 } // namespace lumenvale
-
-#include "LogindTest.moc"
