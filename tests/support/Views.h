@@ -6,7 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 namespace lumenvale {
@@ -60,6 +60,13 @@ inline void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers =
     QApplication::sendEvent(&widget, &press);
     QApplication::sendEvent(&widget, &release);
     turnLoop();
+}
+
+/// Turns the wheel by eighths of a degree, away from the user.
+inline void turnWheel(QWidget& widget, int delta, Qt::ScrollPhase phase = Qt::NoScrollPhase)
+{
+    QWheelEvent event({5, 5}, {5, 5}, {}, {0, delta}, {}, {}, phase, false);
+    QApplication::sendEvent(&widget, &event);
 }
 
 } // namespace lumenvale
