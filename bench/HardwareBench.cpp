@@ -5,7 +5,6 @@
 #include "hardware/DdcExchange.h"
 #include "hardware/DisplayEndpoints.h"
 #include "support/FakeHardwareAccess.h"
-#include "support/FakeRegistry.h"
 
 #include <benchmark/benchmark.h>
 

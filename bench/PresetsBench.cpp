@@ -6,7 +6,6 @@
 #include "presets/PresetEditor.h"
 #include "support/FakeDisplayHardware.h"
 #include "support/FakeScreenSource.h"
-#include "support/FakeSystemEvents.h"
 #include "support/ManualClock.h"
 
 #include <benchmark/benchmark.h>

@@ -5,7 +5,6 @@
 #include "displays/DisplayStore.h"
 #include "support/FakeDisplayHardware.h"
 #include "support/FakeScreenSource.h"
-#include "support/FakeSystemEvents.h"
 #include "support/ManualClock.h"
 
 #include <benchmark/benchmark.h>

@@ -9,7 +9,6 @@
 #include "support/FakeHotKeyService.h"
 #include "support/FakeScreenSource.h"
 #include "support/FakeStartupService.h"
-#include "support/FakeSystemEvents.h"
 #include "support/ManualClock.h"
 #include "support/Views.h"
 #include "ui/controls/Labels.h"

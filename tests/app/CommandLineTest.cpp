@@ -4,7 +4,7 @@
 
 #include "platform/Platform.h"
 #include "presets/PresetStore.h"
-#include "support/AwaitResult.h"
+#include "support/ManualMainThread.h"
 #include "support/ManualClock.h"
 #include "support/MonitorFolder.h"
 

@@ -1,37 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "base/Worker.h"
 
-#include "support/AwaitResult.h"
+#include "support/ManualMainThread.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
+#include <latch>
 #include <memory>
 
 namespace lumenvale {
 namespace {
 
-using Job = std::function<int(const CancellationToken&)>;
-
-/// A gate that a job waits at until the test opens it.
-class Gate {
-public:
-    void open() { opened.store(true), opened.notify_all(); }
-    void wait() { opened.wait(false); }
-
-private:
-    std::atomic<bool> opened = false;
-};
-
 struct WorkerTest : testing::Test {
-    Task<> runJobs(Job job, int count)
+    Task<> runJobs(std::function<int(const CancellationToken&)> job, int count)
     {
         for (int i = 0; i < count; ++i)
             co_await runOnWorker<int>(*worker, mainThread, job);
-    }
-    /// Waits until the worker has done everything before.
-    void drain()
-    {
-        awaitResult(mainThread, runOnWorker<int>(*worker, mainThread, [](const auto&) { return 0; }));
     }
 
     ManualMainThread mainThread;
@@ -58,46 +42,42 @@ TEST_F(WorkerTest, AnsweringWhileItsCallerIsDestroyedIsHarmless)
 TEST_F(WorkerTest, AJobWhoseCallerIsGoneIsSkippedOrHearsOfItWhenItHasBegun)
 {
     for (const bool hasBegun : {false, true}) {
-        Gate started;
-        Gate destroyed;
+        std::latch started(1);
+        std::latch destroyed(1);
         std::atomic<bool> isCancelled = false;
         if (!hasBegun)
             worker->post([&] { destroyed.wait(); });
-        caller.run(runJobs(
-            [&](const CancellationToken& token) {
-                started.open();
-                destroyed.wait();
-                isCancelled = token.isCancelled();
-                return 0;
-            },
-            1));
+        const auto job = [&](const CancellationToken& token) {
+            started.count_down();
+            destroyed.wait();
+            isCancelled = token.isCancelled();
+            return 0;
+        };
+        caller.run(runJobs(job, 1));
         if (hasBegun)
             started.wait();
         caller.cancel();
-        destroyed.open();
-        drain();
+        destroyed.count_down();
+        awaitResult(mainThread, runOnWorker<int>(*worker, mainThread, [](const auto&) { return 0; }));
         EXPECT_EQ(isCancelled, hasBegun);
     }
 }
 
 TEST_F(WorkerTest, DestroyingItDropsWhatHasNotBegunAndWaitsForWhatRuns)
 {
-    struct Opener {
-        Gate& gate;
-        ~Opener() { gate.open(); }
-    };
     std::atomic<bool> hasFinished = false;
     std::atomic<bool> hasRunLate = false;
-    Gate dropped;
-    Gate started;
+    std::latch dropped(1);
+    std::latch started(1);
     worker->post([&, target = worker.get()] {
-        started.open();
+        started.count_down();
         dropped.wait();
         target->post([&] { hasRunLate = true; });
         hasFinished = true;
     });
     started.wait();
-    worker->post([&hasRunLate, opener = std::make_shared<Opener>(dropped)] { hasRunLate = true; });
+    const auto openWhenDropped = [&dropped](void*) { dropped.count_down(); };
+    worker->post([&, held = std::shared_ptr<void>(nullptr, openWhenDropped)] { hasRunLate = true; });
     worker.reset();
     EXPECT_TRUE(hasFinished);
     EXPECT_FALSE(hasRunLate);

@@ -16,18 +16,12 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 DisplayInfo ddc(std::uint16_t maximum, std::optional<double> brightness = std::nullopt)
 {
-    DisplayInfo display;
-    display.method = ControlMethod::ddc;
-    display.maximum = maximum;
-    display.brightness = brightness;
-    return display;
+    return {.method = ControlMethod::ddc, .brightness = brightness, .maximum = maximum};
 }
 
 DisplayInfo native(std::optional<double> brightness = std::nullopt)
 {
-    DisplayInfo display = ddc(100, brightness);
-    display.method = ControlMethod::apple;
-    return display;
+    return {.method = ControlMethod::apple, .brightness = brightness};
 }
 
 TEST(DisplayInfo, LevelsAreClampedAndRoundedToTheDisplaysUnits)
@@ -47,9 +41,7 @@ TEST(DisplayInfo, LevelsAreClampedAndRoundedToTheDisplaysUnits)
 TEST(DisplayInfo, AStepIsOneUnitAndStopsAtTheEnds)
 {
     EXPECT_EQ(step(1, 100, 0.424), 0.43);
-    EXPECT_EQ(step(-7, 100, 0.424), 0.41);
     EXPECT_EQ(step(0, 100, 0.424), 0.42);
-    EXPECT_EQ(step(-1, 100, 0.0), 0.0);
     EXPECT_EQ(step(1, std::nullopt, 0.5), 0.501);
     EXPECT_EQ(step(1, 0, 0.9999), 1.0);
     EXPECT_EQ(step(1, 100, std::nullopt), 0.01);
@@ -66,7 +58,6 @@ TEST(DisplayInfo, AStepIsOneUnitAndStopsAtTheEnds)
 
 TEST(DisplayInfo, ARelativeChangeMovesByAtLeastOneUnitInItsDirectionAndStopsAtTheEnds)
 {
-    EXPECT_EQ(adjusted(ddc(100, 0.42), -0.05), 0.37);
     EXPECT_EQ(adjusted(ddc(10, 0.5), -0.04), 0.4) << "not half a unit, which would be rounded back";
     EXPECT_EQ(adjusted(ddc(10, 0.5), 0.04), 0.6);
     EXPECT_EQ(adjusted(ddc(10, 0.5), 0.0), 0.5);
@@ -88,9 +79,7 @@ TEST(DisplayInfo, TextsSuitTheDisplaysScaleInEveryLocale)
     const std::pair<std::string, std::string> rows[] = {
         {percentageText(ddc(100, 0.5)), "50%"},
         {percentageText(ddc(101, 0.5)), "50.0%"},
-        {percentageText(ddc(1000, 0.5)), "50.0%"},
         {percentageText(ddc(1001, 0.5)), "50.000%"},
-        {percentageText(native(0.423)), "42.3%"},
         {percentageText(native(-0.0)), "0.0%"},
         {percentageText(native()), "—"},
         {stepSizeText(native()), "0.1 percentage points"},
@@ -103,14 +92,8 @@ TEST(DisplayInfo, TextsSuitTheDisplaysScaleInEveryLocale)
         {rangeText(ddc(65535)), "65536 command values; integer range 0–65535."},
         {rangeText(native()),
          "The API accepts a value from 0 to 1. The panel’s physical step size is not reported."},
-        {std::string(description(BrightnessError::disconnected)),
-         "The display connection changed. Refresh displays and try again."},
-        {std::string(description(BrightnessError::writeFailed)),
-         "The display did not accept the brightness command. Check DDC/CI in its on-screen menu."},
         {std::string(description(BrightnessError::readFailed)),
-         "The command was sent, but brightness could not be read back. Refresh to retry."},
-        {std::string(description(BrightnessError::mismatch)),
-         "The display reported a different brightness. Another app or a monitor preset may be overriding it."}};
+         "The command was sent, but brightness could not be read back. Refresh to retry."}};
     std::locale::global(former);
     for (const auto& [text, expected] : rows)
         EXPECT_EQ(text, expected);

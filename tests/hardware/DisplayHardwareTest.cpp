@@ -2,7 +2,7 @@
 #include "hardware/DisplayHardware.h"
 
 #include "hardware/DisplayEndpoints.h"
-#include "support/AwaitResult.h"
+#include "support/ManualMainThread.h"
 #include "support/FakeHardwareAccess.h"
 
 #include <atomic>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hardware/MatchScore.h"
 #include "support/FakeHardwareAccess.h"
-#include "support/FakeRegistry.h"
 
 #include <gtest/gtest.h>
 #include <limits>

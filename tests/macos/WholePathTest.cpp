@@ -10,7 +10,7 @@
 #include "platform/macos/displays/MacNativeFunctions.h"
 #include "platform/macos/displays/MacServiceRegistry.h"
 #include "platform/macos/foundation/MacReferences.h"
-#include "support/AwaitResult.h"
+#include "support/ManualMainThread.h"
 #include "support/FakeHardwareAccess.h"
 
 #include <IOKit/IOKitLib.h>

@@ -10,15 +10,13 @@ using namespace std::chrono_literals;
 
 constexpr BuildInfo::Time built(1738346645s);
 
-std::optional<BuildInfo::Time> parse(const std::string& text)
-{
-    return text == "2025-01-31T18:04:05Z" ? std::optional(built) : std::nullopt;
-}
-
 TEST(BuildInfo, MissingAndUnreadableResourcesLeaveTheRest)
 {
     BuildResources resources;
     resources.version = "1.2";
+    const auto parse = [](const std::string& text) {
+        return text == "2025-01-31T18:04:05Z" ? std::optional(built) : std::nullopt;
+    };
     for (const char* metadata : {"", "{", "[]", "{}", R"({"builtAt":5})", R"({"builtAt":"yesterday"})", "\xFF"}) {
         resources.metadata = metadata;
         const BuildInfo info = readBuildInfo(resources, parse);

@@ -12,40 +12,35 @@ class EditorScript : public StoreScript {
 public:
     EditorScript()
     {
-        verbs["preset"] = [this](const Words& w) {
-            const Uuid id = presets.addPreset(levels(w, 2), {}).id;
-            presets.rename(id, w[1]);
+        verbs["preset"] = [this](auto& w) { presets.rename(Uuid(presets.addPreset(levels(w, 2), {}).id), w[1]); };
+        verbs["restart"] = [this](auto&) { startEditor(); };
+        verbs["activate"] = [this](auto& w) { editor->activate(id(w[1])); };
+        verbs["select"] = [this](auto& w) {
+            const auto selection =
+                store->display(w[1]) ? SettingsSelection(DisplaySelection{w[1]}) : PresetSelection{id(w[1])};
+            editor->select(selection, w.size() > 2);
         };
-        verbs["restart"] = [this](const Words&) { startEditor(); };
-        verbs["activate"] = [this](const Words& w) { editor->activate(id(w[1])); };
-        verbs["select"] = [this](const Words& w) { editor->select(selectionOf(w[1]), w.size() > 2); };
-        verbs["open"] = [this](const Words& w) {
-            editor->show(w.size() > 1 ? std::optional(w[1]) : std::nullopt);
-        };
-        verbs["close"] = [this](const Words&) { editor->settingsClosed(); };
-        verbs["unfocus"] = [this](const Words&) { editor->settingsResignedKey(); };
-        verbs["tab"] = [this](const Words& w) {
+        verbs["open"] = [this](auto& w) { editor->show(w.size() > 1 ? std::optional(w[1]) : std::nullopt); };
+        verbs["close"] = [this](auto&) { editor->settingsClosed(); };
+        verbs["unfocus"] = [this](auto&) { editor->settingsResignedKey(); };
+        verbs["tab"] = [this](auto& w) {
             editor->selectTab(static_cast<SettingsTab>(std::ranges::find(tabNames, w[1]) - std::begin(tabNames)));
         };
-        verbs["add"] = [this](const Words&) { editor->addPresetFromCurrentLevels(); };
-        verbs["delete"] = [this](const Words& w) { editor->deletePreset(id(w[1])); };
-        verbs["edit"] = [this](const Words& w) {
-            editor->setLevel(id(w[1]), *store->display(w[2]), std::stod(w[3]));
-        };
-        verbs["revert"] = [this](const Words&) {
-            reports.push_back(editor->revert() ? "reverted" : "not reverted");
-        };
-        verbs["record"] = [this](const Words& w) { editor->startRecording(id(w[1])); };
-        verbs["key"] = [this](const Words& w) {
+        verbs["add"] = [this](auto&) { editor->addPresetFromCurrentLevels(); };
+        verbs["delete"] = [this](auto& w) { editor->deletePreset(id(w[1])); };
+        verbs["edit"] = [this](auto& w) { editor->setLevel(id(w[1]), *store->display(w[2]), std::stod(w[3])); };
+        verbs["revert"] = [this](auto&) { reports.push_back(editor->revert() ? "reverted" : "not reverted"); };
+        verbs["record"] = [this](auto& w) { editor->startRecording(id(w[1])); };
+        verbs["key"] = [this](auto& w) {
             KeyEvent event{.keyCode = static_cast<std::uint32_t>(std::stoi(w[1])), .characters = "k"};
             event.modifiers = w.size() > 2 ? KeyModifier::shift : 0;
             reports.push_back(editor->handleKeyEvent(event) ? "consumed" : "not consumed");
         };
-        verbs["main"] = [this](const Words& w) {
+        verbs["main"] = [this](auto& w) {
             for (Screen& each : screens.list)
                 each.isMain = each.uuid == w[1];
         };
-        verbs["stored"] = [this](const Words& w) { defaults.set("settingsPreset", PropertyValue(w[1])); };
+        verbs["stored"] = [this](auto& w) { defaults.set("settingsPreset", PropertyValue(w[1])); };
         startEditor();
     }
 
@@ -54,7 +49,7 @@ public:
         observers.clear();
         store->brightnessObserved = nullptr;
         editor.reset();
-        presetsObserver = presets.presets.subscribe([](const auto&) { ADD_FAILURE() << "the editor is gone"; });
+        observers.push_back(presets.presets.subscribe([](const auto&) { ADD_FAILURE() << "the editor is gone"; }));
     }
     Uuid id(const std::string& name) const
     {
@@ -66,9 +61,6 @@ public:
     std::unique_ptr<PresetEditor> editor;
 
 protected:
-    static constexpr char outsideMessage[] =
-        "Brightness changed outside the preset. This preset is no longer active.";
-    static constexpr char revertedMessage[] = "Reverted this editing session and restored the saved preset.";
     static constexpr std::string_view tabNames[] = {"general", "displays", "presets"};
 
     void startEditor()
@@ -93,12 +85,6 @@ protected:
         const BrightnessPreset* found = preset ? presets.preset(*preset) : nullptr;
         return found ? found->name : preset ? "gone" : "none";
     }
-    std::optional<SettingsSelection> selectionOf(const std::string& name) const
-    {
-        if (name == "none")
-            return std::nullopt;
-        return store->display(name) ? SettingsSelection(DisplaySelection{name}) : PresetSelection{id(name)};
-    }
     static std::string text(const BrightnessPreset& preset)
     {
         std::string result;
@@ -118,9 +104,10 @@ protected:
         const auto* preset = selection ? std::get_if<PresetSelection>(&*selection) : nullptr;
         result["active"] = nameOf(*editor->activePresetID);
         const std::string message = editor->message->value_or("-");
-        result["message"] = message == outsideMessage    ? "outside"
-                            : message == revertedMessage ? "reverted"
-                                                         : message;
+        const std::map<std::string, std::string> shortened = {
+            {"Brightness changed outside the preset. This preset is no longer active.", "outside"},
+            {"Reverted this editing session and restored the saved preset.", "reverted"}};
+        result["message"] = shortened.contains(message) ? shortened.at(message) : message;
         result["preparing"] = *editor->isPreparing ? "yes" : "no";
         result["recording"] = nameOf(*editor->recordingShortcutID);
         result["selected"] = display ? display->id : preset ? nameOf(preset->id) : "none";
@@ -133,7 +120,6 @@ protected:
     }
 
     std::vector<Subscription> observers;
-    Subscription presetsObserver;
 };
 
 } // namespace lumenvale

@@ -6,37 +6,24 @@
 namespace lumenvale {
 namespace {
 
-PresetShortcut functionShortcut(std::int64_t number)
-{
-    PresetShortcut shortcut;
-    shortcut.functionKey = number;
-    return shortcut;
-}
-
 KeyEvent keyDown(std::uint32_t code, std::uint32_t modifiers = 0, const char* characters = "")
 {
     return {.keyCode = code, .modifiers = modifiers, .characters = characters};
 }
 
-TEST(PresetShortcut, FunctionKeysAreOneToTwenty)
+TEST(PresetShortcut, FunctionKeysAreOneToTwentyAndCollideWithTheSameKeyRecorded)
 {
-    EXPECT_EQ(functionKeyCode(1), 122u);
     EXPECT_EQ(functionKeyCode(16), 106u);
     EXPECT_EQ(functionKeyCode(20), 90u);
     for (const std::int64_t number : {INT64_MIN, std::int64_t{0}, std::int64_t{21}, INT64_MAX})
         EXPECT_FALSE(functionKeyCode(number)) << number;
-}
-
-TEST(PresetShortcut, CollidesByKeyAndModifiersHoweverTheKeyWasChosen)
-{
-    PresetShortcut recorded;
-    recorded.recordedKeyCode = 122;
-    recorded.recordedKeyLabel = "F1";
-    EXPECT_TRUE(collide(functionShortcut(1), recorded));
-    EXPECT_FALSE(collide(functionShortcut(2), recorded));
+    const PresetShortcut f1{.functionKey = 1};
+    PresetShortcut recorded{.recordedKeyCode = 122, .recordedKeyLabel = "F1"};
+    EXPECT_TRUE(collide(f1, recorded));
+    EXPECT_FALSE(collide({.functionKey = 2}, recorded));
     recorded.shift = true;
-    EXPECT_FALSE(collide(functionShortcut(1), recorded));
-    EXPECT_TRUE(collide(functionShortcut(25), functionShortcut(0))) << "neither has a key";
+    EXPECT_FALSE(collide(f1, recorded));
+    EXPECT_TRUE(collide({.functionKey = 25}, {})) << "neither has a key";
 }
 
 TEST(PresetShortcut, ARecordedKeyKeepsItsCodeItsLabelAndTheFourModifiers)

@@ -6,12 +6,11 @@
 #include "displays/DisplayHardwareControlling.h"
 
 #include <algorithm>
-#include <cmath>
 #include <coroutine>
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 namespace lumenvale {
@@ -36,20 +35,51 @@ public:
         std::string text = "inspect";
         for (const DisplayInfo& each : displays)
             text += " " + each.id;
-        return answerTo<std::vector<DisplayInfo>>(text, [this, displays] { return inspected(displays); });
+        return answerTo<std::vector<DisplayInfo>>(text, [this, displays]() mutable {
+            for (DisplayInfo& each : displays) {
+                const FakeMonitor* monitor = controlled(each.id);
+                each.status = monitor ? "Inspected." : "No control.";
+                if (!monitor)
+                    continue;
+                each.method = monitor->method;
+                each.maximum = monitor->maximum;
+                if (monitor->isReadable)
+                    each.brightness = monitor->brightness;
+            }
+            return displays;
+        });
     }
     Task<Readings> currentBrightness(std::vector<std::string> ids) override
     {
         std::string text = "read";
         for (const std::string& id : ids)
             text += " " + id;
-        return answerTo<Readings>(text, [this, ids] { return read(ids); });
+        return answerTo<Readings>(text, [this, ids] {
+            Readings readings;
+            for (const std::string& id : ids) {
+                const FakeMonitor* monitor = controlled(id);
+                if (monitor && monitor->isReadable)
+                    readings[id] = monitor->brightness;
+            }
+            return readings;
+        });
     }
     Task<Outcome> setBrightness(double value, std::string id) override
     {
-        char number[32];
-        std::snprintf(number, sizeof number, " %.6g", value);
-        return answerTo<Outcome>("set " + id + number, [this, value, id] { return written(value, id); });
+        std::ostringstream text;
+        text << "set " << id << " " << value;
+        return answerTo<Outcome>(text.str(), [this, value, id]() -> Outcome {
+            FakeMonitor* monitor = controlled(id);
+            if (!monitor)
+                return tl::unexpected(BrightnessError::disconnected);
+            writes.emplace_back(id, value);
+            const DisplayInfo scale{.method = monitor->method, .maximum = monitor->maximum};
+            if (!monitor->writeError || monitor->writeError == BrightnessError::readFailed)
+                monitor->brightness = quantise(scale, std::min(value, monitor->highest));
+            if (monitor->writeError)
+                return tl::unexpected(*monitor->writeError);
+            return monitor->brightness;
+        });
     }
 
     std::size_t waitingCount() const { return calls.size(); }
@@ -90,10 +120,7 @@ private:
 
     /// Awaits the turn of a call.
     struct Turn {
-        Turn(FakeDisplayHardware& owner, std::function<void()> perform) : hardware(owner)
-        {
-            call->perform = std::move(perform);
-        }
+        explicit Turn(FakeDisplayHardware& hardware) : hardware(hardware) { call->number = hardware.log.size(); }
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
         ~Turn()
@@ -102,7 +129,6 @@ private:
             if (!hardware.calls.empty() && hardware.calls.front() != call)
                 std::erase(hardware.calls, call);
         }
-
         bool await_ready() const
         {
             if (!hardware.holdsAnswers)
@@ -124,53 +150,18 @@ private:
     Task<Result> answerTo(std::string text, std::function<Result()> work)
     {
         const auto result = std::make_shared<std::optional<Result>>();
-        Turn turn(*this, [work, result] { result->emplace(work()); });
-        turn.call->number = log.size();
+        Turn turn(*this);
+        turn.call->perform = [work, result] { result->emplace(work()); };
         log.push_back(text);
         co_await turn;
         co_return std::move(**result);
     }
-
-    std::vector<DisplayInfo> inspected(std::vector<DisplayInfo> displays) const
-    {
-        for (DisplayInfo& each : displays) {
-            const auto monitor = monitors.find(each.id);
-            if (monitor == monitors.end() || monitor->second.method == ControlMethod::unavailable) {
-                each.status = "No control.";
-                continue;
-            }
-            each.method = monitor->second.method;
-            each.maximum = monitor->second.maximum;
-            if (monitor->second.isReadable)
-                each.brightness = monitor->second.brightness;
-            each.status = "Inspected.";
-        }
-        return displays;
-    }
-    Readings read(const std::vector<std::string>& ids) const
-    {
-        Readings readings;
-        for (const std::string& id : ids) {
-            const auto monitor = monitors.find(id);
-            if (monitor != monitors.end() && monitor->second.isReadable)
-                readings[id] = monitor->second.brightness;
-        }
-        return readings;
-    }
-    Outcome written(double value, const std::string& id)
+    /// The monitor; null where there is none that can be controlled.
+    FakeMonitor* controlled(const std::string& id)
     {
         const auto found = monitors.find(id);
-        if (found == monitors.end() || found->second.method == ControlMethod::unavailable)
-            return tl::unexpected(BrightnessError::disconnected);
-        FakeMonitor& monitor = found->second;
-        writes.emplace_back(id, value);
-        const double taken = std::min(value, monitor.highest);
-        const double units = monitor.maximum;
-        if (!monitor.writeError || monitor.writeError == BrightnessError::readFailed)
-            monitor.brightness = monitor.method == ControlMethod::ddc ? std::round(taken * units) / units : taken;
-        if (monitor.writeError)
-            return tl::unexpected(*monitor.writeError);
-        return monitor.brightness;
+        const bool isControlled = found != monitors.end() && found->second.method != ControlMethod::unavailable;
+        return isControlled ? &found->second : nullptr;
     }
 
     std::vector<std::shared_ptr<Call>> calls;

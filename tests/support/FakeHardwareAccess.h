@@ -5,6 +5,7 @@
 
 #include "hardware/DdcMessage.h"
 #include "hardware/HardwareAccess.h"
+#include "hardware/ServiceDiscovery.h"
 
 #include <deque>
 #include <map>
@@ -27,9 +28,10 @@ inline Bytes sealed(Bytes reply)
 /// A valid reply to a luminance request.
 inline Bytes luminanceReply(int maximum, int current)
 {
-    const auto byte = [](int value) { return static_cast<std::uint8_t>(value & 0xFF); };
-    return sealed({0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, byte(maximum >> 8), byte(maximum), byte(current >> 8),
-                   byte(current)});
+    Bytes reply = {0x6E, 0x88, 0x02, 0x00, 0x10, 0x00};
+    for (const int value : {maximum >> 8, maximum, current >> 8, current})
+        reply.push_back(static_cast<std::uint8_t>(value & 0xFF));
+    return sealed(reply);
 }
 
 /// A monitor that answers as told. Its log: "write 82 01 10 FD", "read", "wait 10000".
@@ -43,7 +45,11 @@ public:
         for (const std::uint8_t byte : bytes)
             line += {' ', digits[byte >> 4], digits[byte & 0x0F]};
         wrongAddress = wrongAddress || chipAddress != 0x37 || dataAddress != 0x51;
-        const int status = next(writeStatuses);
+        int status = 0;
+        if (!writeStatuses.empty()) {
+            status = writeStatuses.front();
+            writeStatuses.pop_front();
+        }
         if (status == 0 && acceptsWrites && bytes.size() == 6)
             current = static_cast<std::uint16_t>(bytes[3] << 8 | bytes[4]);
         return status;
@@ -73,15 +79,6 @@ public:
     std::deque<Bytes> replies;     ///< instead of the true one
     std::vector<std::string> log;
     bool wrongAddress = false;
-
-private:
-    static int next(std::deque<int>& statuses)
-    {
-        const int status = statuses.empty() ? 0 : statuses.front();
-        if (!statuses.empty())
-            statuses.pop_front();
-        return status;
-    }
 };
 
 /// Displays by number. What a test changes while a DisplayHardware runs, it changes between two awaited calls.
@@ -110,6 +107,52 @@ public:
 private:
     std::shared_ptr<FakeDisplays> displays;
     FakeDisplays round;
+};
+
+/// A tree of devices is a list of these.
+struct FakeEntry final : RegistryEntry {
+    FakeEntry(std::string name, PropertyDictionary properties, std::string path,
+              std::shared_ptr<AVService> service)
+        : text(std::move(name)), properties(std::move(properties)), place(std::move(path)),
+          service(std::move(service))
+    {
+    }
+    std::string name() const override { return text; }
+    std::optional<PropertyValue> property(const std::string& key) const override
+    {
+        const PropertyValue* value = find(properties, key);
+        return value ? std::optional(*value) : std::nullopt;
+    }
+    std::string path() const override { return place; }
+    std::shared_ptr<AVService> createAVService() const override { return service; }
+
+    std::string text;
+    PropertyDictionary properties;
+    std::string place;
+    std::shared_ptr<AVService> service;
+};
+
+struct FakeRegistry final : ServiceRegistry {
+    explicit FakeRegistry(std::vector<FakeEntry> entries) : entries(std::move(entries)) {}
+    void forEachEntry(const std::function<void(const RegistryEntry&)>& visit) override
+    {
+        for (const FakeEntry& entry : entries)
+            visit(entry);
+    }
+
+    std::vector<FakeEntry> entries;
+};
+
+/// Every display that it knows is online and has no UUID.
+struct FakeDisplaySystem final : DisplaySystem {
+    using Displays = std::map<std::uint32_t, PropertyDictionary>;
+
+    explicit FakeDisplaySystem(Displays displays) : displays(std::move(displays)) {}
+    std::optional<PropertyDictionary> informationDictionary(std::uint32_t id) override { return displays.at(id); }
+    bool isOnline(std::uint32_t displayID) override { return displays.contains(displayID); }
+    std::optional<std::string> uuid(std::uint32_t) override { return std::nullopt; }
+
+    Displays displays;
 };
 
 } // namespace lumenvale

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "base/MemoryUserDefaults.h"
+#include "displays/DisplayOrder.h"
 #include "displays/DisplayStore.h"
 #include "support/FakeDisplayHardware.h"
 #include "support/FakeScreenSource.h"
-#include "support/FakeSystemEvents.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
@@ -23,34 +23,15 @@ struct StoreFixture : testing::Test {
     }
     void unplug(const std::string& id)
     {
-        screens.remove(id);
+        std::erase_if(screens.list, [&](const Screen& each) { return each.uuid == id; });
         hardware.monitors.erase(id);
     }
-    void refresh()
-    {
-        store->requestRefresh();
-        hardware.answerAll();
-    }
-    std::vector<std::string> shownIDs() const
-    {
-        std::vector<std::string> ids;
-        for (const DisplayInfo& each : store->displays.get())
-            ids.push_back(each.id);
-        return ids;
-    }
+    std::vector<std::string> shownIDs() const { return identifiers(store->displays.get()); }
     /// The display, or an empty record when the store does not show it.
     DisplayInfo shown(const std::string& id) const
     {
         const DisplayInfo* found = store->display(id);
         return found ? *found : DisplayInfo{};
-    }
-    std::vector<std::string> savedOrder() const
-    {
-        std::vector<std::string> ids;
-        const auto saved = readDefault<PropertyArray>(defaults, "displayOrder").value_or(PropertyArray{});
-        for (const PropertyValue& each : saved)
-            ids.push_back(each.as<std::string>() ? *each.as<std::string>() : "?");
-        return ids;
     }
 
     std::uint32_t nextNumber = 1;

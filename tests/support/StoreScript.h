@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <random>
 #include <regex>
 #include <sstream>
 
@@ -29,6 +30,14 @@ public:
     {
         std::istringstream text(step);
         return Words(std::istream_iterator<std::string>(text), {});
+    }
+    static Words stepsOf(const std::string& script)
+    {
+        Words steps;
+        std::istringstream text(script);
+        for (std::string step; std::getline(text >> std::ws, step, ';');)
+            steps.push_back(step);
+        return steps;
     }
     /// Performs one step; an unknown one ends the test.
     void perform(const std::string& step)
@@ -75,11 +84,8 @@ public:
         std::istringstream text(script);
         for (std::string line; std::getline(text, line);) {
             const std::size_t bar = line.find('|');
-            std::istringstream steps(line.substr(0, bar));
-            for (std::string step; std::getline(steps, step, ';');) {
-                if (step.find_first_not_of(' ') != std::string::npos)
-                    perform(step);
-            }
+            for (const std::string& step : stepsOf(line.substr(0, bar)))
+                perform(step);
             const std::string happened = happenings();
             if (bar != std::string::npos) {
                 const std::size_t begin = std::min(line.find_first_not_of(' ', bar + 1), line.size());
@@ -107,6 +113,14 @@ protected:
                                    : "never";
         return result;
     }
+    Words savedOrder() const
+    {
+        Words ids;
+        for (const PropertyValue& each :
+             readDefault<PropertyArray>(defaults, "displayOrder").value_or(PropertyArray()))
+            ids.push_back(*each.as<std::string>());
+        return ids;
+    }
     /// What happens on a later turn of the main loop.
     virtual void turn() {}
 
@@ -125,28 +139,6 @@ protected:
         for (std::size_t i = first; i < words.size(); i += 2)
             result[words[i]] = std::stod(words[i + 1]);
         return result;
-    }
-    template <typename Field, typename Value>
-    void change(const Words& words, Field FakeMonitor::*field, Value value)
-    {
-        if (hardware.monitors.contains(words[1]))
-            hardware.monitors[words[1]].*field = static_cast<Field>(value);
-    }
-    void connect(const Words& words)
-    {
-        const std::string kind = words.size() > 2 ? words[2] : "100";
-        FakeMonitor monitor;
-        if (kind == "native" || kind == "none")
-            monitor.method = kind == "native" ? ControlMethod::apple : ControlMethod::unavailable;
-        else
-            monitor.maximum = static_cast<std::uint16_t>(std::stoi(kind));
-        monitor.brightness = std::round(0.5 * monitor.maximum) / monitor.maximum;
-        plug(words[1], monitor);
-    }
-    Task<> reportWhenFinished()
-    {
-        co_await store->pendingWritesFinished();
-        reports.push_back("finished");
     }
 
     std::map<std::string, std::function<void(const Words&)>> verbs = {
@@ -168,27 +160,15 @@ protected:
         {"answers", [this](const Words&) { hardware.answerAll(); }},
         {"round", // of monitoring
          [this](const Words& w) {
-             for (int count = w.size() > 1 ? std::stoi(w[1]) : 1; count > 0; --count) {
-                 clock.advance(std::chrono::milliseconds(750));
-                 hardware.answerAll();
-             }
+             for (int count = w.size() > 1 ? std::stoi(w[1]) : 1; count > 0; --count)
+                 clock.advance(std::chrono::milliseconds(750)), hardware.answerAll();
          }},
-        {"hand", [this](const Words& w) { change(w, &FakeMonitor::brightness, std::stod(w[2])); }},
-        {"turn", // the monitor's own buttons, which know its units only
-         [this](const Words& w) {
-             const double units = hardware.monitors.contains(w[1]) ? hardware.monitors[w[1]].maximum : 1;
-             change(w, &FakeMonitor::brightness, std::round(std::stod(w[2]) * units) / units);
-         }},
-        {"highest", [this](const Words& w) { change(w, &FakeMonitor::highest, std::stod(w[2])); }},
-        {"maximum", [this](const Words& w) { change(w, &FakeMonitor::maximum, std::stoi(w[2])); }},
-        {"unreadable", [this](const Words& w) { change(w, &FakeMonitor::isReadable, false); }},
-        {"readable", [this](const Words& w) { change(w, &FakeMonitor::isReadable, true); }},
-        {"writes", // how they end from now on
-         [this](const Words& w) {
-             const auto error = std::ranges::find(errorNames, w[2]) - std::begin(errorNames);
-             using Error = std::optional<BrightnessError>;
-             change(w, &FakeMonitor::writeError, error == 4 ? Error() : static_cast<BrightnessError>(error));
-         }},
+        {"hand", [this](const Words& w) { monitor(w).brightness = std::stod(w[2]); }}, // on the monitor's buttons
+        {"highest", [this](const Words& w) { monitor(w).highest = std::stod(w[2]); }},
+        {"maximum", [this](const Words& w) { monitor(w).maximum = static_cast<std::uint16_t>(std::stoi(w[2])); }},
+        {"unreadable", [this](const Words& w) { monitor(w).isReadable = false; }},
+        {"readable", [this](const Words& w) { monitor(w).isReadable = true; }},
+        {"writes", [this](const Words& w) { monitor(w).writeError = errors.at(w[2]); }}, // from now on
         {"plug", [this](const Words& w) { connect(plugged[w[1]] = w); }},
         {"unplug", [this](const Words& w) { unplug(w[1]); }},
         {"cable", // is pulled or put in again, and the system says so
@@ -212,15 +192,42 @@ protected:
              events.send(static_cast<SystemEvent>(std::ranges::find(names, w[1]) - std::begin(names)));
          }},
     };
-    std::vector<std::string> reports;
+    Words reports;
     std::vector<Task<>> waits;
 
 private:
-    static constexpr std::string_view errorNames[] = {"disconnected", "refused", "unread", "differ", "succeed"};
+    /// How writes may end.
+    inline static const std::map<std::string, std::optional<BrightnessError>> errors = {
+        {"succeed", std::nullopt},
+        {"disconnected", BrightnessError::disconnected},
+        {"refused", BrightnessError::writeFailed},
+        {"unread", BrightnessError::readFailed},
+        {"differ", BrightnessError::mismatch}};
 
     static std::chrono::milliseconds milliseconds(const Words& words)
     {
         return std::chrono::milliseconds(words.size() > 1 ? std::stoi(words[1]) : 0);
+    }
+    void connect(const Words& words)
+    {
+        const std::string kind = words.size() > 2 ? words[2] : "100";
+        FakeMonitor monitor;
+        if (kind == "native" || kind == "none")
+            monitor.method = kind == "native" ? ControlMethod::apple : ControlMethod::unavailable;
+        else
+            monitor.maximum = static_cast<std::uint16_t>(std::stoi(kind));
+        plug(words[1], monitor);
+    }
+    /// The monitor that the step names; while its cable is pulled, one that no display leads to.
+    FakeMonitor& monitor(const Words& words)
+    {
+        const auto found = hardware.monitors.find(words[1]);
+        return found == hardware.monitors.end() ? unplugged : found->second;
+    }
+    Task<> reportWhenFinished()
+    {
+        co_await store->pendingWritesFinished();
+        reports.push_back("finished");
     }
     /// One word for each text that the interface may show; the text itself for any other.
     static std::string shortStatus(const DisplayInfo& display)
@@ -231,16 +238,16 @@ private:
             {"Current hardware brightness read successfully.", "read"},
             {"Inspected.", "found"},
             {"No control.", "uncontrolled"}};
-        for (int error = 0; error < 4; ++error)
-            names[std::string(description(static_cast<BrightnessError>(error)))] = errorNames[error];
+        for (const auto& [name, error] : errors)
+            names[std::string(error ? description(*error) : "")] = name;
         const std::string status = names.contains(display.status) ? names[display.status] : display.status;
-        const std::string error = display.error.value_or("");
-        if (error.empty())
+        if (!display.error)
             return status;
-        return status + "!" + (error == display.status ? "" : names.contains(error) ? names[error] : error);
+        return status + "!" + (display.error == display.status ? "" : names.at(*display.error));
     }
 
     const Clock::WallTime start = clock.wallTime();
+    FakeMonitor unplugged;
     std::map<std::string, Words> plugged;
     std::map<std::string, std::string> before;
     std::size_t told = 0; ///< calls of the hardware's log
@@ -261,5 +268,33 @@ void play(const std::string& start, const Scenario& scenario, void (World::*dest
         world.run("wait 90; answers; wait 0; answers; system wake; system screens; wait 10000; answers");
     }
 }
+
+/// Random steps: what users, hands on monitors, cables and sleep do.
+class RandomSteps {
+public:
+    RandomSteps(unsigned seed, std::string displayNames) : displays(std::move(displayNames)), random(seed) {}
+
+    unsigned pick(std::size_t count) { return static_cast<unsigned>(random() % count); }
+
+    /// One step of the script, with a display for each %d, a level for each %l, a position for each %n and
+    /// milliseconds for each %t.
+    std::string next(const std::string& script)
+    {
+        const std::vector<std::string> steps = StoreScript::stepsOf(script);
+        std::string step = steps[pick(steps.size())];
+        for (std::size_t at = step.find('%'); at != std::string::npos; at = step.find('%', at)) {
+            const char kind = step[at + 1];
+            step.replace(at, 2,
+                         kind == 'd'   ? std::string(1, displays[pick(displays.size())])
+                         : kind == 'l' ? std::to_string(pick(1001) / 1000.0)
+                                       : std::to_string(pick(kind == 'n' ? 6 : 200)));
+        }
+        return step;
+    }
+
+private:
+    const std::string displays;
+    std::mt19937 random;
+};
 
 } // namespace lumenvale

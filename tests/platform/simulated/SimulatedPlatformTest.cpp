@@ -2,7 +2,7 @@
 #include "platform/simulated/SimulatedPlatform.h"
 
 #include "platform/simulated/SimulatedFolder.h"
-#include "support/AwaitResult.h"
+#include "support/ManualMainThread.h"
 #include "support/ManualClock.h"
 #include "support/MonitorFolder.h"
 
