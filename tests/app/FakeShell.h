@@ -11,15 +11,11 @@ namespace lumenvale {
 /// What the fakes share with the test.
 struct FakeDesktop {
     std::optional<StatusItemContent> item; ///< while there is one
-    std::optional<Rect> itemFrame = Rect{400, 0, 24, 24};
     DockContent dock;
     std::vector<ActivationPolicy> policies;
-    int itemMenuChanges = 0;
-    int dockMenuChanges = 0;
+    int menuChanges = 0;                  ///< of the Dock's
     std::function<void()> clickedOutside; ///< while it is monitored
-    int focused = 0;
     int dressed = 0;
-    std::string activationToken;
 };
 
 template <typename Interface>
@@ -31,8 +27,8 @@ struct OnDesktop : Interface {
 struct FakeStatusItem final : OnDesktop<StatusItem> {
     using OnDesktop::OnDesktop;
     ~FakeStatusItem() override { desktop.item.reset(); }
-    std::optional<Rect> frame() const override { return desktop.itemFrame; }
-    void menuChanged() override { ++desktop.itemMenuChanges; }
+    std::optional<Rect> frame() const override { return Rect{400, 0, 24, 24}; }
+    void menuChanged() override {}
 };
 
 struct FakeStatusBar final : OnDesktop<StatusBar> {
@@ -48,7 +44,7 @@ struct FakeDock final : OnDesktop<Dock> {
     using OnDesktop::OnDesktop;
     void setContent(DockContent content) override { desktop.dock = std::move(content); }
     void setActivationPolicy(ActivationPolicy policy) override { desktop.policies.push_back(policy); }
-    void menuChanged() override { ++desktop.dockMenuChanges; }
+    void menuChanged() override { ++desktop.menuChanges; }
     void cancelTracking() override {}
 };
 
@@ -62,13 +58,13 @@ struct FakePanelWindows final : OnDesktop<PanelWindows> {
     bool canBlend() override { return true; }
     bool dress(WindowHandle) override { return ++desktop.dressed == 0; }
     void blurBehind(WindowHandle, double, double, double) override {}
-    void focus(WindowHandle) override { ++desktop.focused; }
+    void focus(WindowHandle) override {}
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle, std::function<void()> clicked) override
     {
         desktop.clickedOutside = std::move(clicked);
         return std::make_unique<FakeClickMonitor>(desktop);
     }
-    void useActivationToken(const std::string& token) override { desktop.activationToken = token; }
+    void useActivationToken(const std::string&) override {}
 };
 
 inline Shell makeFakeShell(FakeDesktop& desktop)
