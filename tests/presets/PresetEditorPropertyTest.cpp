@@ -61,16 +61,19 @@ public:
     void settle()
     {
         perform("calm");
-        for (int round = 0; round < 70; ++round)
-            perform("wait 100"), perform("answers");
+        for (int round = 0; round < 70; ++round) {
+            perform("wait 100");
+            perform("answers");
+        }
         EXPECT_FALSE(editor->isPreparing.get());
         const BrightnessPreset* active = presets.preset(editor->activePresetID->value_or(Uuid()));
         for (const auto& [id, level] : active ? active->values : Levels()) {
             const DisplayInfo* display = store->display(id);
             EXPECT_TRUE(!display || !display->brightness || isShown(*display, level)) << id << " " << level;
             const auto monitor = hardware.monitors.find(id);
-            if (undisturbed && monitor != hardware.monitors.end())
+            if (undisturbed && monitor != hardware.monitors.end()) {
                 EXPECT_NEAR(monitor->second.brightness, level, 1e-9) << id;
+            }
         }
         if (undisturbed) {
             EXPECT_EQ(*editor->activePresetID, undisturbed) << "nothing was done against the preset";
