@@ -4,8 +4,8 @@
 
 #include "platform/Platform.h"
 #include "presets/PresetStore.h"
-#include "support/ManualMainThread.h"
 #include "support/ManualClock.h"
+#include "support/ManualMainThread.h"
 #include "support/MonitorFolder.h"
 
 #include <QDir>

@@ -14,18 +14,6 @@ namespace {
 
 using Action = DesktopRequest::Action;
 
-struct Receiver {
-    explicit Receiver(const std::string& folder)
-        : channel(folder, [this](std::string_view line) {
-              if (const auto request = decodeRequest(line))
-                  received.push_back(*request);
-          })
-    {
-    }
-    std::vector<DesktopRequest> received;
-    RequestReceiver channel;
-};
-
 TEST(RequestChannel, RequestsArriveWholeAndInOrderWhateverElseIsInThePipe)
 {
     const QTemporaryDir directory;
@@ -35,11 +23,14 @@ TEST(RequestChannel, RequestsArriveWholeAndInOrderWhateverElseIsInThePipe)
         return sendRequest(folder, encodeRequest(request), std::chrono::milliseconds(0));
     };
     EXPECT_FALSE(send({})) << "no copy runs";
-    {
-        const Receiver gone(folder);
-    }
+    std::vector<DesktopRequest> received;
+    const auto receive = [&](std::string_view line) {
+        if (const auto request = decodeRequest(line))
+            received.push_back(*request);
+    };
+    RequestReceiver(folder, receive);
     EXPECT_FALSE(send({})) << "its pipe is still there";
-    Receiver receiver(folder);
+    const RequestReceiver receiver(folder, receive);
     std::ofstream(folder + "/requests") << "\n{}\n[1]\n{\"action\": 7}\n{\"action\": \"explode\"}\n"
                                         << std::string(9000, 'z');
     QCoreApplication::processEvents();
@@ -50,7 +41,7 @@ TEST(RequestChannel, RequestsArriveWholeAndInOrderWhateverElseIsInThePipe)
     for (const DesktopRequest& each : requests)
         EXPECT_TRUE(send(each));
     QCoreApplication::processEvents();
-    EXPECT_EQ(receiver.received, requests);
+    EXPECT_EQ(received, requests);
 }
 
 } // namespace

@@ -10,8 +10,8 @@
 #include "platform/macos/displays/MacNativeFunctions.h"
 #include "platform/macos/displays/MacServiceRegistry.h"
 #include "platform/macos/foundation/MacReferences.h"
-#include "support/ManualMainThread.h"
 #include "support/FakeHardwareAccess.h"
+#include "support/ManualMainThread.h"
 
 #include <IOKit/IOKitLib.h>
 #include <atomic>
