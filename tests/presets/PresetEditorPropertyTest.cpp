@@ -17,7 +17,7 @@ bool isShown(const DisplayInfo& display, double level)
 }
 
 constexpr char steps[] = "activate; activate; select; open %d; close; revert; edit; edit; delete; add; set %d %l;"
-                         "hand %d %l; writes %d differ; writes %d unread; writes %d succeed; writes %d succeed;"
+                         "turn %d %l; writes %d differ; writes %d unread; writes %d succeed; writes %d succeed;"
                          "unreadable %d; readable %d; refresh; refresh 300; move %n %n; cable %d;"
                          "system screensSleep; system screensWake; system sleep; system wake;"
                          "wait %t; wait %t; wait %t; wait %t; wait %t; wait %t; wait %t";
@@ -28,6 +28,12 @@ class PresetWorld : public EditorScript {
 public:
     explicit PresetWorld(unsigned seed) : random(seed, "ABCD")
     {
+        verbs["turn"] = [this](auto& w) { // the monitor's own buttons, which know its units only
+            if (!hardware.monitors.contains(w[1]))
+                return;
+            const double units = hardware.monitors[w[1]].maximum;
+            hardware.monitors[w[1]].brightness = std::round(std::stod(w[2]) * units) / units;
+        };
         run("plug A native; plug B 255; plug C; plug D; refresh; answers; monitor");
         for (int count = 0; count < 3; ++count) {
             Levels values = levels(wordsOf(random.next("A %l B %l C %l D %l")), 0);
