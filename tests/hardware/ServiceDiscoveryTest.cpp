@@ -48,7 +48,6 @@ TEST(MatchScore, CountsWhatFits)
     } rows[] = {
         {information(), full, 16},
         {information(), edid, 4},
-        {information("DisplayYearManufacture"), edid, 0}, // one fact is missing
         {information("DisplayYearManufacture", 2020), edid, 3},
         {information("DisplayVendorID", 0x10AD), edid, 3},
         {information("DisplayProductID", 0x1E41), edid, 3},
@@ -69,6 +68,10 @@ TEST(MatchScore, CountsWhatFits)
     };
     for (const auto& row : rows)
         EXPECT_EQ(matchScore(matchFacts(row.display), row.candidate), row.score) << "row " << &row - rows;
+    for (const auto& [key, value] : all(1)) {
+        const bool isNeeded = value == PropertyValue(1); // without one of the six facts no fragment counts
+        EXPECT_EQ(matchScore(matchFacts(information(key)), edid), isNeeded ? 0 : 4) << key;
+    }
 }
 
 const auto left = std::make_shared<FakeDdcMonitor>();
