@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Completions.h"
+#include "app/reference/Completions.h"
 
 #include "app/cli/CommandLine.h"
 

@@ -2,8 +2,8 @@
 // Writes the manual page and the shells' completions from the one description of the command line, so that they
 // say what the program does: reference TEMPLATES FOLDER makes lumenvale.1, lumenvale.bash, _lumenvale and
 // lumenvale.fish.
-#include "Completions.h"
-#include "ManualPage.h"
+#include "app/reference/Completions.h"
+#include "app/reference/ManualPage.h"
 
 #include <fstream>
 #include <iostream>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ManualPage.h"
+#include "app/reference/ManualPage.h"
 
 #include "app/cli/CommandLine.h"
 
