@@ -12,13 +12,6 @@ using Log = std::vector<std::string>;
 
 const Bytes validReply = {0x6E, 0x88, 0x02, 0x00, 0x10, 0x00, 0x00, 0x64, 0x00, 0x32, 0xF2};
 
-TEST(DdcMessage, RequestsHaveTheirExactBytes)
-{
-    EXPECT_EQ(getVcpRequest(0x10), (std::array<std::uint8_t, 4>{0x82, 0x01, 0x10, 0xFD}));
-    EXPECT_EQ(setVcpRequest(0x10, 50), (std::array<std::uint8_t, 6>{0x84, 0x03, 0x10, 0x00, 0x32, 0x9A}));
-    EXPECT_EQ(setVcpRequest(0x10, 0xABCD), (std::array<std::uint8_t, 6>{0x84, 0x03, 0x10, 0xAB, 0xCD, 0xCE}));
-}
-
 TEST(DdcMessage, AReplyIsReadOnlyWhenItIsWholeAndMeansTheFeatureThatWasAskedFor)
 {
     EXPECT_EQ(parseVcpReply(validReply, 0x10), (VcpReading{100, 50}));
@@ -51,15 +44,12 @@ TEST(DdcMessage, EveryTruncationExtensionAndDamageOfAReplyIsRefused)
 const Log attempt = {"wait 10000", "write 82 01 10 FD", "wait 10000", "write 82 01 10 FD", "wait 50000", "read"};
 
 /// `attempts` failed ones with the wait after each, then `last`.
-Log after(int attempts, const Log& failed, const Log& last = {})
+Log after(int attempts, Log failed, Log last = {})
 {
-    Log log;
-    for (int i = 0; i < attempts; ++i) {
-        log.insert(log.end(), failed.begin(), failed.end());
-        log.emplace_back("wait 20000");
-    }
-    log.insert(log.end(), last.begin(), last.end());
-    return log;
+    failed.emplace_back("wait 20000");
+    for (int i = 0; i < attempts; ++i)
+        last.insert(last.begin(), failed.begin(), failed.end());
+    return last;
 }
 
 TEST(DdcExchange, ReadsAgainUntilAReplyIsWhole)
@@ -68,32 +58,27 @@ TEST(DdcExchange, ReadsAgainUntilAReplyIsWhole)
     Bytes wrong = validReply;
     wrong.back() ^= 1;
     struct {
-        const char* name;
-        bool silent;
-        std::deque<Bytes> replies;
+        std::deque<Bytes> replies; ///< and then the true one; with none at all the monitor is silent
         DdcTiming timing;
         bool isRead;
         Log log;
     } const rows[] = {
-        {"at once", false, {}, {}, true, attempt},
-        {"a bad checksum is asked for again", false, {wrong, wrong}, {}, true, after(2, attempt, attempt)},
-        {"a whole reply that makes no sense is not", false, {senseless}, {}, false, attempt},
-        {"five attempts", true, {}, {}, false, after(5, attempt)},
-        {"as many as the caller says", true, {}, {.retries = 2}, false, after(3, attempt)},
-        {"in the caller's timing, once without cycles",
-         true,
-         {},
+        {{validReply}, {}, true, attempt},
+        {{wrong, wrong}, {}, true, after(2, attempt, attempt)}, // a bad checksum is asked for again
+        {{senseless}, {}, false, attempt},                      // a whole reply that makes no sense is not
+        {{}, {}, false, after(5, attempt)},
+        {{}, {.retries = 2}, false, after(3, attempt)},
+        {{},
          {.writeWait = 1us, .writeCycles = 0, .readWait = 2us, .retries = 0, .retryWait = 3us},
          false,
          {"wait 1", "write 82 01 10 FD", "wait 2", "read", "wait 3"}},
     };
     for (const auto& row : rows) {
         FakeDdcMonitor monitor;
-        monitor.silent = row.silent;
+        monitor.silent = row.replies.empty();
         monitor.replies = row.replies;
-        EXPECT_EQ(readVcp(&monitor, 0x10, row.timing, monitor.recordingPause()).has_value(), row.isRead)
-            << row.name;
-        EXPECT_EQ(monitor.log, row.log) << row.name;
+        EXPECT_EQ(readVcp(&monitor, 0x10, row.timing, monitor.recordingPause()).has_value(), row.isRead);
+        EXPECT_EQ(monitor.log, row.log) << "row " << &row - rows;
         EXPECT_FALSE(monitor.wrongAddress);
     }
 }
@@ -108,13 +93,8 @@ TEST(DdcExchange, AWriteIsJudgedByTheLastWriteOfTheAttempt)
     monitor.log.clear();
     EXPECT_TRUE(writeVcp(&monitor, 0x10, 50, {}, monitor.recordingPause()));
     EXPECT_EQ(monitor.log, after(1, writes, writes));
-}
-
-TEST(DdcExchangeDeathTest, TooManyAttemptsAreTheCallersDefect)
-{
-    FakeDdcMonitor monitor;
-    EXPECT_TRUE(readVcp(&monitor, 0x10, {.retries = 253}, monitor.recordingPause()));
-    EXPECT_DEATH(readVcp(&monitor, 0x10, {.retries = 254}, monitor.recordingPause()), "");
+    EXPECT_EQ(setVcpRequest(0x10, 0xABCD), (std::array<std::uint8_t, 6>{0x84, 0x03, 0x10, 0xAB, 0xCD, 0xCE}));
+    EXPECT_DEATH(readVcp(&monitor, 0x10, {.retries = 254}, {}), "") << "the caller's defect";
 }
 
 } // namespace

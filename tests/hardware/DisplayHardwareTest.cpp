@@ -49,13 +49,6 @@ struct DisplayHardwareTest : testing::Test {
         return records;
     }
     static std::ptrdiff_t readsIn(const Log& log) { return std::count(log.begin(), log.end(), "read"); }
-    DisplayInfo record(std::uint32_t displayID, const std::string& id) const
-    {
-        DisplayInfo display;
-        display.id = id;
-        display.displayID = displayID;
-        return display;
-    }
 
     std::shared_ptr<FakeDdcMonitor> monitor = std::make_shared<FakeDdcMonitor>();
     std::shared_ptr<FakeDisplays> displays = std::make_shared<FakeDisplays>(FakeDisplays{
@@ -64,8 +57,8 @@ struct DisplayHardwareTest : testing::Test {
     std::int32_t setterStatus = 0;
     std::ptrdiff_t probeReads = 0;
     std::function<void(const std::string&)> log;
-    DisplayInfo panel = record(panelID, "P");
-    DisplayInfo other = record(monitorID, "M");
+    DisplayInfo panel{.id = "P", .displayID = panelID};
+    DisplayInfo other{.id = "M", .displayID = monitorID};
     std::optional<DisplayEndpoints> endpoints;
 };
 
@@ -73,9 +66,8 @@ struct DisplayHardwareTest : testing::Test {
 std::string text(const DisplayInfo& record)
 {
     std::ostringstream line;
-    line << rawValue(record.method) << ' ' << record.brightness.value_or(-1) << '/' << record.maximum << ", "
-         << record.status << ' ' << record.connection << ", " << record.hardwareSerial << ", "
-         << record.nativeResolution;
+    line << rawValue(record.method) << ' ' << record.brightness.value_or(-1) << ", " << record.status << ' '
+         << record.connection << ", " << record.hardwareSerial << ", " << record.nativeResolution;
     return line.str();
 }
 
@@ -83,19 +75,17 @@ TEST_F(DisplayHardwareTest, InspectionSaysHowEachDisplayIsReachedAndWhatItIs)
 {
     panel.isBuiltIn = true;
     const std::vector<DisplayInfo> records = inspect();
-    EXPECT_EQ(text(records.at(0)),
-              "Apple native brightness 0.625/100, Current hardware brightness read successfully. "
-              "Internal, Not reported, Not reported");
-    EXPECT_EQ(text(records.at(1)), "DDC/CI hardware backlight 0.5/100, DDC luminance (VCP 0x10) responded. Range: "
+    EXPECT_EQ(text(records.at(0)), "Apple native brightness 0.625, Current hardware brightness read successfully. "
+                                   "Internal, Not reported, Not reported");
+    EXPECT_EQ(text(records.at(1)), "DDC/CI hardware backlight 0.5, DDC luminance (VCP 0x10) responded. Range: "
                                    "0–100. DP → HDMI, QX7, 3840 × 2160");
     monitor->silent = true;
-    EXPECT_EQ(text(inspect()[1]),
-              "Hardware control unavailable -1/100, No valid DDC brightness reply. Enable DDC/CI "
-              "in the monitor menu and refresh. DP → HDMI, QX7, 3840 × 2160");
+    EXPECT_EQ(text(inspect()[1]), "Hardware control unavailable -1, No valid DDC brightness reply. Enable DDC/CI "
+                                  "in the monitor menu and refresh. DP → HDMI, QX7, 3840 × 2160");
     EXPECT_EQ(probeReads, 3);
     (*displays)[monitorID].route = {.upstream = "", .downstream = "HDMI"};
     EXPECT_EQ(text(inspect()[1]),
-              "Hardware control unavailable -1/100, No accessible hardware brightness service. The "
+              "Hardware control unavailable -1, No accessible hardware brightness service. The "
               "connection or App Sandbox may restrict access. HDMI, Not reported, Not reported");
     (*displays)[monitorID].nativeBrightness = 1.0F;
     EXPECT_EQ(inspect()[1].method, ControlMethod::apple) << "native brightness comes first";
@@ -104,11 +94,10 @@ TEST_F(DisplayHardwareTest, InspectionSaysHowEachDisplayIsReachedAndWhatItIs)
 TEST_F(DisplayHardwareTest, AWriteEndsInWhatTheDisplayReportsOrInItsOwnError)
 {
     using Result = tl::expected<double, Error>;
-    const auto failed = [](Error error) { return Result(tl::unexpected(error)); };
-    const Result gone = failed(Error::disconnected);
-    const Result refused = failed(Error::writeFailed);
-    const Result unread = failed(Error::readFailed);
-    const Result other = failed(Error::mismatch);
+    const Result gone = tl::unexpected(Error::disconnected);
+    const Result refused = tl::unexpected(Error::writeFailed);
+    const Result unread = tl::unexpected(Error::readFailed);
+    const Result other = tl::unexpected(Error::mismatch);
     const struct {
         const char* name;
         const char* id;
@@ -124,16 +113,11 @@ TEST_F(DisplayHardwareTest, AWriteEndsInWhatTheDisplayReportsOrInItsOwnError)
         {"no such display", "X", 0.5, gone, 0},
         {"offline", "M", 0.5, gone, 0, [&] { (*displays)[monitorID].identifier.reset(); }},
         {"replaced", "M", 0.5, gone, 0, [&] { (*displays)[monitorID].identifier = "N"; }},
-        {"two attempts fail", "M", 0.3, 0.3, 1,
-         [&] {
-             monitor->writeStatuses = {0, 1, 0, 1};
-         }},
-        {"three", "M", 0.3, refused, 0, [&] { monitor->writeStatuses = {0, 1, 0, 1, 0, 1}; }},
+        {"three attempts fail", "M", 0.3, refused, 0, [&] { monitor->writeStatuses = {0, 1, 0, 1, 0, 1}; }},
         {"the read-back tries three times", "M", 0.3, unread, 3, [&] { monitor->silent = true; }},
         {"ignored", "M", 0.3, other, 1, [&] { monitor->acceptsWrites = false; }},
         {"units of the inspection", "M", 0.5, 0.25, 1, [&] { monitor->maximum = 200; }},
         {"panel", "P", 0.25, 0.25, 0},
-        {"panel, from above", "P", 7.0, 1.0, 0},
         {"panel, own steps", "P", 0.25, double{0.25009F}, 0, [&] { takenAs = 0.25009F; }},
         {"panel, another value", "P", 0.25, other, 0, [&] { takenAs = 0.25011F; }},
         {"panel, refused", "P", 0.25, refused, 0, [&] { setterStatus = 1; }},
@@ -161,9 +145,7 @@ TEST_F(DisplayHardwareTest, AWriteSettlesBeforeItIsReadBackAndTheLogHoldsEveryBy
     Log lines;
     log = [&](const std::string& line) { lines.push_back(line); };
     inspect();
-    EXPECT_EQ(lines[0], "display 1: no channel");
-    EXPECT_EQ(lines[1], "display 2: channel");
-    EXPECT_EQ(lines[2], "native read display 1: 0.625000 -> 0");
+    EXPECT_EQ(lines[0] + ", " + lines[1], "display 1: no channel, display 2: channel");
     lines.clear();
     monitor->writeStatuses = {0, 0, 0, 121};
     EXPECT_TRUE(endpoints->setBrightness(0.13, "M"));
@@ -205,7 +187,6 @@ TEST_F(DisplayHardwareTest, WhatIsForgottenCancelledOrWithoutALibraryIsNotTouche
     inspect();
     EXPECT_TRUE(endpoints->currentBrightness({"P"}, cancelled).empty());
     EXPECT_TRUE(endpoints->inspect({panel, other}, cancelled).empty());
-    inspect();
     EXPECT_TRUE(endpoints->inspect({}, {}).empty());
     EXPECT_FALSE(endpoints->setBrightness(0.5, "M"));
 

@@ -69,64 +69,50 @@ TEST(Backlight, TheLowestLevelStaysVisibleAndTheScaleIsUsedWhole)
     EXPECT_EQ(Backlight{}.rawValue(0.0), 0) << "a device that only knows on and off";
 }
 
-struct LinuxBrightnessTest : testing::Test {
-    LinuxBrightnessTest() { snapshot->take(); }
-
-    /// The file takes values unless `fileError` says otherwise; the service then answers `serviceError`.
-    NativeFunctions functions(int fileError = 0, int serviceError = 0)
-    {
-        const auto intoFile = [fileError](const FakeSysfs::Path& path, std::int64_t raw) {
-            return fileError != 0 ? fileError : writeNumber(path, raw);
-        };
-        const auto throughService = [this, serviceError](const std::string& name, std::int64_t raw) {
-            asked.push_back(name + " " + std::to_string(raw));
-            return serviceError != 0 ? serviceError : writeNumber(file, raw);
-        };
-        return makeLinuxBrightness(snapshot, {intoFile, throughService}, {});
-    }
-    float read(const NativeFunctions& native)
-    {
-        float level = -1.0F;
-        EXPECT_EQ(native.getter(panelID, &level), 0);
-        return level;
-    }
-
-    FakeSysfs system{"i915 eDP-1=P DP-1=S"};
-    FakeSysfs::Path file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
-    std::shared_ptr<DisplaySnapshot> snapshot = std::make_shared<DisplaySnapshot>(system.paths());
+TEST(LinuxBrightness, KeepsTheLevelThatWasSetAndAsksTheServiceOnlyForAMissingRight)
+{
+    FakeSysfs system("i915 eDP-1=P DP-1=S");
+    const auto file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
+    const auto snapshot = std::make_shared<DisplaySnapshot>(system.paths());
+    snapshot->take();
+    int fileError = 0; // 0: the file takes values
+    int serviceError = 0;
     std::vector<std::string> asked;
-    const std::uint32_t panelID = displayNumber("card0", "eDP-1");
-};
-
-TEST_F(LinuxBrightnessTest, ALevelThatWasSetReadsBackExactlyWhileThePanelHoldsIt)
-{
-    const NativeFunctions native = functions();
-    EXPECT_FLOAT_EQ(read(native), 35.0F / 1500.0F);
-    EXPECT_EQ(native.setter(panelID, 0.33333F), 0);
-    EXPECT_EQ(readNumber(file), 515);
-    EXPECT_EQ(read(native), 0.33333F);
-    FakeSysfs::write(file, "516"); // a brightness key
-    EXPECT_FLOAT_EQ(read(native), 501.0F / 1500.0F);
-}
-
-TEST_F(LinuxBrightnessTest, WhatCannotBeDoneIsSaidAndOnlyAMissingRightIsAReasonToAskTheService)
-{
-    float level = 0.0F;
+    const auto intoFile = [&](const FakeSysfs::Path& path, std::int64_t raw) {
+        return fileError != 0 ? fileError : writeNumber(path, raw);
+    };
+    const auto throughService = [&](const std::string& name, std::int64_t raw) {
+        asked.push_back(name + " " + std::to_string(raw));
+        return serviceError != 0 ? serviceError : writeNumber(file, raw);
+    };
+    const NativeFunctions native = makeLinuxBrightness(snapshot, {intoFile, throughService}, {});
+    const std::uint32_t panel = displayNumber("card0", "eDP-1");
     const std::uint32_t external = displayNumber("card0", "DP-1");
-    EXPECT_EQ(functions().getter(external, &level), ENODEV);
-    EXPECT_EQ(functions().setter(external, 0.5F), ENODEV);
-    EXPECT_EQ(functions().setter(panelID, std::nanf("")), EINVAL);
-    EXPECT_EQ(functions(EIO).setter(panelID, 0.25F), EIO);
+    float level = -1.0F;
+    const auto read = [&] { return native.getter(panel, &level) == 0 ? level : -1.0F; };
+
+    EXPECT_FLOAT_EQ(read(), 35.0F / 1500.0F);
+    EXPECT_EQ(native.setter(panel, 0.33333F), 0);
+    EXPECT_EQ(readNumber(file), 515);
+    EXPECT_EQ(read(), 0.33333F);
+    FakeSysfs::write(file, "516"); // a brightness key
+    EXPECT_FLOAT_EQ(read(), 501.0F / 1500.0F);
+    EXPECT_EQ(native.getter(external, &level), ENODEV);
+    EXPECT_EQ(native.setter(external, 0.5F), ENODEV);
+    EXPECT_EQ(native.setter(panel, std::nanf("")), EINVAL);
+    fileError = EIO;
+    EXPECT_EQ(native.setter(panel, 0.25F), EIO);
     EXPECT_TRUE(asked.empty());
     for (const int forbidden : {EACCES, EPERM, EROFS}) {
-        const NativeFunctions native = functions(forbidden);
-        EXPECT_EQ(native.setter(panelID, 0.5F), 0);
+        fileError = forbidden;
+        EXPECT_EQ(native.setter(panel, 0.5F), 0);
         EXPECT_EQ(std::exchange(asked, {}), std::vector<std::string>{"intel_backlight 765"});
-        EXPECT_EQ(read(native), 0.5F);
+        EXPECT_EQ(read(), 0.5F);
     }
-    EXPECT_EQ(functions(EACCES, ETIMEDOUT).setter(panelID, 0.6F), ETIMEDOUT);
+    serviceError = ETIMEDOUT;
+    EXPECT_EQ(native.setter(panel, 0.6F), ETIMEDOUT);
     FakeSysfs::write(file, "bright");
-    EXPECT_EQ(functions().getter(panelID, &level), EIO);
+    EXPECT_EQ(native.getter(panel, &level), EIO);
 }
 
 } // namespace

@@ -29,30 +29,18 @@ struct FolderTest : testing::Test {
     const std::string systemFile = root + "/system/app.example.Test.desktop";
 };
 
-struct LauncherEntryTest : FolderTest {
-    const ProgramIdentity identity = {"app.example.Test", "/app/example/Test", "Test", {"/usr/bin/test"}};
-    const LauncherEntry entry{identity, {root + "/user", {root + "/absent", root + "/system"}}};
+TEST_F(FolderTest, TheLauncherOffersWhatCanBeStartedAndLeavesTheUsersOwnEntryAlone)
+{
+    const LauncherEntry launcher({"app.example.Test", "/app/example/Test", "Test", {"/usr/bin/test"}},
+                                 {root + "/user", {root + "/absent", root + "/system"}});
     Menu menu = {{"brightness", "Brightness…", false, false, nullptr, {"--show-panel"}},
                  {},
                  {"preset-1", "Evening\nExec=evil", true, true, nullptr, {"--apply-preset", "1"}},
                  {"unreachable", "Only inside", false, false, nullptr, {}}};
-};
-
-TEST_F(LauncherEntryTest, OffersEveryRowThatCanBeStartedWhileTheDockIsShown)
-{
-    entry.update(menu, false);
-    EXPECT_FALSE(readTextFile(userFile));
-    entry.update(menu, true);
-    EXPECT_EQ(readTextFile(userFile), R"([Desktop Entry]
-Type=Application
-Name=Test
-GenericName=Display Brightness
-Comment=Control the brightness of each display
-Icon=app.lumenvale.Lumenvale
-Exec="/usr/bin/test"
-Terminal=false
-Categories=Settings;HardwareSettings;
-StartupNotify=false
+    launcher.update(menu, true);
+    const std::string text = readTextFile(userFile).value_or("");
+    EXPECT_TRUE(text.starts_with("[Desktop Entry]\nType=Application\nName=Test\n")) << text;
+    EXPECT_TRUE(text.ends_with(R"(
 TryExec=/usr/bin/test
 X-Lumenvale-Generated=true
 Actions=brightness;preset-1;
@@ -64,26 +52,22 @@ Exec="/usr/bin/test" "--show-panel"
 [Desktop Action preset-1]
 Name=Evening\nExec=evil
 Exec="/usr/bin/test" "--apply-preset" "1"
-)");
-    entry.update(menu, false);
+)")) << text;
+    launcher.update(menu, false); // the dock is not shown
     EXPECT_FALSE(readTextFile(userFile));
-}
 
-TEST_F(LauncherEntryTest, AddsThePresetsToAnInstalledEntryAndLeavesTheUsersOwnAlone)
-{
     ASSERT_TRUE(writeTextFile(systemFile, "[Desktop Entry]\nName=Installed\nName[de]=Da\nActions=brightness;\n"
                                           "[Desktop Action brightness]\nName=Old\n"));
-    entry.update(menu, false);
+    launcher.update(menu, false);
     const auto written = DesktopEntry::parse(*readTextFile(userFile));
     EXPECT_EQ(written.value("Desktop Entry", "Name[de]"), "Da");
     EXPECT_EQ(written.value("Desktop Action brightness", "Name"), "Brightness…");
-    EXPECT_EQ(written.value("Desktop Entry", "Actions"), "brightness;preset-1;");
     menu.resize(2); // without presets the installed entry says it all
-    entry.update(menu, true);
+    launcher.update(menu, true);
     EXPECT_FALSE(readTextFile(userFile));
     ASSERT_TRUE(writeTextFile(userFile, "[Desktop Entry]\nName=Mine\n"));
-    entry.update({}, true);
-    entry.withdraw();
+    launcher.update({}, true);
+    launcher.withdraw();
     EXPECT_EQ(readTextFile(userFile), "[Desktop Entry]\nName=Mine\n");
 }
 
@@ -133,15 +117,13 @@ TEST_F(XdgAutostartTest, ReportsWhatTheDesktopWillDo)
 TEST_F(XdgAutostartTest, IsUnavailableWhereItCannotWork)
 {
     ASSERT_TRUE(writeTextFile(root + "/file", ""));
-    AutostartPlace places[] = {place, place, place};
-    places[0].userFolder.clear();
-    places[1].isSandboxed = true;
-    places[2].userFolder = root + "/file/autostart"; // a file stands where a folder should
-    for (const AutostartPlace& each : places) {
-        EXPECT_EQ(XdgAutostart(each).status(), StartupStatus::unavailable);
-        EXPECT_FALSE(XdgAutostart(each).setEnabled(true));
-    }
-    EXPECT_EQ(XdgAutostart(places[2]).setEnabled(true).error(),
+    place.isSandboxed = true;
+    EXPECT_EQ(XdgAutostart(place).status(), StartupStatus::unavailable);
+    EXPECT_FALSE(XdgAutostart(place).setEnabled(true));
+    place.isSandboxed = false;
+    place.userFolder = root + "/file/autostart"; // a file stands where a folder should
+    EXPECT_EQ(XdgAutostart(place).status(), StartupStatus::unavailable);
+    EXPECT_EQ(XdgAutostart(place).setEnabled(true).error(),
               "The folder for programs that start at login (" + root + "/file/autostart) cannot be written to.");
 }
 

@@ -1,35 +1,35 @@
 // SPDX-License-Identifier: MIT
-// The desktop's programs, portal and status notifier watcher, on a bus of the test's own.
+// The desktop's programs, portal, status notifier watcher and login service, on a bus of the test's own.
 #pragma once
 
-#include "BusCall.h"
+#include "support/PrivateBus.h"
 
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QDBusVirtualObject>
+#include <functional>
 #include <gtest/gtest.h>
-#include <map>
-#include <optional>
 
 namespace lumenvale {
 
 constexpr char portalName[] = "org.freedesktop.portal.Desktop";
-constexpr char watcherName[] = "org.kde.StatusNotifierWatcher";
 
 /// Notes every call and answers it by its member's name; with nothing where `answers` has no such name.
-class DesktopStandIn final : public QDBusVirtualObject {
-public:
+struct DesktopStandIn final : QDBusVirtualObject {
     explicit DesktopStandIn(const QDBusConnection& connection) : bus(connection)
     {
-        for (const char* path : {"/org/freedesktop/portal/desktop", "/StatusNotifierWatcher"})
+        for (const char* path :
+             {"/org/freedesktop/portal/desktop", "/StatusNotifierWatcher", "/org/freedesktop/login1/session/auto"})
             bus.registerVirtualObject(path, this, QDBusConnection::SubPath);
     }
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override
     {
         calls.append(message);
-        const auto answer = answers.find(message.member().toStdString());
-        bus.send(answer == answers.end() ? message.createReply() : message.createReply(answer->second(message)));
-        return true;
+        if (!error.isEmpty())
+            return bus.send(message.createErrorReply(error, ""));
+        const auto answer = answers.value(message.member());
+        return bus.send(answer ? message.createReply(answer(message)) : message.createReply());
     }
     void emitSignal(const QString& path, const QString& interface, const QString& name,
                     const QVariantList& arguments)
@@ -47,15 +47,9 @@ public:
         EXPECT_TRUE(isRunning ? bus.registerService(name) : bus.unregisterService(name));
         EXPECT_TRUE(turnLoopUntil([&] { return isHeard; }));
     }
-    std::vector<std::string> members() const
-    {
-        std::vector<std::string> all;
-        for (const QDBusMessage& each : calls)
-            all.push_back(each.member().toStdString());
-        return all;
-    }
 
-    std::map<std::string, std::function<QVariant(const QDBusMessage&)>> answers;
+    QMap<QString, std::function<QVariant(const QDBusMessage&)>> answers;
+    QString error; ///< the answer to everything, where it is not empty
     QList<QDBusMessage> calls;
 
 private:
@@ -63,19 +57,10 @@ private:
 };
 
 struct DesktopBusTest : testing::Test {
-    void SetUp() override
-    {
-        if (!bus)
-            GTEST_SKIP() << "dbus-daemon is not installed";
-        host.emplace(bus->connect());
-        program.emplace(bus->connect());
-        desktop.emplace(*host);
-    }
-
-    const std::unique_ptr<PrivateBus> bus = tryStartBus();
-    std::optional<QDBusConnection> host;    ///< the desktop's connection
-    std::optional<QDBusConnection> program; ///< ours
-    std::optional<DesktopStandIn> desktop;
+    PrivateBus bus;
+    QDBusConnection host = bus.connect();    ///< the desktop's
+    QDBusConnection program = bus.connect(); ///< ours
+    DesktopStandIn desktop{host};
 };
 
 } // namespace lumenvale

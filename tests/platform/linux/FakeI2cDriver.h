@@ -15,8 +15,7 @@
 
 namespace lumenvale {
 
-class FakeI2cDriver final : public I2cDriver {
-public:
+struct FakeI2cDriver final : I2cDriver {
     std::map<int, EdidBlock> monitors; ///< what answers at 0x50, by bus; everything answers zeros at 0x37
     std::vector<std::string> log;      ///< "open 3", "lock", "W37 51 82", "R37 11", "single W50 00"
     int openError = 0;

@@ -3,8 +3,8 @@
 // devices/, links to them below class/ and bus/, all in a temporary folder.
 #pragma once
 
-#include "EdidBuilder.h"
 #include "platform/linux/displays/Connector.h"
+#include "platform/linux/displays/Edid.h"
 #include "platform/linux/displays/Sysfs.h"
 
 #include <QTemporaryDir>
@@ -13,25 +13,56 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <numeric>
 #include <sstream>
 #include <string>
 #include <vector>
 
 namespace lumenvale {
 
+inline std::vector<std::uint8_t> edidFile(const std::string& name)
+{
+    std::ifstream file(std::string(LUMENVALE_EDID_FOLDER) + "/" + name + ".bin", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// Makes EDID base blocks: that of one of the files, with what it says changed.
+struct EdidBuilder {
+    std::string name = "Studio 27";
+    std::uint8_t serial = 0;
+    std::string serialText = {};
+    std::uint8_t revision = 4;
+    std::uint8_t videoInput = 0xB5; ///< digital, 10 bits, DisplayPort
+
+    EdidBlock build() const
+    {
+        EdidBlock block{};
+        std::ranges::copy(edidFile("studio-27-displayport"), block.begin());
+        std::fill_n(block.begin() + 12, 4, std::uint8_t{0});
+        block[12] = serial;
+        block[19] = revision;
+        block[20] = videoInput;
+        const auto writeText = [&block](std::size_t at, std::string text) {
+            text += '\n';
+            text.resize(13, ' ');
+            std::ranges::copy(text, block.begin() + static_cast<std::ptrdiff_t>(at));
+        };
+        writeText(77, name);
+        writeText(95, serialText);
+        block[127] = 0;
+        block[127] = static_cast<std::uint8_t>(0U - std::accumulate(block.begin(), block.end(), 0U));
+        return block;
+    }
+};
+
 /// The monitors of the tables: Studio, Office, a Panel, and a Twin without a serial number.
 inline EdidBlock edidOf(char monitor)
 {
-    switch (monitor) {
-    case 'S':
-        return EdidBuilder{.name = "Studio 27", .serial = 1, .serialText = "QX7"}.build();
-    case 'O':
-        return EdidBuilder{.name = "Office 24", .serial = 2}.build();
-    case 'P':
-        return EdidBuilder{.name = "B140"}.build();
-    default:
-        return EdidBuilder{.name = "Twin"}.build();
-    }
+    const std::map<char, EdidBuilder> monitors = {{'S', {.serial = 1, .serialText = "QX7"}},
+                                                  {'O', {.name = "Office 24", .serial = 2}},
+                                                  {'P', {.name = "B140"}},
+                                                  {'T', {.name = "Twin"}}};
+    return monitors.at(monitor).build();
 }
 
 class FakeSysfs {

@@ -60,23 +60,15 @@ constexpr struct {
      "DVI-D-1:- HDMI-A-1:- LVDS-1:-", ""},
 };
 
-std::string joined(const std::vector<std::string>& words)
-{
-    std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : " ") + word;
-    return text;
-}
-
 /// The buses that the driver was asked to open since the last call, each once.
 std::string takeOpened(FakeI2cDriver& driver)
 {
-    std::vector<std::string> numbers;
+    std::string numbers;
     for (const std::string& line : std::exchange(driver.log, {})) {
-        if (line.starts_with("open ") && std::ranges::find(numbers, line.substr(5)) == numbers.end())
-            numbers.push_back(line.substr(5));
+        if (line.starts_with("open ") && (numbers + ' ').find(line.substr(4) + ' ') == std::string::npos)
+            numbers += line.substr(4);
     }
-    return joined(numbers);
+    return numbers.empty() ? "" : numbers.substr(1);
 }
 
 struct RoutesOf {
@@ -86,15 +78,12 @@ struct RoutesOf {
     std::map<std::string, Route> find()
     {
         std::vector<DisplayInfo> displays;
-        std::vector<std::string> names;
-        for (const Connector& each : readConnectors(system.paths())) {
-            names.push_back(each.name);
-            displays.emplace_back().displayID = each.displayID;
-        }
+        for (const Connector& each : readConnectors(system.paths()))
+            displays.push_back({.id = each.name, .displayID = each.displayID});
         const std::vector<Route> found = routes.find(displays);
         std::map<std::string, Route> result;
-        for (std::size_t i = 0; i < names.size(); ++i)
-            result[names[i]] = found.at(i);
+        for (std::size_t i = 0; i < displays.size(); ++i)
+            result[displays[i].id] = found.at(i);
         return result;
     }
 
@@ -113,15 +102,15 @@ TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)
         const std::string asked = takeOpened(*routes.driver);
         EXPECT_EQ(asked, machine.asked) << machine.name;
         EXPECT_EQ(reads, asked.empty() ? 0 : std::ranges::count(asked, ' ') + 1) << "each bus once";
-        std::vector<std::string> channels;
+        std::string channels;
         for (const auto& [connector, route] : found) {
             const std::uint8_t byte[] = {0x82};
             const bool isOpen = route.service && route.service->writeI2C(0x37, 0x51, byte) == 0;
             const std::string bus = takeOpened(*routes.driver);
             if (!route.upstream.empty())
-                channels.push_back(connector + ":" + (isOpen ? bus : "-"));
+                channels += (channels.empty() ? "" : " ") + connector + ":" + (isOpen ? bus : "-");
         }
-        EXPECT_EQ(joined(channels), machine.channels) << machine.name;
+        EXPECT_EQ(channels, machine.channels) << machine.name;
     }
 }
 

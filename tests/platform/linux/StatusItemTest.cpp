@@ -3,6 +3,8 @@
 #include "platform/linux/tray/LinuxStatusBar.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 
+#include <QDBusPendingCallWatcher>
+
 namespace lumenvale {
 namespace {
 
@@ -12,21 +14,16 @@ constexpr char itemInterface[] = "org.kde.StatusNotifierItem";
 struct StatusItemTest : DesktopBusTest {
     void SetUp() override
     {
-        DesktopBusTest::SetUp();
-        if (IsSkipped())
-            return;
-        desktop->answers["Get"] = [](const QDBusMessage&) { return QVariant::fromValue(QDBusVariant(true)); };
-        item = LinuxStatusBar(*program, "id").createItem(content());
-        desktop->setRunning(watcherName, true, *program);
+        desktop.answers["Get"] = [](const QDBusMessage&) { return QVariant::fromValue(QDBusVariant(true)); };
+        item = LinuxStatusBar(program, "id").createItem(content());
+        desktop.setRunning("org.kde.StatusNotifierWatcher", true, program);
         service = waitForItem();
     }
     StatusItemContent content()
     {
         const auto image = [](double scale) {
-            Bitmap bitmap = {int(22 * scale), int(18 * scale), {}};
+            Bitmap bitmap = {int(22 * scale), int(18 * scale), {0xFF000000, 0x80000000}};
             bitmap.pixels.resize(std::size_t(bitmap.width) * bitmap.height);
-            bitmap.pixels[0] = 0xFF000000;
-            bitmap.pixels[1] = 0x80000000;
             return bitmap;
         };
         return {"Title",
@@ -39,16 +36,18 @@ struct StatusItemTest : DesktopBusTest {
     QString waitForItem()
     {
         EXPECT_TRUE(turnLoopUntil([this] {
-            return !desktop->calls.isEmpty() && desktop->calls.last().member() == "RegisterStatusNotifierItem";
+            return !desktop.calls.isEmpty() && desktop.calls.last().member() == "RegisterStatusNotifierItem";
         }));
-        return desktop->calls.takeLast().arguments().at(0).toString();
+        return desktop.calls.takeLast().arguments().at(0).toString();
     }
     QDBusMessage call(const QString& path, const QString& interface, const QString& method,
                       const QVariantList& arguments)
     {
         auto message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setArguments(arguments);
-        return callOverBus(*host, message);
+        const QDBusPendingCallWatcher watcher(host.asyncCall(message));
+        EXPECT_TRUE(turnLoopUntil([&watcher] { return watcher.isFinished(); }));
+        return watcher.reply();
     }
     QVariant property(const QString& name)
     {
@@ -79,7 +78,7 @@ TEST_F(StatusItemTest, ShowsATintedSquareImageOnceAWatcherIsThereAndAgainAfterIt
     EXPECT_EQ(property("Status").toString(), "Active");
     EXPECT_FALSE(property("ItemIsMenu").toBool());
     for (const bool isRunning : {false, true})
-        desktop->setRunning(watcherName, isRunning, *program);
+        desktop.setRunning("org.kde.StatusNotifierWatcher", isRunning, program);
     EXPECT_FALSE(waitForItem().isEmpty());
 }
 
