@@ -99,9 +99,7 @@ constexpr char tail[] = R"(.SH EXIT STATUS
 Done.
 .TP
 .B 1
-The hardware refused, or
-.B doctor
-found a problem; standard error says what and why.
+The hardware refused; standard error says what and why.
 .TP
 .B 2
 Wrong use.
