@@ -221,8 +221,7 @@ def shortcut_applies_its_preset_from_any_program(session):
         session.xdotool("key", "Caps_Lock", "key", "Num_Lock")
         assert other.brightness(STUDIO) == 42, "the key is the first program's"
 
-        other.click(other.find(Atspi.Role.PUSH_BUTTON, "Presets") or other.find(Atspi.Role.RADIO_BUTTON, "Presets")
-                    or other.find(Atspi.Role.CHECK_BOX, "Presets"))
+        other.click(other.find(Atspi.Role.PAGE_TAB, "Presets"))
         row = wait_until(lambda: next((each for each in other.controls(window)
                                        if (each.get_name() or "").startswith("Noon_&_sun")), None), "the preset's row")
         other.click(row)
