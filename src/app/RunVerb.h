@@ -16,7 +16,7 @@ namespace lumenvale {
 /// sentence for the user.
 tl::expected<std::optional<std::string>, std::string> simulationFolder(const CommandLine& line);
 
-/// Writes lines to standard error, each with the seconds since the first; any thread.
+/// Writes lines to standard error, each with the seconds since this function was called; any thread.
 LogSink standardErrorLog();
 
 /// Runs the line's verb to its end on a core application of its own and returns the exit status.

@@ -11,13 +11,13 @@
 
 namespace lumenvale {
 
-/// For reading: any size and depth of foreign text is safe.
+/// For reading. Text of any size and depth can be parsed safely.
 using Json = nlohmann::json;
-/// For writing: keeps keys in the order in which they were added. Its objects copy themselves while they grow, so
-/// that deeply nested foreign text could exhaust the stack.
+/// For writing: keeps keys in the order in which they were added. The library copies such objects recursively
+/// while they grow, so that text which is nested very deeply would exhaust the stack.
 using OrderedJson = nlohmann::ordered_json;
 
-/// Text that is nested deeper is refused where keys keep their order.
+/// How many levels `parseOrderedJson` accepts: far more than our own files have, far fewer than a stack holds.
 constexpr int deepestJson = 100;
 
 /// Reads one JSON value in UTF-8. The error continues the name of what was read: "is not valid JSON at byte 5".

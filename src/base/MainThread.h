@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The way back to the main thread.
+// How other threads hand their results to the main thread.
 #pragma once
 
 #include <functional>

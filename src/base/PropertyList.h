@@ -16,7 +16,7 @@ struct PropertyValue;
 
 using PropertyData = std::vector<std::uint8_t>;
 using PropertyArray = std::vector<PropertyValue>;
-/// Keeps the order of the keys, because "the first entry" of a dictionary is meaningful to some readers.
+/// Keeps the order of the keys: a display's product name is the first of its dictionary of localised names.
 using PropertyDictionary = std::vector<std::pair<std::string, PropertyValue>>;
 
 struct PropertyValue {

@@ -53,15 +53,6 @@ std::string_view rawValue(ControlMethod method)
     return "Hardware control unavailable";
 }
 
-std::optional<ControlMethod> controlMethodFromRawValue(std::string_view text)
-{
-    for (const ControlMethod method : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable}) {
-        if (rawValue(method) == text)
-            return method;
-    }
-    return std::nullopt;
-}
-
 std::string_view description(BrightnessError error)
 {
     switch (error) {

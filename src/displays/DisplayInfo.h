@@ -14,11 +14,8 @@ namespace lumenvale {
 /// How a display's brightness is controlled.
 enum class ControlMethod { apple, ddc, unavailable };
 
-/// The text shown to the user; also the stored form.
+/// The method's name as `list --json` writes it, the same on every system.
 std::string_view rawValue(ControlMethod method);
-
-/// Accepts exactly the three texts of `rawValue`.
-std::optional<ControlMethod> controlMethodFromRawValue(std::string_view text);
 
 /// Why a brightness could not be set or confirmed.
 enum class BrightnessError { disconnected, writeFailed, readFailed, mismatch };
@@ -81,8 +78,13 @@ std::string percentageText(const DisplayInfo& display);
 /// The percentage that `value` shows as on this display.
 std::string percentageText(const DisplayInfo& display, std::optional<double> value);
 
+/// How far the smallest change moves: "1 hardware unit (0.3922 percentage points)".
 std::string stepSizeText(const DisplayInfo& display);
+
+/// The brightness in the hardware's own numbers: "43 / 100"; "Not available" while it is unknown.
 std::string rawValueText(const DisplayInfo& display);
+
+/// Which values the hardware takes, as a sentence.
 std::string rangeText(const DisplayInfo& display);
 
 } // namespace lumenvale

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A display's I2C channel, at the level of bytes. Hardware thread only; shared ownership keeps it open.
+// A display's I2C channel, at the level of bytes. On macOS this is an IOAVService, after which it is named.
+// Hardware thread only; shared ownership keeps it open.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +12,8 @@ class AVService {
 public:
     virtual ~AVService() = default;
 
-    /// Writes `bytes` to the 7-bit `chipAddress`, `dataAddress` going in front of them on the wire.
-    /// Returns 0, or the system's failure code.
+    /// Writes one byte `dataAddress` and then `bytes` to the 7-bit `chipAddress`. In DDC/CI the first byte is the
+    /// source address 0x51, which the checksum includes. Returns 0, or the system's failure code.
     virtual int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                          std::span<const std::uint8_t> bytes) = 0;
 

@@ -19,7 +19,8 @@ constexpr DdcTiming writeTiming{.retries = 2};
 constexpr DdcTiming monitoringTiming{.retries = 0};
 /// Monitors need it to take a value over before they report it.
 constexpr auto settleWait = 80ms;
-/// Panels keep brightness in steps of their own, finer than this.
+/// How far a native value may differ from the requested one and still count as verified: the system's 32-bit
+/// floating-point numbers differ by less, and panels on macOS have finer steps than this.
 constexpr double nativeTolerance = 0.0001;
 
 double fraction(const VcpReading& reading) { return static_cast<double>(reading.current) / reading.maximum; }

@@ -27,8 +27,8 @@ public:
     Published<bool> isPreparing{false};
     Published<std::optional<std::string>> message{std::nullopt};
 
-    /// Applies the active preset as soon as earlier writes have ended, and says so when `isAnnounced`. Call
-    /// `cancelOperation` before.
+    /// Applies the preset as soon as earlier writes have ended, and then says so in `message` when `isAnnounced`.
+    /// Call `cancelOperation` before.
     void startApplying(const Uuid& id, bool isAnnounced);
     /// Calls `finish` as soon as earlier writes have ended, unless the operation is cancelled before. Call
     /// `cancelOperation` before.

@@ -33,6 +33,7 @@ struct PresetEditingSession {
     bool operator==(const PresetEditingSession& other) const = default;
 };
 
+/// What the settings window shows: tab, selected display or preset, and the editing session. Main thread.
 class SettingsState {
 public:
     /// `defaults` must outlive the state. Reads "settingsDisplay".

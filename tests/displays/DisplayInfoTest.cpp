@@ -97,10 +97,6 @@ TEST(DisplayInfo, TextsSuitTheDisplaysScaleInEveryLocale)
     std::locale::global(former);
     for (const auto& [text, expected] : rows)
         EXPECT_EQ(text, expected);
-    for (const char* method :
-         {"Apple native brightness", "DDC/CI hardware backlight", "Hardware control unavailable"})
-        EXPECT_EQ(rawValue(controlMethodFromRawValue(method).value()), method);
-    EXPECT_FALSE(controlMethodFromRawValue("ddc"));
 }
 
 TEST(DisplayInfo, ANewRecordTakesWhatTheScreenReportsAndKnowsNothingOfTheHardware)

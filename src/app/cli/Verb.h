@@ -20,7 +20,7 @@ namespace lumenvale {
 // The program's exit statuses.
 constexpr int exitDone = 0;
 constexpr int exitRefused = 1; ///< by the hardware
-constexpr int exitMisused = 2;
+constexpr int exitMisused = 2; ///< wrong arguments, or a mistake in a file that was read
 constexpr int exitUnknown = 3; ///< no such display or preset
 
 /// What verbs work with. Main thread; it outlives their tasks.
@@ -38,7 +38,7 @@ struct Verb {
     std::string name;
     std::string summary; ///< one line, without a full stop
     std::vector<Argument> arguments;
-    /// A task on the main thread that prints to the context's streams and returns the exit status.
+    /// Makes the task: it runs on the main thread, prints to the context's streams and returns the exit status.
     Task<int> (*run)(VerbContext& context, ArgumentValues values);
 };
 

@@ -14,13 +14,13 @@ namespace lumenvale {
 struct AppKitScreen {
     std::optional<std::uint32_t> displayID;
     std::string name;
-    Rect frame; ///< points; y grows downward from the top of the first screen, as in the window toolkit
+    Rect frame; ///< points; y grows downward from the top of the first screen, as in Qt
 };
 
 /// In the system's order: the first holds the menu bar.
 std::vector<AppKitScreen> appKitScreens();
 
-/// Turns a rectangle of AppKit's (y grows upward from the bottom of the first screen) into the toolkit's.
-Rect toolkitRect(double x, double y, double width, double height);
+/// Turns a rectangle of AppKit's (y grows upward from the bottom of the first screen) into Qt's.
+Rect qtRect(double x, double y, double width, double height);
 
 } // namespace lumenvale

@@ -7,7 +7,7 @@
 
 namespace lumenvale {
 
-Rect toolkitRect(double x, double y, double width, double height)
+Rect qtRect(double x, double y, double width, double height)
 {
     // The first screen holds the origin; NSScreen.mainScreen is the one with the focus.
     const double top = NSScreen.screens.firstObject.frame.size.height;
@@ -25,7 +25,7 @@ std::vector<AppKitScreen> appKitScreens()
                 screen.displayID = [number unsignedIntValue];
             screen.name = toStdString(each.localizedName);
             const NSRect frame = each.frame;
-            screen.frame = toolkitRect(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height);
+            screen.frame = qtRect(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height);
             screens.push_back(screen);
         }
     }

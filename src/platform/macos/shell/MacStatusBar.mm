@@ -93,7 +93,7 @@ public:
             return std::nullopt;
         const NSRect inWindow = [button convertRect:button.bounds toView:nil];
         const NSRect onScreen = [window convertRectToScreen:inWindow];
-        return toolkitRect(onScreen.origin.x, onScreen.origin.y, onScreen.size.width, onScreen.size.height);
+        return qtRect(onScreen.origin.x, onScreen.origin.y, onScreen.size.width, onScreen.size.height);
     }
 
     void menuChanged() override {} // a click opens the panel; there is no menu
