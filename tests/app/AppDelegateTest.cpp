@@ -12,6 +12,8 @@
 #include "support/Views.h"
 #include "ui/controls/Labels.h"
 
+#include <QWindow>
+
 namespace lumenvale {
 namespace {
 
