@@ -41,13 +41,17 @@ function(lumenvale_precompile target header)
   endif()
 endfunction()
 
-# lumenvale_library(NAME): a static library `lumenvale_<NAME>` of every source directly in this folder, and with
-# ROOMS also in the folders below it. JOINED hands several sources at once to the compiler. LINK names what its headers
+# lumenvale_library(NAME): a static library `lumenvale_<NAME>` of every source directly in this folder, with ROOMS also
+# in the folders below it, or with FOLDERS of those directly in the folders named there instead. JOINED hands several sources at once to the compiler. LINK names what its headers
 # need, PRECOMPILE what to give to lumenvale_precompile.
 function(lumenvale_library name)
-  cmake_parse_arguments(arg "ROOMS;QT;JOINED" "PRECOMPILE" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "ROOMS;QT;JOINED" "PRECOMPILE" "LINK;FOLDERS" ${ARGN})
   if(arg_ROOMS)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h *.mm)
+  elseif(arg_FOLDERS)
+    list(TRANSFORM arg_FOLDERS APPEND "/*" OUTPUT_VARIABLE patterns)
+    file(GLOB sources CONFIGURE_DEPENDS ${patterns})
+    list(FILTER sources INCLUDE REGEX "\\.(cpp|h)$")
   else()
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.mm)
   endif()

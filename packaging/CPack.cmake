@@ -12,15 +12,16 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-set(about "Lumenvale sets built-in panels through the system's backlight and external monitors over DDC/CI. Every value is read back and verified.")
+set(about "Lumenvale sets built-in panels through the system's backlight and external
+monitors over DDC/CI. Every value is read back and verified.
+")
 set(about_desktop "${about}
- .
- This package has the desktop program: a panel with a slider for each display, presets with keyboard shortcuts, and
- settings that say why a display cannot be controlled.")
+This package has the desktop program: a panel with a slider for each display,
+presets with keyboard shortcuts, and settings that say why a display cannot be
+controlled.")
 set(about_cli "${about}
- .
- This package has the command line, which needs no desktop, and the rule that lets the user at the machine reach the
- monitors' channels.")
+This package has the command line, which needs no desktop, and the rule that
+lets the user at the machine reach the monitors' channels.")
 set(debian ${PROJECT_SOURCE_DIR}/packaging/debian)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)

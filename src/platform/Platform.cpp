@@ -8,17 +8,10 @@ namespace lumenvale {
 tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options, Clock& clock,
                                                  MainThread& mainThread)
 {
-    tl::expected<Platform, std::string> platform;
-    if (options.simulationFolder) {
-        platform = makeSimulatedPlatform(options, clock);
-        if (!platform)
-            return platform;
-        platform->startup = makeNativeStartupService(options);
-        platform->hotKeys = makeNativeHotKeyService(options);
-    } else {
-        platform = makeNativePlatform(options, clock, mainThread);
-    }
-    platform->hardware.log = options.log;
+    auto platform = options.simulationFolder ? makeSimulatedPlatform(options, clock)
+                                             : makeNativePlatform(options, clock, mainThread);
+    if (platform)
+        platform->hardware.log = options.log;
     return platform;
 }
 

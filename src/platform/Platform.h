@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Everything that differs between systems, made in one place. Only `main` and the factories name the types
-// behind these interfaces; the build picks the native folder.
+// Everything about displays that differs between systems, made in one place, and what keeps their preferences. It
+// needs no window system; what does is in Shell.h. Only the factories name the types behind these interfaces; the
+// build picks the native folder.
 #pragma once
 
 #include "base/Clock.h"
@@ -10,8 +11,7 @@
 #include "displays/ScreenSource.h"
 #include "displays/SystemEvents.h"
 #include "hardware/DisplayHardware.h"
-#include "preferences/StartupService.h"
-#include "presets/HotKeyService.h"
+#include "platform/WindowSystem.h"
 
 #include <functional>
 #include <memory>
@@ -26,8 +26,9 @@ using LogSink = std::function<void(const std::string&)>;
 
 struct PlatformOptions {
     std::optional<std::string> simulationFolder; ///< monitors are the files in it; none: the real displays
-    bool hasWindowSystem = false;                ///< a QGuiApplication exists
-    LogSink log;                                 ///< empty: nothing is logged
+    WindowSystem* windowSystem =
+        nullptr;    ///< knows the screens, too, and outlives the platform; null: there is none
+    LogSink log;    ///< empty: nothing is logged
     LogSink report; ///< main thread: what the user must be told, in whole sentences; empty: nobody is told
 };
 
@@ -37,8 +38,6 @@ struct Platform {
     std::unique_ptr<ScreenSource> screens;
     std::unique_ptr<SystemEvents> events;
     std::unique_ptr<Diagnostics> diagnostics;
-    std::unique_ptr<StartupService> startup;
-    std::unique_ptr<HotKeyService> hotKeys; ///< null without a window system
     HardwareAccess hardware;
 };
 
@@ -47,13 +46,7 @@ struct Platform {
 tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options, Clock& clock,
                                                  MainThread& mainThread);
 
-// Each is defined once per system. The last two also serve simulated displays.
-
-/// The native part of `makePlatform`, for real displays.
+/// The native part of `makePlatform`, for real displays. Defined once per system.
 Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& mainThread);
-/// Registers this program file, and with simulated displays a login item of its own for them.
-std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options);
-/// Null without a window system.
-std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options);
 
 } // namespace lumenvale

@@ -5,6 +5,9 @@
 #pragma once
 
 #include "base/Geometry.h"
+#include "platform/WindowSystem.h"
+#include "preferences/StartupService.h"
+#include "presets/HotKeyService.h"
 
 #include <cstdint>
 #include <functional>
@@ -158,13 +161,19 @@ struct Shell {
     std::unique_ptr<PanelWindows> panels;
     bool hasMenuBar = false;                      ///< the system shows the program's menus, apart from its windows
     std::unique_ptr<AppearanceSource> appearance; ///< null where Qt follows the desktop by itself
+    std::unique_ptr<StartupService> startup;      ///< registers the identity's command
+    std::unique_ptr<HotKeyService> hotKeys;
 };
 
 /// True when the process is the host of another program's tests and must not act as the program. Defined once
 /// per system, like the following. Main thread.
 bool isTestHost();
 
-/// After the application object.
+// The following after the application object.
+
+/// Null where `makeNativePlatform` asks the system for its screens by itself.
+std::unique_ptr<WindowSystem> makeNativeWindowSystem();
+
 Shell makeNativeShell(const ProgramIdentity& identity);
 
 } // namespace lumenvale

@@ -69,7 +69,6 @@ Showcase::Showcase()
     writeMonitors(folder);
     PlatformOptions options;
     options.simulationFolder = folder.path().toStdString();
-    options.hasWindowSystem = false;
     tl::expected<Platform, std::string> made = makePlatform(options, clock, mainThread);
     if (!made)
         fail(QString::fromStdString(made.error()));
@@ -79,7 +78,7 @@ Showcase::Showcase()
         std::make_unique<DisplayStore>(*hardware, *platform.defaults, *platform.screens, *platform.events, clock);
     presets = std::make_unique<PresetStore>(*platform.defaults);
     editor = std::make_unique<PresetEditor>(*store, *presets, *platform.defaults);
-    preferences = std::make_unique<GeneralPreferences>(*platform.defaults, *platform.startup);
+    preferences = std::make_unique<GeneralPreferences>(*platform.defaults, startup);
     evening = addPresets(*presets);
 
     store->requestRefresh();

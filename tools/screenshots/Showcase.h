@@ -10,6 +10,7 @@
 #include "preferences/GeneralPreferences.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
+#include "support/FakeStartupService.h"
 
 #include <QTemporaryDir>
 #include <memory>
@@ -28,6 +29,7 @@ public:
     std::unique_ptr<DisplayHardware> hardware;
     std::unique_ptr<DisplayStore> store;
     std::unique_ptr<PresetStore> presets;
+    FakeStartupService startup;
     std::unique_ptr<GeneralPreferences> preferences;
     std::unique_ptr<PresetEditor> editor;
 

@@ -103,7 +103,8 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     QtMainThread mainThread;
     PlatformOptions platformOptions;
     platformOptions.simulationFolder = options.simulationFolder;
-    platformOptions.hasWindowSystem = true;
+    const auto windowSystem = makeNativeWindowSystem();
+    platformOptions.windowSystem = windowSystem.get();
     platformOptions.log = options.log;
     platformOptions.report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
     auto platform = makePlatform(platformOptions, clock, mainThread);
@@ -117,7 +118,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     Shell shell = makeNativeShell(identity);
     followAppearance(shell);
     AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
-                          *platform->diagnostics, *platform->startup, platform->hotKeys.get(), clock, shell,
+                          *platform->diagnostics, *shell.startup, shell.hotKeys.get(), clock, shell,
                           readBuildInfo({LUMENVALE_VERSION, LUMENVALE_BUILD_NUMBER, buildMetadata()}, parseTime)});
     const RequestReceiver requests(folder, [&delegate](std::string_view line) {
         if (const auto request = decodeRequest(line))

@@ -41,12 +41,9 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
 
     Platform platform;
     platform.defaults = makeDefaults(options, clock);
-    platform.screens = std::make_unique<LinuxScreenSource>(
-        paths, options.hasWindowSystem ? LinuxScreenSource::WindowScreens(qtWindowScreens) : nullptr);
-    platform.events = std::make_unique<LinuxSystemEvents>(paths, options.hasWindowSystem, clock);
+    platform.screens = std::make_unique<LinuxScreenSource>(paths, options.windowSystem);
+    platform.events = std::make_unique<LinuxSystemEvents>(paths, options.windowSystem, clock);
     platform.diagnostics = std::make_unique<LinuxDiagnostics>(paths);
-    platform.startup = makeNativeStartupService(options);
-    platform.hotKeys = makeNativeHotKeyService(options);
     HardwareAccess& hardware = platform.hardware;
     hardware.routes =
         std::make_unique<LinuxRoutes>(paths, snapshot, makeI2cDriver(paths.devices), hardware.pause, options.log);

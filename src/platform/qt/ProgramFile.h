@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The file that starts this program.
+// The files of the program. Users start `lumenvale`; where that is the command line alone, the desktop program is
+// a file of its own, beside it in a build tree and in the folder for such files in an installation. Main thread,
+// after the application object.
 #pragma once
 
-#include <QCoreApplication>
+#include <optional>
 #include <string>
 
 namespace lumenvale {
 
-/// Absolute. Main thread, after the application object.
-inline std::string programFile()
-{
-    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
-    const QString packed = qEnvironmentVariable("APPIMAGE");
-    return (packed.isEmpty() ? QCoreApplication::applicationFilePath() : packed).toStdString();
-}
+/// The file that starts this program, as users do; absolute.
+std::string programFile();
+
+/// The desktop program's file, absolute; none when it is not installed.
+std::optional<std::string> desktopProgramFile();
 
 } // namespace lumenvale

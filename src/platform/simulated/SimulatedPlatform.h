@@ -9,8 +9,7 @@
 
 namespace lumenvale {
 
-/// A platform over the folder that the options name; `startup` and `hotKeys` are left to the caller. The error
-/// is a whole sentence for the user.
+/// A platform over the folder that the options name. The error is a whole sentence for the user.
 tl::expected<Platform, std::string> makeSimulatedPlatform(const PlatformOptions& options, Clock& clock);
 
 /// The folder of the ready-made monitors, in the user's state directory; made and filled when it does not exist.

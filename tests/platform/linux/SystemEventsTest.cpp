@@ -56,7 +56,7 @@ struct SystemEventsTest : testing::Test {
 
     FakeSysfs system{"i915 DP-1=S DP-2=O"};
     ManualClock clock;
-    LinuxSystemEvents events{system.paths(), false, clock};
+    LinuxSystemEvents events{system.paths(), nullptr, clock};
     Events seen;
     Subscription subscription = events.subscribe([this](SystemEvent event) { seen.push_back(event); });
 };

@@ -7,17 +7,14 @@
 #include "platform/linux/displays/ScreenJoin.h"
 #include "platform/linux/displays/Sysfs.h"
 
-#include <functional>
 #include <vector>
 
 namespace lumenvale {
 
 class LinuxScreenSource final : public ScreenSource {
 public:
-    using WindowScreens = std::function<std::vector<WindowScreen>()>;
-
-    /// `windowScreens` may be empty: no window system.
-    LinuxScreenSource(SystemPaths paths, WindowScreens windowScreens);
+    /// `windowSystem` may be null, and must outlive it.
+    LinuxScreenSource(SystemPaths paths, WindowSystem* windowSystem);
 
     std::vector<Screen> screens() override;
     /// The connector's power state as the kernel recorded it; asking the kernel does not touch the monitor.
@@ -25,11 +22,10 @@ public:
     std::optional<std::uint32_t> displayAt(Point point) override;
 
 private:
-    SystemPaths paths;
-    WindowScreens windowScreens;
-};
+    std::vector<WindowScreen> windowScreens() const;
 
-/// The screens of the running QGuiApplication.
-std::vector<WindowScreen> qtWindowScreens();
+    SystemPaths paths;
+    WindowSystem* windowSystem;
+};
 
 } // namespace lumenvale

@@ -5,8 +5,6 @@
 #include "platform/linux/displays/Logind.h"
 #include "platform/linux/displays/Uevent.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <utility>
@@ -45,11 +43,11 @@ struct LinuxSystemEvents::Sources {
     UeventSocket uevents;
     std::unique_ptr<QSocketNotifier> notifier;
     std::unique_ptr<SleepWatch> sleepWatch;
-    QObject context; // its death ends the connections to the window system's screens
+    Subscription windowScreens;
 };
 
-LinuxSystemEvents::LinuxSystemEvents(SystemPaths paths, bool hasWindowSystem, Clock& clock)
-    : paths(std::move(paths)), hasWindowSystem(hasWindowSystem), clock(clock)
+LinuxSystemEvents::LinuxSystemEvents(SystemPaths paths, WindowSystem* windowSystem, Clock& clock)
+    : paths(std::move(paths)), windowSystem(windowSystem), clock(clock)
 {
 }
 
@@ -78,32 +76,15 @@ void LinuxSystemEvents::startListening()
     if (sources->uevents.isOpen()) {
         sources->notifier =
             std::make_unique<QSocketNotifier>(sources->uevents.descriptor(), QSocketNotifier::Read);
-        QObject::connect(sources->notifier.get(), &QSocketNotifier::activated, &sources->context, [this] {
+        QObject::connect(sources->notifier.get(), &QSocketNotifier::activated, sources->notifier.get(), [this] {
             while (const std::optional<Uevent> event = sources->uevents.receive()) {
                 if (concernsDisplays(*event))
                     announced();
             }
         });
     }
-    if (hasWindowSystem)
-        watchWindowScreens();
-}
-
-void LinuxSystemEvents::watchWindowScreens()
-{
-    const auto changed = [this] { changedForCertain(); };
-    const auto watch = [this, changed](const QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, &sources->context, changed);
-        QObject::connect(screen, &QScreen::refreshRateChanged, &sources->context, changed);
-    };
-    for (const QScreen* screen : QGuiApplication::screens())
-        watch(screen);
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &sources->context, [changed, watch](QScreen* screen) {
-        watch(screen);
-        changed();
-    });
-    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &sources->context, changed);
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &sources->context, changed);
+    if (windowSystem)
+        sources->windowScreens = windowSystem->observe([this] { changedForCertain(); });
 }
 
 void LinuxSystemEvents::changedForCertain()

@@ -8,6 +8,7 @@
 
 #include "base/Clock.h"
 #include "displays/SystemEvents.h"
+#include "platform/WindowSystem.h"
 #include "platform/linux/displays/Sysfs.h"
 
 #include <chrono>
@@ -26,8 +27,8 @@ public:
     static constexpr auto powerCheckInterval = std::chrono::seconds(5);
     static constexpr auto wakeCheckInterval = std::chrono::seconds(2);
 
-    /// `clock` must outlive it. Listens from the first subscription on.
-    LinuxSystemEvents(SystemPaths paths, bool hasWindowSystem, Clock& clock);
+    /// `windowSystem` may be null; it and `clock` must outlive it. Listens from the first subscription on.
+    LinuxSystemEvents(SystemPaths paths, WindowSystem* windowSystem, Clock& clock);
     ~LinuxSystemEvents() override;
 
     [[nodiscard]] Subscription subscribe(std::function<void(SystemEvent)> observer) override;
@@ -41,11 +42,10 @@ private:
     void startListening();
     void settle();
     void checkPower();
-    void watchWindowScreens();
     void changedForCertain();
 
     SystemPaths paths;
-    bool hasWindowSystem;
+    WindowSystem* windowSystem;
     Clock& clock;
     Signal<SystemEvent> events;
 

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "base/Identity.h"
 #include "platform/Shell.h"
 #include "platform/macos/shell/MacDock.h"
+#include "platform/macos/shell/MacHotKeyService.h"
 #include "platform/macos/shell/MacPanelWindows.h"
 #include "platform/macos/shell/MacStatusBar.h"
+#include "platform/macos/shell/SystemStartupService.h"
 
 #include <QByteArray>
 #include <objc/runtime.h>
@@ -11,7 +14,9 @@ namespace lumenvale {
 
 bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
 
-Shell makeNativeShell(const ProgramIdentity&)
+std::unique_ptr<WindowSystem> makeNativeWindowSystem() { return nullptr; }
+
+Shell makeNativeShell(const ProgramIdentity& identity)
 {
     // Else Qt makes the program the active one whenever it raises a window, the panel included.
     qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
@@ -20,6 +25,11 @@ Shell makeNativeShell(const ProgramIdentity&)
     shell.dock = std::make_unique<MacDock>();
     shell.panels = std::make_unique<MacPanelWindows>();
     shell.hasMenuBar = true;
+    if (identity.identifier == simulatedIdentifier)
+        shell.startup = std::make_unique<NoLoginItem>();
+    else
+        shell.startup = std::make_unique<SystemStartupService>();
+    shell.hotKeys = std::make_unique<MacHotKeyService>();
     return shell;
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the desktop gives the program, whether the displays are real or simulated.
 #include "base/Identity.h"
-#include "platform/Platform.h"
 #include "platform/Shell.h"
+#include "platform/linux/desktop/QtWindowSystem.h"
 #include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
@@ -10,35 +10,27 @@
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/linux/xdg/LauncherDock.h"
 #include "platform/linux/xdg/XdgAutostart.h"
-#include "platform/qt/ProgramFile.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>
 
 namespace lumenvale {
 
-std::unique_ptr<StartupService> makeNativeStartupService(const PlatformOptions& options)
-{
-    std::vector<std::string> command{programFile()};
-    if (!options.simulationFolder)
-        return std::make_unique<XdgAutostart>(
-            autostartPlace(applicationIdentifier, applicationName, std::move(command)));
-    command.insert(command.end(), {"--simulate", *options.simulationFolder});
-    return std::make_unique<XdgAutostart>(
-        autostartPlace(simulatedIdentifier, std::string(applicationName) + " (Simulated)", std::move(command)));
-}
+namespace {
 
-std::unique_ptr<HotKeyService> makeNativeHotKeyService(const PlatformOptions& options)
+std::unique_ptr<HotKeyService> makeHotKeys(const QDBusConnection& bus)
 {
-    if (!options.hasWindowSystem)
-        return nullptr;
     // Under Wayland an X server may run beside the desktop, but hears no keys meant for others.
     if (QGuiApplication::platformName() == QLatin1String("xcb"))
         return makeX11HotKeys();
-    return makePortalHotKeys(QDBusConnection::sessionBus());
+    return makePortalHotKeys(bus);
 }
 
+} // namespace
+
 bool isTestHost() { return false; } // tests do not run inside other programs here
+
+std::unique_ptr<WindowSystem> makeNativeWindowSystem() { return std::make_unique<QtWindowSystem>(); }
 
 Shell makeNativeShell(const ProgramIdentity& identity)
 {
@@ -50,6 +42,9 @@ Shell makeNativeShell(const ProgramIdentity& identity)
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
     shell.panels = std::make_unique<LinuxPanelWindows>();
     shell.appearance = makePortalAppearance(bus);
+    shell.startup =
+        std::make_unique<XdgAutostart>(autostartPlace(identity.identifier, identity.name, identity.command));
+    shell.hotKeys = makeHotKeys(bus);
     return shell;
 }
 

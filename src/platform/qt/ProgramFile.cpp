@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/ProgramFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <initializer_list>
+
+namespace lumenvale {
+
+namespace {
+
+/// The first of the places, from this program's folder, that has a file.
+std::optional<std::string> findProgram(std::initializer_list<const char*> places)
+{
+    const QDir folder(QCoreApplication::applicationDirPath());
+    for (const char* place : places) {
+        const QFileInfo file(folder, place);
+        if (file.isFile())
+            return QDir::cleanPath(file.absoluteFilePath()).toStdString();
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string programFile()
+{
+    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
+    const QString packed = qEnvironmentVariable("APPIMAGE");
+    if (!packed.isEmpty())
+        return packed.toStdString();
+    return findProgram({LUMENVALE_PROGRAM_PLACES}).value_or(QCoreApplication::applicationFilePath().toStdString());
+}
+
+std::optional<std::string> desktopProgramFile() { return findProgram({LUMENVALE_DESKTOP_PROGRAM_PLACES}); }
+
+} // namespace lumenvale
