@@ -95,6 +95,12 @@ bool DisplayEndpoints::isStillTheSame(const Endpoint& endpoint, const std::strin
     return access.routes->identifier(endpoint.info.displayID) == id;
 }
 
+/// Reading this display could wake it.
+bool DisplayEndpoints::mayWake(const Endpoint& endpoint) const
+{
+    return endpoint.info.method == ControlMethod::ddc && access.routes->isDark(endpoint.info.displayID);
+}
+
 std::map<std::string, double> DisplayEndpoints::currentBrightness(const std::vector<std::string>& ids,
                                                                   const CancellationToken& token)
 {
@@ -104,7 +110,7 @@ std::map<std::string, double> DisplayEndpoints::currentBrightness(const std::vec
         if (token.isCancelled())
             break;
         const auto endpoint = endpoints.find(id);
-        if (endpoint == endpoints.end() || !isStillTheSame(endpoint->second, id))
+        if (endpoint == endpoints.end() || !isStillTheSame(endpoint->second, id) || mayWake(endpoint->second))
             continue;
         if (const std::optional<double> value = read(endpoint->second))
             result.insert_or_assign(id, *value);

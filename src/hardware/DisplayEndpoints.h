@@ -41,6 +41,7 @@ private:
     DisplayInfo probe(DisplayInfo display, const Route& route);
     void readLuminance(DisplayInfo& display, AVService& service) const;
     bool isStillTheSame(const Endpoint& endpoint, const std::string& id) const;
+    bool mayWake(const Endpoint& endpoint) const;
     std::optional<double> read(const Endpoint& endpoint) const;
     tl::expected<double, BrightnessError> writeNative(const DisplayInfo& display, double target) const;
     tl::expected<double, BrightnessError> writeDdc(const Endpoint& endpoint, double target) const;

@@ -44,6 +44,10 @@ public:
     /// The identifier (see stableIdentifier) of the display that is attached under this number; none when none is.
     /// It tells whether a display was replaced behind its number.
     virtual std::optional<std::string> identifier(std::uint32_t displayID) = 0;
+
+    /// True while the display's picture is switched off to save power, at this very moment: being read could wake
+    /// it. False where the system does not tell.
+    virtual bool isDark(std::uint32_t) { return false; }
 };
 
 } // namespace lumenvale

@@ -83,6 +83,7 @@ public:
     {
         return routes->identifier(displayID);
     }
+    bool isDark(std::uint32_t displayID) override { return routes->isDark(displayID); }
 
 private:
     std::unique_ptr<DisplayRoutes> routes;

@@ -42,7 +42,7 @@ TEST(Backlight, EachPanelGetsTheDeviceThatDimsIt)
             system.addBacklight(connector.empty() ? system.root() / "devices" / place : connector, name, type,
                                 maximum);
         }
-        DisplaySnapshot snapshot(system.paths());
+        DisplaySnapshot snapshot(system.records());
         snapshot.take();
         std::string chosen;
         for (const Connector& each : snapshot.connectors()) {
@@ -73,7 +73,7 @@ TEST(LinuxBrightness, KeepsTheLevelThatWasSetAndAsksTheServiceOnlyForAMissingRig
 {
     FakeSysfs system("i915 eDP-1=P DP-1=S");
     const auto file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
-    const auto snapshot = std::make_shared<DisplaySnapshot>(system.paths());
+    const auto snapshot = std::make_shared<DisplaySnapshot>(system.records());
     snapshot->take();
     int fileError = 0; // 0: the file takes values
     int serviceError = 0;

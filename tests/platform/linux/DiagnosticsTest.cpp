@@ -71,7 +71,9 @@ TEST(LinuxDiagnostics, EachDisplayIsToldWhatIsWrongAndWhatWouldHelp)
                                   .method = row.method,
                                   .status = row.status};
         const Finding finding =
-            LinuxDiagnostics(system.paths(), [](const auto&) { return true; }).examine({display}).back();
+            LinuxDiagnostics(system.paths(), system.records(), [](const auto&) { return true; })
+                .examine({display})
+                .back();
         EXPECT_EQ(finding.displayID, "X");
         EXPECT_EQ(finding.kind, row.kind) << row.text;
         EXPECT_NE((finding.text + finding.remedy).find(row.text), std::string::npos) << row.text << finding.text;
@@ -84,7 +86,8 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     DisplayInfo display;
     display.displayID = displayNumber("card0", "DP-1");
     const auto examine = [&](bool mayUse) {
-        return LinuxDiagnostics(system.paths(), [mayUse](const auto&) { return mayUse; }).examine({display});
+        return LinuxDiagnostics(system.paths(), system.records(), [mayUse](const auto&) { return mayUse; })
+            .examine({display});
     };
     const auto holds = [](const std::string& text, const std::string& part) {
         return text.find(part) != std::string::npos;
@@ -110,12 +113,13 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     addBacklight(panel);
     display.displayID = displayNumber("card0", "eDP-1");
     display.method = apple;
-    LinuxDiagnostics forbidden(panel.paths(), [](const auto&) { return false; });
+    LinuxDiagnostics forbidden(panel.paths(), panel.records(), [](const auto&) { return false; });
     EXPECT_TRUE(holds(forbidden.examine({display}).at(0).text, "login service"));
     FakeSysfs empty;
-    EXPECT_TRUE(holds(LinuxDiagnostics(empty.paths()).examine({}).at(0).text, "no display connectors"));
+    EXPECT_TRUE(
+        holds(LinuxDiagnostics(empty.paths(), empty.records()).examine({}).at(0).text, "no display connectors"));
     empty.addPciDevice("x", "nvidia", "0x030000");
-    EXPECT_TRUE(holds(LinuxDiagnostics(empty.paths()).examine({}).at(0).remedy, "modeset=1"));
+    EXPECT_TRUE(holds(LinuxDiagnostics(empty.paths(), empty.records()).examine({}).at(0).remedy, "modeset=1"));
 }
 
 } // namespace

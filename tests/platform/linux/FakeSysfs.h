@@ -3,8 +3,8 @@
 // devices/, links to them below class/ and bus/, all in a temporary folder.
 #pragma once
 
-#include "platform/linux/displays/Connector.h"
 #include "platform/linux/displays/Edid.h"
+#include "platform/linux/displays/KernelRecords.h"
 #include "platform/linux/displays/Sysfs.h"
 
 #include <QTemporaryDir>
@@ -140,6 +140,8 @@ public:
     }
 
     Path root() const { return top() / "sys"; }
+    /// They never hold: every question reads the tree.
+    std::shared_ptr<KernelRecords> records() const { return std::make_shared<KernelRecords>(paths()); }
     SystemPaths paths() const { return {root(), top() / "dev", top() / "proc"}; }
     Path operator[](const std::string& connector) const { return root() / "class/drm" / ("card0-" + connector); }
 

@@ -3,6 +3,7 @@
 #include "FakeSysfs.h"
 
 #include "platform/linux/displays/DisplayIdentity.h"
+#include "platform/linux/displays/LinuxScreenSource.h"
 #include "platform/linux/displays/ScreenJoin.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +46,8 @@ TEST(Screens, WhatShowsAPictureIsADisplayPanelFirst)
 TEST(Screens, DisplaysTakenOutOfUseToSavePowerAreDarkAndNotGone)
 {
     const auto dark = [](const FakeSysfs& system) {
-        return isDark(system.paths(), displayNumber("card0", "DP-1"));
+        LinuxScreenSource source(system.records(), {});
+        return source.isAsleep(displayNumber("card0", "DP-1"));
     };
     FakeSysfs system("i915 eDP-1=P DP-1=S DP-2");
     system.write(system["eDP-1"] / "enabled", "disabled"); // the lid is closed

@@ -24,6 +24,8 @@ TEST(Uevent, OnlyWhatConcernsDisplaysCounts)
         {"add@/devices/x/card0-DP-3|ACTION=add|SUBSYSTEM=drm|", true, true},
         {"add@/devices/x/i2c-9|ACTION=add|SUBSYSTEM=i2c-dev|=|novalue||", true, true},
         {"remove@/devices/x/i2c-9|ACTION=remove|SUBSYSTEM=i2c-dev|", true, false},
+        {"add@/devices/x/acpi_video0|ACTION=add|SUBSYSTEM=backlight|", true, true},
+        {"change@/devices/x/acpi_video0|ACTION=change|SUBSYSTEM=backlight|", true, false},
         {"change@/devices/x/drm/card0|ACTION=change|SUBSYSTEM=drm|", true, false},
         {"change@/x/drm/card0|ACTION=change|SUBSYSTEM=drm|HOTPLUG=1|CONNECTOR=9|PROPERTY=3|", true, false},
         {"add@/devices/x|ACTION=add|SUBSYSTEM=usb|", true, false},
@@ -42,6 +44,11 @@ TEST(Uevent, OnlyWhatConcernsDisplaysCounts)
     }
 }
 
+Task<SharedRecords> lookHere(std::shared_ptr<KernelRecords> records, Look what)
+{
+    co_return what == Look::power ? records->readPower() : records->readAnew();
+}
+
 struct SystemEventsTest : testing::Test {
     /// What is told within the time.
     Events after(Clock::Duration time)
@@ -56,7 +63,8 @@ struct SystemEventsTest : testing::Test {
 
     FakeSysfs system{"i915 DP-1=S DP-2=O"};
     ManualClock clock;
-    LinuxSystemEvents events{system.paths(), nullptr, clock};
+    std::shared_ptr<KernelRecords> records = system.records();
+    LinuxSystemEvents events{records, [this](Look what) { return lookHere(records, what); }, nullptr, clock};
     Events seen;
     Subscription subscription = events.subscribe([this](SystemEvent event) { seen.push_back(event); });
 };
@@ -99,6 +107,31 @@ TEST_F(SystemEventsTest, WhatTheKernelDoesNotAnnounceIsNoticedAndWhatChangedInTh
               (Events{screensDidWake, screenParametersChanged}));
     write("DP-1", "status", "disconnected");
     EXPECT_EQ(after(1min), Events{screenParametersChanged}) << "pulling the last screen out is no sleep";
+}
+
+TEST(KernelRecords, HoldUntilTheKernelAnnouncesAChangeOrSomethingDoesNotMatchThem)
+{
+    FakeSysfs system("i915 DP-1=S DP-2=O");
+    bool isAnnounced = true;
+    KernelRecords records(system.paths(), [&] { return std::exchange(isAnnounced, false); });
+    const SharedRecords first = records.last();
+    const auto unplug = [&](const char* connector) { system.write(system[connector] / "status", "disconnected"); };
+    const auto displays = [](const SharedRecords& from) {
+        return std::ranges::count_if(from->connectors, &Connector::isDisplay);
+    };
+    unplug("DP-1");
+    EXPECT_EQ(records.current(), first);
+    isAnnounced = true;
+    EXPECT_EQ(records.last(), first) << "never reads";
+    EXPECT_EQ(displays(records.current()), 1);
+    unplug("DP-2");
+    records.forget();
+    EXPECT_EQ(displays(records.current()), 0);
+    EXPECT_EQ(displays(first), 2) << "what was handed out stays";
+
+    const SharedRecords unchanged = records.last();
+    EXPECT_EQ(records.readPower(), unchanged);
+    EXPECT_EQ(records.last(), unchanged);
 }
 
 } // namespace

@@ -9,10 +9,7 @@ namespace lumenvale {
 
 namespace {
 
-bool isOn(const Backlight& backlight, const Connector& connector)
-{
-    return backlight.parent == resolved(connector.path);
-}
+bool isOn(const Backlight& backlight, const Connector& connector) { return backlight.parent == connector.node; }
 
 /// Screens on boards without PCI graphics have a backlight of their own that names no connector.
 bool isBoardDevice(const Backlight& backlight)
@@ -57,7 +54,7 @@ std::optional<Backlight> readBacklight(const std::filesystem::path& path)
     else if (type == "platform")
         backlight.type = Backlight::Type::platform;
     backlight.parent = resolved(path / "device");
-    backlight.parentSubsystem = resolved(path / "device" / "subsystem").filename().string();
+    backlight.parentSubsystem = linkTarget(backlight.parent / "subsystem").filename().string();
     return backlight;
 }
 

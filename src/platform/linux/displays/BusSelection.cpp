@@ -9,7 +9,7 @@ namespace {
 
 /// Numbers of the adapters that the driver names for a connector. DisplayPort's own channel is the one inside the
 /// connector, and its `ddc` link may name the pins that a passive adapter would use; elsewhere the link is right.
-std::vector<int> linkedNumbers(const WiredConnector& connector)
+std::vector<int> linkedNumbers(const Connector& connector)
 {
     std::vector<int> numbers = connector.ownBuses;
     if (connector.linkedBus) {
@@ -19,13 +19,13 @@ std::vector<int> linkedNumbers(const WiredConnector& connector)
     return numbers;
 }
 
-bool isLinkedTo(const WiredConnector& connector, int number)
+bool isLinkedTo(const Connector& connector, int number)
 {
     const std::vector<int> numbers = linkedNumbers(connector);
     return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
 }
 
-bool isTwin(const WiredConnector& connector, const WiredConnector& other)
+bool isTwin(const Connector& connector, const Connector& other)
 {
     return connector.path != other.path && other.isConnected && other.edid && connector.edid &&
            other.edid->block == connector.edid->block && other.device == connector.device;
@@ -39,7 +39,7 @@ bool isAuxChannel(const std::string& name)
 
 /// True when the adapter may be the channel of a panel whose own is not known. An eDP panel has an AUX channel,
 /// an LVDS panel plain pins; some names tell nothing.
-bool mayBelongTo(const WiredConnector& panel, const I2cAdapter& adapter)
+bool mayBelongTo(const Connector& panel, const I2cAdapter& adapter)
 {
     const bool isKnown = !linkedNumbers(panel).empty();
     if (panel.kind != ConnectorKind::panel || !panel.isConnected || isKnown || adapter.graphics != panel.device)
@@ -51,18 +51,18 @@ bool mayBelongTo(const WiredConnector& panel, const I2cAdapter& adapter)
     return isAuxChannel(adapter.name) == (panel.type == "eDP");
 }
 
-bool isClaimedByOther(const WiredConnector& connector, const std::vector<WiredConnector>& all, int number)
+bool isClaimedByOther(const Connector& connector, const std::vector<Connector>& all, int number)
 {
-    return std::any_of(all.begin(), all.end(), [&](const WiredConnector& other) {
+    return std::any_of(all.begin(), all.end(), [&](const Connector& other) {
         return connector.path != other.path && isLinkedTo(other, number);
     });
 }
 
 /// Some cards put two sockets on one pair of pins. The EDID then tells whose turn it is, unless both show the
 /// same one; a panel's pins stay untouched in any case.
-bool isSharedBadly(const WiredConnector& connector, const std::vector<WiredConnector>& all, int number)
+bool isSharedBadly(const Connector& connector, const std::vector<Connector>& all, int number)
 {
-    return std::any_of(all.begin(), all.end(), [&](const WiredConnector& other) {
+    return std::any_of(all.begin(), all.end(), [&](const Connector& other) {
         return connector.path != other.path && isLinkedTo(other, number) &&
                (other.kind == ConnectorKind::panel || isTwin(connector, other));
     });
@@ -70,14 +70,14 @@ bool isSharedBadly(const WiredConnector& connector, const std::vector<WiredConne
 
 } // namespace
 
-BusCandidates busCandidates(const WiredConnector& connector, const std::vector<WiredConnector>& all,
+BusCandidates busCandidates(const Connector& connector, const std::vector<Connector>& all,
                             const std::vector<I2cAdapter>& adapters)
 {
     BusCandidates candidates;
     if (connector.kind != ConnectorKind::external || !connector.edid || connector.device.empty())
         return candidates;
     candidates.hasTwin =
-        std::any_of(all.begin(), all.end(), [&](const WiredConnector& other) { return isTwin(connector, other); });
+        std::any_of(all.begin(), all.end(), [&](const Connector& other) { return isTwin(connector, other); });
 
     for (const int number : linkedNumbers(connector)) {
         const auto adapter = std::find_if(adapters.begin(), adapters.end(),
@@ -90,8 +90,7 @@ BusCandidates busCandidates(const WiredConnector& connector, const std::vector<W
         if (adapter.graphics != connector.device || isLinkedTo(connector, adapter.number) ||
             isClaimedByOther(connector, all, adapter.number))
             continue;
-        if (std::any_of(all.begin(), all.end(),
-                        [&](const WiredConnector& each) { return mayBelongTo(each, adapter); }))
+        if (std::any_of(all.begin(), all.end(), [&](const Connector& each) { return mayBelongTo(each, adapter); }))
             candidates.isPanelNear = true;
         else if (!candidates.hasTwin)
             candidates.unlinked.push_back(adapter);

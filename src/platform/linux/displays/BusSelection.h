@@ -21,7 +21,7 @@ struct BusCandidates {
 };
 
 /// Pure. `adapters` are the machine's display adapters, `all` its connectors.
-BusCandidates busCandidates(const WiredConnector& connector, const std::vector<WiredConnector>& all,
+BusCandidates busCandidates(const Connector& connector, const std::vector<Connector>& all,
                             const std::vector<I2cAdapter>& adapters);
 
 /// Reads the EDID base block on an adapter's bus; none when nothing answers there.

@@ -65,7 +65,7 @@ struct Card {
 Card readCard(const std::filesystem::path& entry)
 {
     const std::filesystem::path device = resolved(entry / "device");
-    return {device, resolved(device / "driver").filename().string()};
+    return {device, linkTarget(device / "driver").filename().string()};
 }
 
 void readState(Connector& connector)
@@ -74,12 +74,20 @@ void readState(Connector& connector)
     connector.isConnected = readAttribute(connector.path / "status") == "connected";
     if (!connector.isConnected)
         return;
-    const bool isRecorded = !leavesRecordsAside(connector.driver);
-    const std::optional<std::string> enabled = readAttribute(connector.path / "enabled");
-    const std::optional<std::string> dpms = readAttribute(connector.path / "dpms");
-    connector.isDriven = !isRecorded || !enabled || *enabled == "enabled";
-    connector.isAsleep = isRecorded && dpms && !dpms->empty() && *dpms != "On";
+    readPowerState(connector);
     connector.edid = parseEdid(readBytes(connector.path / "edid", edidLimit));
+}
+
+void readWiring(Connector& connector)
+{
+    for (const std::string& entry : entryNames(connector.path)) {
+        if (const std::optional<int> bus = busNumber(entry))
+            connector.ownBuses.push_back(*bus);
+        else if (entry == "ddc")
+            connector.linkedBus = busNumber(linkTarget(connector.path / entry).filename().string());
+        else if (entry == "typec_connector")
+            connector.isTypeC = true;
+    }
 }
 
 /// The connector without its state.
@@ -129,7 +137,9 @@ std::vector<Connector> readConnectors(const SystemPaths& paths)
         const Card& card = cards.at(connector->card);
         connector->device = card.device;
         connector->driver = card.driver;
+        connector->node = linkTarget(connector->path);
         readState(*connector);
+        readWiring(*connector);
         connectors.push_back(std::move(*connector));
     }
     countDarkDisplays(connectors);
@@ -138,34 +148,25 @@ std::vector<Connector> readConnectors(const SystemPaths& paths)
     return connectors;
 }
 
-std::vector<WiredConnector> readWiring(const std::vector<Connector>& connectors)
+void readPowerStates(std::vector<Connector>& connectors)
 {
-    std::vector<WiredConnector> wired;
-    for (const Connector& connector : connectors) {
-        WiredConnector& each = wired.emplace_back(WiredConnector{connector, {}, {}});
-        for (const std::string& entry : entryNames(connector.path)) {
-            if (const std::optional<int> bus = busNumber(entry))
-                each.ownBuses.push_back(*bus);
-            else if (entry == "typec_connector")
-                each.isTypeC = true;
-        }
-        each.linkedBus = busNumber(resolved(connector.path / "ddc").filename().string());
+    for (Connector& each : connectors) {
+        if (each.isConnected)
+            readPowerState(each);
     }
-    return wired;
+    countDarkDisplays(connectors);
 }
 
-bool isDark(const SystemPaths& paths, std::uint32_t displayID)
+void readPowerState(Connector& connector)
 {
-    const std::filesystem::path directory = paths.sysfs / "class/drm";
-    for (const std::string& entry : entryNames(directory)) {
-        std::optional<Connector> connector = nameConnector(directory, entry);
-        if (!connector || connector->displayID != displayID)
-            continue;
-        connector->driver = readCard(directory / connector->card).driver;
-        readState(*connector);
-        return connector->isConnected && (connector->isAsleep || !connector->isDriven);
+    if (leavesRecordsAside(connector.driver)) {
+        connector.isDriven = true;
+        return;
     }
-    return false;
+    const std::optional<std::string> enabled = readAttribute(connector.path / "enabled");
+    const std::optional<std::string> dpms = readAttribute(connector.path / "dpms");
+    connector.isDriven = !enabled || *enabled == "enabled";
+    connector.isAsleep = dpms && !dpms->empty() && *dpms != "On";
 }
 
 std::uint32_t displayNumber(const std::string& card, const std::string& connectorName)

@@ -27,34 +27,33 @@ struct Connector {
     ConnectorKind kind = ConnectorKind::other;
     std::uint32_t displayID = 0;
     std::filesystem::path path;   ///< in /sys/class/drm
+    std::filesystem::path node;   ///< the same place in the tree of devices
     std::filesystem::path device; ///< the card's device, resolved
     std::string driver;           ///< of the card
     bool isConnected = false;
     bool isDriven = false; ///< shows a picture now; so does a display that is asleep
     bool isAsleep = false; ///< its picture is switched off for power saving
     std::optional<Edid> edid;
+    std::vector<int> ownBuses;    ///< numbers of the I2C adapters that the driver put into the connector
+    std::optional<int> linkedBus; ///< number of the adapter that the driver's `ddc` link names
+    bool isTypeC = false;         ///< reached through a USB-C socket
 
     /// A display that people see: connected, and given a picture. A connected root of a chain of monitors and a
     /// monitor that is switched off in the settings are none.
     bool isDisplay() const { return isConnected && isDriven && kind != ConnectorKind::unusable; }
-};
-
-/// A connector with the I2C adapters that its driver names.
-struct WiredConnector : Connector {
-    std::vector<int> ownBuses;    ///< numbers of the adapters that the driver put into the connector
-    std::optional<int> linkedBus; ///< number of the adapter that the driver's `ddc` link names
-    bool isTypeC = false;         ///< reached through a USB-C socket
+    /// A monitor is connected, and its picture is off.
+    bool isDark() const { return isConnected && (isAsleep || !isDriven); }
 };
 
 /// All connectors: panels first, then in the order of their names. When none shows a picture, all connected ones
-/// count as driven and asleep. Of a connector without a monitor nothing but its name and place is read.
+/// count as driven and asleep. Of a connector without a monitor only its name, place and adapters are read.
 std::vector<Connector> readConnectors(const SystemPaths& paths);
 
-/// Adds to each connector what only the search for its I2C adapter needs.
-std::vector<WiredConnector> readWiring(const std::vector<Connector>& connectors);
+/// Reads anew which of the connected ones show a picture.
+void readPowerStates(std::vector<Connector>& connectors);
 
-/// True when a monitor is connected under this display number and its picture is off. Reads one connector.
-bool isDark(const SystemPaths& paths, std::uint32_t displayID);
+/// The same for one connector alone.
+void readPowerState(Connector& connector);
 
 /// A display number made from the connector's name alone, so that it means the same in every process and after
 /// every reconnection: card, type and index in one byte each, and for names of another form a hash with the top

@@ -28,7 +28,7 @@ bool isNouveauName(std::string_view name)
 
 bool isPciDevice(const std::filesystem::path& directory)
 {
-    return resolved(directory / "subsystem").filename() == "pci";
+    return linkTarget(directory / "subsystem").filename() == "pci";
 }
 
 bool isDisplayController(const std::filesystem::path& pciDevice)

@@ -25,8 +25,10 @@ public:
         if (!backlight)
             return ENODEV;
         const std::optional<std::int64_t> raw = readNumber(backlight->path / "brightness");
-        if (!raw)
+        if (!raw) {
+            snapshot->forget();
             return EIO;
+        }
         const auto known = lastSet.find(backlight->name);
         const bool isUnchanged = known != lastSet.end() && known->second.raw == *raw;
         brightness = isUnchanged ? known->second.level : static_cast<float>(backlight->level(*raw));

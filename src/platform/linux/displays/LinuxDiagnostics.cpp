@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxDiagnostics.h"
 
-#include "platform/linux/displays/DisplaySnapshot.h"
+#include "platform/linux/displays/BusSelection.h"
 
 #include <algorithm>
 #include <fstream>
@@ -38,18 +38,12 @@ constexpr char wakeMonitor[] = "Wake the screen and refresh.";
 constexpr char connectDirectly[] = "Connect the monitor straight to the graphics card: some docks, adapters and "
                                    "switches do not pass the channel on.";
 
-/// What was found out once for all displays.
-struct Survey {
-    DisplaySnapshot snapshot;
-    std::vector<WiredConnector> connectors;
-    std::vector<I2cAdapter> adapters;
-    bool hasDeviceFiles = false; ///< the kernel offers I2C device files
-};
+using Survey = DisplayRecords;
 
 /// A path that a sandbox keeps closed counts as missing.
 bool isPresent(const std::filesystem::path& path) { return !resolved(path).empty(); }
 
-std::vector<I2cAdapter> candidatesOf(const Survey& survey, const WiredConnector& connector)
+std::vector<I2cAdapter> candidatesOf(const Survey& survey, const Connector& connector)
 {
     const BusCandidates found = busCandidates(connector, survey.connectors, survey.adapters);
     std::vector<I2cAdapter> adapters = found.linked;
@@ -73,8 +67,7 @@ Finding good(const DisplayInfo& display, std::string text)
 }
 
 /// Why no bus comes into question for the connector.
-Finding withoutCandidates(const DisplayInfo& display, const WiredConnector& connector,
-                          const BusCandidates& candidates)
+Finding withoutCandidates(const DisplayInfo& display, const Connector& connector, const BusCandidates& candidates)
 {
     if (candidates.hasTwin)
         return problem(
@@ -94,11 +87,10 @@ Finding withoutCandidates(const DisplayInfo& display, const WiredConnector& conn
                    connectDirectly);
 }
 
-Finding examinePanel(const DisplayInfo& display, const WiredConnector& connector, const Survey& survey,
+Finding examinePanel(const DisplayInfo& display, const Connector& connector, const Survey& survey,
                      const LinuxDiagnostics::AccessCheck& mayUse)
 {
-    const std::optional<Backlight> backlight =
-        chooseBacklight(connector, survey.snapshot.connectors(), survey.snapshot.backlights());
+    const std::optional<Backlight> backlight = chooseBacklight(connector, survey.connectors, survey.backlights);
     if (!backlight)
         return problem(display, "The kernel offers no backlight device for this panel.",
                        "A newer kernel or graphics driver may bring one.");
@@ -141,7 +133,7 @@ std::optional<std::string> lockHolder(const SystemPaths& paths, const std::files
 }
 
 /// Why a display without an answer gave none, when its candidates can be opened.
-Finding withoutAnswer(const DisplayInfo& display, const WiredConnector& connector,
+Finding withoutAnswer(const DisplayInfo& display, const Connector& connector,
                       const std::vector<I2cAdapter>& candidates, const SystemPaths& paths)
 {
     for (const I2cAdapter& adapter : candidates) {
@@ -158,7 +150,7 @@ Finding withoutAnswer(const DisplayInfo& display, const WiredConnector& connecto
                    connectDirectly);
 }
 
-Finding examineExternal(const DisplayInfo& display, const WiredConnector& connector, const Survey& survey,
+Finding examineExternal(const DisplayInfo& display, const Connector& connector, const Survey& survey,
                         const SystemPaths& paths, const LinuxDiagnostics::AccessCheck& mayUse)
 {
     if (display.method == ControlMethod::ddc)
@@ -171,7 +163,7 @@ Finding examineExternal(const DisplayInfo& display, const WiredConnector& connec
     const std::vector<I2cAdapter> candidates = candidatesOf(survey, connector);
     if (candidates.empty())
         return withoutCandidates(display, connector, busCandidates(connector, survey.connectors, survey.adapters));
-    if (!survey.hasDeviceFiles)
+    if (!survey.hasBusFiles)
         return problem(display, "The monitor's channel is closed while the kernel module i2c-dev is not loaded.");
     const bool mayUseOne = std::any_of(candidates.begin(), candidates.end(),
                                        [&](const I2cAdapter& each) { return mayUse(deviceFile(paths, each)); });
@@ -181,8 +173,8 @@ Finding examineExternal(const DisplayInfo& display, const WiredConnector& connec
 }
 
 /// A driver of the kernel that has taken the address which DDC/CI speaks to.
-std::optional<Finding> kernelClient(const DisplayInfo& display, const WiredConnector& connector,
-                                    const Survey& survey, const SystemPaths& paths)
+std::optional<Finding> kernelClient(const DisplayInfo& display, const Connector& connector, const Survey& survey,
+                                    const SystemPaths& paths)
 {
     for (const I2cAdapter& adapter : candidatesOf(survey, connector)) {
         const std::string client = std::to_string(adapter.number) + "-0037";
@@ -211,7 +203,7 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
         return;
     }
     std::set<std::filesystem::path> files;
-    for (const WiredConnector& connector : survey.connectors) {
+    for (const Connector& connector : survey.connectors) {
         if (!connector.isDisplay())
             continue;
         for (const I2cAdapter& adapter : candidatesOf(survey, connector))
@@ -224,7 +216,7 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
         if (!mayUse(file))
             closed += (closed.empty() ? "" : ", ") + file.string();
     }
-    if (!survey.hasDeviceFiles)
+    if (!survey.hasBusFiles)
         findings.push_back({Kind::problem,
                             {},
                             "The kernel module i2c-dev is not loaded; without it no program can "
@@ -239,8 +231,8 @@ void examineSystem(std::vector<Finding>& findings, const Survey& survey, const S
 
 } // namespace
 
-LinuxDiagnostics::LinuxDiagnostics(SystemPaths paths, AccessCheck mayUse)
-    : paths(std::move(paths)), mayUse(std::move(mayUse))
+LinuxDiagnostics::LinuxDiagnostics(SystemPaths paths, std::shared_ptr<KernelRecords> records, AccessCheck mayUse)
+    : paths(std::move(paths)), records(std::move(records)), mayUse(std::move(mayUse))
 {
 }
 
@@ -251,16 +243,14 @@ LinuxDiagnostics::AccessCheck LinuxDiagnostics::systemAccessCheck()
 
 std::vector<Finding> LinuxDiagnostics::examine(const std::vector<DisplayInfo>& displays)
 {
-    DisplaySnapshot snapshot(paths);
-    snapshot.take();
-    const Survey survey{snapshot, readWiring(snapshot.connectors()), readDisplayAdapters(paths),
-                        isPresent(paths.sysfs / "class/i2c-dev")};
+    const SharedRecords known = records->last();
+    const Survey& survey = *known;
     std::vector<Finding> findings;
     examineSystem(findings, survey, paths, mayUse);
     for (const DisplayInfo& display : displays) {
         const auto connector =
             std::find_if(survey.connectors.begin(), survey.connectors.end(),
-                         [&](const WiredConnector& each) { return each.displayID == display.displayID; });
+                         [&](const Connector& each) { return each.displayID == display.displayID; });
         if (connector == survey.connectors.end()) {
             findings.push_back(problem(display, "The graphics driver does not show which monitor this is."));
         } else if (connector->kind == ConnectorKind::panel) {

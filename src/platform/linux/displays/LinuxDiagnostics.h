@@ -4,10 +4,10 @@
 #pragma once
 
 #include "displays/Diagnostics.h"
-#include "platform/linux/displays/BusSelection.h"
-#include "platform/linux/displays/Sysfs.h"
+#include "platform/linux/displays/KernelRecords.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +19,8 @@ public:
     /// True when this process may read and write the file.
     using AccessCheck = std::function<bool(const std::filesystem::path&)>;
 
-    explicit LinuxDiagnostics(SystemPaths paths, AccessCheck mayUse = systemAccessCheck());
+    LinuxDiagnostics(SystemPaths paths, std::shared_ptr<KernelRecords> records,
+                     AccessCheck mayUse = systemAccessCheck());
 
     std::vector<Finding> examine(const std::vector<DisplayInfo>& displays) override;
 
@@ -27,6 +28,7 @@ public:
 
 private:
     SystemPaths paths;
+    std::shared_ptr<KernelRecords> records;
     AccessCheck mayUse;
 };
 

@@ -36,7 +36,7 @@ std::string monitorInterface(const Edid& edid)
 }
 
 /// The route without its channel. The monitor's end is told where it speaks something else than the socket.
-Route describe(const WiredConnector& connector)
+Route describe(const Connector& connector)
 {
     Route route;
     route.upstream = connector.isTypeC ? "USB-C" : plainName(connector.type);
@@ -54,8 +54,8 @@ Route describe(const WiredConnector& connector)
 /// The search for the channels of one inspection. Each bus is asked for its EDID once, however many connectors it
 /// may belong to.
 struct Search {
-    std::vector<WiredConnector> connectors;
-    std::vector<I2cAdapter> adapters;
+    const std::vector<Connector>& connectors;
+    const std::vector<I2cAdapter>& adapters;
     std::shared_ptr<I2cDriver> driver;
     Pause pause;
     LogSink log;
@@ -80,7 +80,7 @@ struct Search {
         return result;
     }
 
-    std::shared_ptr<AVService> openChannel(const WiredConnector& connector)
+    std::shared_ptr<AVService> openChannel(const Connector& connector)
     {
         if (connector.kind != ConnectorKind::external || !connector.edid)
             return nullptr;
@@ -95,28 +95,23 @@ struct Search {
 
 } // namespace
 
-LinuxRoutes::LinuxRoutes(SystemPaths paths, std::shared_ptr<DisplaySnapshot> snapshot,
-                         std::shared_ptr<I2cDriver> driver, Pause pause, LogSink log)
-    : paths(std::move(paths)), snapshot(std::move(snapshot)), driver(std::move(driver)), pause(std::move(pause)),
-      log(std::move(log))
+LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, Pause pause,
+                         LogSink log)
+    : snapshot(std::move(snapshot)), driver(std::move(driver)), pause(std::move(pause)), log(std::move(log))
 {
 }
 
 std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
 {
     snapshot->take();
-    Search search{readWiring(snapshot->connectors()), readDisplayAdapters(paths), driver, pause, log, {}};
+    Search search{snapshot->connectors(), snapshot->adapters(), driver, pause, log, {}};
     std::vector<Route> routes;
     for (const DisplayInfo& display : displays) {
-        const auto connector = std::find_if(search.connectors.begin(), search.connectors.end(),
-                                            [&display](const WiredConnector& each) {
-                                                return each.displayID == display.displayID && each.isDisplay();
-                                            });
         Route& route = routes.emplace_back();
-        if (connector == search.connectors.end())
-            continue;
-        route = describe(*connector);
-        route.service = search.openChannel(*connector);
+        if (const Connector* connector = snapshot->display(display.displayID)) {
+            route = describe(*connector);
+            route.service = search.openChannel(*connector);
+        }
     }
     return routes;
 }
@@ -125,6 +120,16 @@ std::optional<std::string> LinuxRoutes::identifier(std::uint32_t displayID)
 {
     const Connector* display = snapshot->display(displayID);
     return display ? std::optional(displayUuid(*display, snapshot->connectors())) : std::nullopt;
+}
+
+bool LinuxRoutes::isDark(std::uint32_t displayID)
+{
+    const Connector* display = snapshot->display(displayID);
+    if (!display)
+        return false;
+    Connector now = *display;
+    readPowerState(now);
+    return now.isDark();
 }
 
 } // namespace lumenvale

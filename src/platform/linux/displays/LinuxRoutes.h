@@ -17,15 +17,15 @@ namespace lumenvale {
 class LinuxRoutes final : public DisplayRoutes {
 public:
     /// Takes `snapshot` anew whenever a round begins.
-    LinuxRoutes(SystemPaths paths, std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver,
-                Pause pause, LogSink log);
+    LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, Pause pause,
+                LogSink log);
 
     std::vector<Route> find(const std::vector<DisplayInfo>& displays) override;
     void beginRound() override { snapshot->take(); }
     std::optional<std::string> identifier(std::uint32_t displayID) override;
+    bool isDark(std::uint32_t displayID) override;
 
 private:
-    SystemPaths paths;
     std::shared_ptr<DisplaySnapshot> snapshot;
     std::shared_ptr<I2cDriver> driver;
     Pause pause;

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxScreenSource.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lumenvale {
 
-LinuxScreenSource::LinuxScreenSource(SystemPaths paths, WindowSystem* windowSystem)
-    : paths(std::move(paths)), windowSystem(windowSystem)
+LinuxScreenSource::LinuxScreenSource(std::shared_ptr<KernelRecords> records, WindowSystem* windowSystem)
+    : records(std::move(records)), windowSystem(windowSystem)
 {
 }
 
@@ -15,14 +16,23 @@ std::vector<WindowScreen> LinuxScreenSource::windowScreens() const
     return windowSystem ? windowSystem->screens() : std::vector<WindowScreen>();
 }
 
-std::vector<Screen> LinuxScreenSource::screens() { return joinScreens(readConnectors(paths), windowScreens()); }
+std::vector<Screen> LinuxScreenSource::screens()
+{
+    return joinScreens(records->last()->connectors, windowScreens());
+}
 
-bool LinuxScreenSource::isAsleep(std::uint32_t displayID) { return isDark(paths, displayID); }
+bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
+{
+    const SharedRecords known = records->last();
+    return std::ranges::any_of(known->connectors, [displayID](const Connector& each) {
+        return each.displayID == displayID && each.isDark();
+    });
+}
 
 std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 {
     const std::vector<WindowScreen> windows = windowScreens();
-    const std::vector<Screen> joined = joinScreens(readConnectors(paths), windows);
+    const std::vector<Screen> joined = joinScreens(records->last()->connectors, windows);
     std::size_t position = 0; // the window system's screens come first, in its order; nameless ones are left out
     for (const WindowScreen& each : windows) {
         if (each.name.empty())

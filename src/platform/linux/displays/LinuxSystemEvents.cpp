@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxSystemEvents.h"
 
-#include "platform/linux/displays/Connector.h"
+#include "base/Worker.h"
 #include "platform/linux/displays/Logind.h"
 #include "platform/linux/displays/Uevent.h"
 
@@ -14,12 +14,14 @@ namespace lumenvale {
 namespace {
 
 /// Everything that a new probing could depend on.
-std::string topologyText(const SystemPaths& paths, const std::vector<Connector>& connectors)
+std::string topologyText(const DisplayRecords& records)
 {
     std::string text;
-    for (const std::string& bus : entryNames(paths.sysfs / "class/i2c-dev"))
+    for (const std::string& bus : records.busFiles)
         text += bus + ' ';
-    for (const Connector& connector : connectors) {
+    for (const Backlight& backlight : records.backlights)
+        text += backlight.name + ' ';
+    for (const Connector& connector : records.connectors) {
         if (!connector.isConnected)
             continue;
         text += connector.path.string() + (connector.isDriven ? '+' : '-');
@@ -29,15 +31,25 @@ std::string topologyText(const SystemPaths& paths, const std::vector<Connector>&
     return text;
 }
 
-bool areAllAsleep(const std::vector<Connector>& connectors)
+bool areAllAsleep(const DisplayRecords& records)
 {
     const auto isAwake = [](const Connector& each) { return each.isDisplay() && !each.isAsleep; };
     const auto isDisplay = [](const Connector& each) { return each.isDisplay(); };
-    return std::any_of(connectors.begin(), connectors.end(), isDisplay) &&
-           std::none_of(connectors.begin(), connectors.end(), isAwake);
+    return std::ranges::any_of(records.connectors, isDisplay) && std::ranges::none_of(records.connectors, isAwake);
 }
 
 } // namespace
+
+RecordsLook lookInBackground(std::shared_ptr<KernelRecords> records, MainThread& mainThread)
+{
+    return [records = std::move(records), &mainThread, worker = std::shared_ptr<Worker>()](Look what) mutable {
+        if (!worker)
+            worker = std::make_shared<Worker>();
+        return runOnWorker<SharedRecords>(*worker, mainThread, [records, what](const CancellationToken&) {
+            return what == Look::power ? records->readPower() : records->readAnew();
+        });
+    };
+}
 
 struct LinuxSystemEvents::Sources {
     UeventSocket uevents;
@@ -46,8 +58,9 @@ struct LinuxSystemEvents::Sources {
     Subscription windowScreens;
 };
 
-LinuxSystemEvents::LinuxSystemEvents(SystemPaths paths, WindowSystem* windowSystem, Clock& clock)
-    : paths(std::move(paths)), windowSystem(windowSystem), clock(clock)
+LinuxSystemEvents::LinuxSystemEvents(std::shared_ptr<KernelRecords> records, RecordsLook look,
+                                     WindowSystem* windowSystem, Clock& clock)
+    : records(std::move(records)), look(std::move(look)), windowSystem(windowSystem), clock(clock)
 {
 }
 
@@ -66,9 +79,9 @@ Subscription LinuxSystemEvents::subscribe(std::function<void(SystemEvent)> obser
 
 void LinuxSystemEvents::startListening()
 {
-    lastTopology = topologyText(paths, readConnectors(paths));
+    lastTopology = topologyText(*records->last());
     lastEmission = clock.now();
-    powerTimer = clock.callAfter(powerCheckInterval, [this] { checkPower(); });
+    powerTimer = clock.callAfter(powerCheckInterval, [this] { checking.run(checkPower()); });
     sources = std::make_unique<Sources>();
     sources->sleepWatch = std::make_unique<SleepWatch>(QDBusConnection::systemBus(), [this](bool isGoingToSleep) {
         events.emit(isGoingToSleep ? SystemEvent::systemWillSleep : SystemEvent::systemDidWake);
@@ -77,10 +90,8 @@ void LinuxSystemEvents::startListening()
         sources->notifier =
             std::make_unique<QSocketNotifier>(sources->uevents.descriptor(), QSocketNotifier::Read);
         QObject::connect(sources->notifier.get(), &QSocketNotifier::activated, sources->notifier.get(), [this] {
-            while (const std::optional<Uevent> event = sources->uevents.receive()) {
-                if (concernsDisplays(*event))
-                    announced();
-            }
+            if (sources->uevents.takeIn(concernsDisplays))
+                announced();
         });
     }
     if (windowSystem)
@@ -96,33 +107,46 @@ void LinuxSystemEvents::changedForCertain()
 void LinuxSystemEvents::announced()
 {
     if (settleTimer == 0)
-        settleTimer = clock.callAfter(settleTime, [this] { settle(); });
+        settleTimer = clock.callAfter(settleTime, [this] { settling.run(settle()); });
 }
 
-void LinuxSystemEvents::settle()
+Task<> LinuxSystemEvents::settle()
 {
     settleTimer = 0;
-    const std::vector<Connector> connectors = readConnectors(paths);
-    std::string topology = topologyText(paths, connectors);
+    checks = 0;
+    Task<SharedRecords> looking = look(Look::everything);
+    const SharedRecords found = co_await std::move(looking);
+    std::string topology = topologyText(*found);
     const bool isChanged = topology != lastTopology;
     lastTopology = std::move(topology);
     if (!isChanged && clock.now() - lastEmission < idleAnnouncementInterval)
-        return;
+        co_return;
     lastEmission = clock.now();
-    wasChangedInTheDark = areAllAsleep(connectors);
+    wasChangedInTheDark = areAllAsleep(*found);
     if (wasChangedInTheDark)
-        checkPower(); // watches for their return from now on
+        showPower(*found); // watches for their return from now on
     events.emit(SystemEvent::screenParametersChanged);
 }
 
-void LinuxSystemEvents::checkPower()
+Task<> LinuxSystemEvents::checkPower()
 {
-    const std::vector<Connector> connectors = readConnectors(paths);
-    const bool isAsleep = areAllAsleep(connectors);
-    if (topologyText(paths, connectors) != lastTopology)
+    powerTimer = 0;
+    const bool isFullLook = ++checks >= checksPerFullLook;
+    if (isFullLook)
+        checks = 0;
+    Task<SharedRecords> looking = look(isFullLook ? Look::everything : Look::power);
+    const SharedRecords found = co_await std::move(looking);
+    if (topologyText(*found) != lastTopology)
         announced(); // some changes are not announced: a picture switched on by the desktop
+    showPower(*found);
+}
+
+void LinuxSystemEvents::showPower(const DisplayRecords& found)
+{
+    const bool isAsleep = areAllAsleep(found);
     clock.cancel(powerTimer);
-    powerTimer = clock.callAfter(isAsleep ? wakeCheckInterval : powerCheckInterval, [this] { checkPower(); });
+    powerTimer =
+        clock.callAfter(isAsleep ? wakeCheckInterval : powerCheckInterval, [this] { checking.run(checkPower()); });
     if (std::exchange(areScreensAsleep, isAsleep) != isAsleep)
         events.emit(isAsleep ? SystemEvent::screensDidSleep : SystemEvent::screensDidWake);
     if (!isAsleep && std::exchange(wasChangedInTheDark, false))

@@ -34,18 +34,13 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::filesystem::path& f
     if (!source.isOpen())
         return std::nullopt;
     std::vector<std::uint8_t> bytes(limit);
-    std::size_t length = 0;
-    while (length < limit) {
-        const ssize_t count = ::read(source.get(), bytes.data() + length, limit - length);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        length += static_cast<std::size_t>(count);
-    }
-    bytes.resize(length);
+    ssize_t count = 0; // the kernel hands an attribute out whole, in one read
+    do
+        count = ::read(source.get(), bytes.data(), limit);
+    while (count < 0 && errno == EINTR);
+    if (count < 0)
+        return std::nullopt;
+    bytes.resize(static_cast<std::size_t>(count));
     return bytes;
 }
 
@@ -105,6 +100,13 @@ std::filesystem::path resolved(const std::filesystem::path& path)
     std::error_code error;
     std::filesystem::path result = std::filesystem::canonical(path, error);
     return error ? std::filesystem::path() : result;
+}
+
+std::filesystem::path linkTarget(const std::filesystem::path& link)
+{
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::read_symlink(link, error);
+    return error ? std::filesystem::path() : (link.parent_path() / target).lexically_normal();
 }
 
 bool isWithin(const std::filesystem::path& path, const std::filesystem::path& ancestor)

@@ -38,6 +38,9 @@ std::vector<std::string> entryNames(const std::filesystem::path& directory);
 /// The path with all links followed; empty when it does not exist.
 std::filesystem::path resolved(const std::filesystem::path& path);
 
+/// What a link leads to, which may be a link itself; empty when it is none. Cheaper than `resolved`.
+std::filesystem::path linkTarget(const std::filesystem::path& link);
+
 /// True when `path` is `ancestor` or lies below it. Both resolved; false for empty ones.
 bool isWithin(const std::filesystem::path& path, const std::filesystem::path& ancestor);
 

@@ -40,12 +40,19 @@ bool concernsDisplays(const Uevent& event)
 {
     const std::string_view subsystem = value(event, "SUBSYSTEM");
     const std::string_view action = value(event, "ACTION");
-    if (subsystem == "i2c-dev")
+    if (subsystem == "i2c-dev" || subsystem == "backlight")
         return action == "add";
     if (subsystem != "drm")
         return false;
     // A changed property, such as content protection, is announced as a hot plug too.
     return action != "change" || (value(event, "HOTPLUG") == "1" && value(event, "PROPERTY").empty());
+}
+
+bool changesRecords(const Uevent& event)
+{
+    const std::string_view subsystem = value(event, "SUBSYSTEM");
+    const bool isBus = subsystem == "i2c" || subsystem == "i2c-dev" || subsystem == "backlight";
+    return concernsDisplays(event) || (isBus && value(event, "ACTION") != "change");
 }
 
 UeventSocket::UeventSocket()
@@ -59,7 +66,15 @@ UeventSocket::UeventSocket()
         socket = std::move(opened);
 }
 
-std::optional<Uevent> UeventSocket::receive()
+bool UeventSocket::takeIn(bool (*isOfTheKind)(const Uevent&))
+{
+    bool isNews = false;
+    while (const std::optional<Uevent> event = receive(isNews))
+        isNews = isNews || isOfTheKind(*event);
+    return isNews;
+}
+
+std::optional<Uevent> UeventSocket::receive(bool& areSomeLost)
 {
     std::array<char, 8192> buffer; // the kernel's own limit is 2048 bytes
     while (socket.isOpen()) {
@@ -67,8 +82,10 @@ std::optional<Uevent> UeventSocket::receive()
         socklen_t senderSize = sizeof sender;
         const ssize_t length = ::recvfrom(socket.get(), buffer.data(), buffer.size(), 0,
                                           reinterpret_cast<sockaddr*>(&sender), &senderSize);
-        if (length < 0 && (errno == EINTR || errno == ENOBUFS))
-            continue; // ENOBUFS: some were lost; those that follow tell the same
+        if (length < 0 && (errno == EINTR || errno == ENOBUFS)) {
+            areSomeLost = areSomeLost || errno == ENOBUFS;
+            continue;
+        }
         if (length < 0)
             return std::nullopt;
         const bool isKernel = senderSize == sizeof sender && sender.nl_pid == 0;

@@ -18,8 +18,11 @@ using Uevent = std::map<std::string, std::string, std::less<>>;
 std::optional<Uevent> parseUevent(std::string_view message);
 
 /// True for what may change the displays or how they can be reached: a monitor connected or removed, a connector
-/// or graphics card that comes or goes, an I2C device file that appears.
+/// or graphics card that comes or goes, an I2C device file or a backlight device that appears.
 bool concernsDisplays(const Uevent& event);
+
+/// True for what may make the kernel's records of the displays differ from those that were read before.
+bool changesRecords(const Uevent& event);
 
 class UeventSocket {
 public:
@@ -29,10 +32,13 @@ public:
     bool isOpen() const { return socket.isOpen(); }
     int descriptor() const { return socket.get(); }
 
-    /// The next announcement of the kernel itself that has arrived; none when there is no other.
-    std::optional<Uevent> receive();
+    /// Takes in what has arrived. True when one of the announcements is of the kind, or some were lost.
+    bool takeIn(bool (*isOfTheKind)(const Uevent&));
 
 private:
+    /// The next announcement of the kernel itself; none when there is no other.
+    std::optional<Uevent> receive(bool& areSomeLost);
+
     FileDescriptor socket;
 };
 
