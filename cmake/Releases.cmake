@@ -26,6 +26,8 @@ endfunction()
 
 # lumenvale_debian_changelog(PACKAGE FILE): the same as Debian's packages carry them, compressed.
 function(lumenvale_debian_changelog package file)
+  cmake_path(GET file PARENT_PATH folder)
+  file(MAKE_DIRECTORY ${folder})
   execute_process(OUTPUT_FILE ${file} COMMAND_ERROR_IS_FATAL ANY
     COMMAND awk -v package=${package} -f ${PROJECT_SOURCE_DIR}/packaging/debian/changelog.awk ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
   execute_process(COMMAND gzip -9nf ${file} COMMAND_ERROR_IS_FATAL ANY)
