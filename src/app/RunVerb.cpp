@@ -27,7 +27,8 @@ int runOn(Platform& platform, MainThread& mainThread, const CommandLine& line, c
           std::ostream& out, std::ostream& err)
 {
     DisplayHardware hardware(std::move(platform.hardware), mainThread);
-    VerbContext context{*platform.screens, hardware, *platform.diagnostics, *platform.defaults, out, err, reports};
+    VerbContext context{
+        *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err, reports};
     // A task that ends before the loop begins would quit a loop that is not there: start it from within.
     const Task<> root = runAndQuit(line.verb->run(context, line.values));
     mainThread.post([&root] { root.start(); });

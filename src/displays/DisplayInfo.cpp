@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "displays/DisplayInfo.h"
 
+#include "base/Words.h"
+
 #include <algorithm>
 #include <cmath>
 #include <ios>
@@ -51,6 +53,11 @@ std::string_view rawValue(ControlMethod method)
         break;
     }
     return "Hardware control unavailable";
+}
+
+std::string_view methodText(ControlMethod method, const Words& words)
+{
+    return method == ControlMethod::apple ? words.nativeMethod : rawValue(method);
 }
 
 std::string_view description(BrightnessError error)

@@ -11,11 +11,16 @@
 
 namespace lumenvale {
 
+struct Words;
+
 /// How a display's brightness is controlled.
 enum class ControlMethod { apple, ddc, unavailable };
 
 /// The method's name as `list --json` writes it, the same on every system.
 std::string_view rawValue(ControlMethod method);
+
+/// The text shown to the user.
+std::string_view methodText(ControlMethod method, const Words& words);
 
 /// Why a brightness could not be set or confirmed.
 enum class BrightnessError { disconnected, writeFailed, readFailed, mismatch };

@@ -10,8 +10,12 @@ tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options,
 {
     auto platform = options.simulationFolder ? makeSimulatedPlatform(options, clock)
                                              : makeNativePlatform(options, clock, mainThread);
-    if (platform)
-        platform->hardware.log = options.log;
+    if (!platform)
+        return platform;
+    platform->hardware.log = options.log;
+    platform->words = nativeWords();
+    if (options.simulationFolder) // a simulated monitor is no backlight of this system
+        platform->words.nativeMethod = rawValue(ControlMethod::apple);
     return platform;
 }
 

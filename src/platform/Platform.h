@@ -7,6 +7,7 @@
 #include "base/Clock.h"
 #include "base/MainThread.h"
 #include "base/UserDefaults.h"
+#include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/ScreenSource.h"
 #include "displays/SystemEvents.h"
@@ -39,6 +40,7 @@ struct Platform {
     std::unique_ptr<SystemEvents> events;
     std::unique_ptr<Diagnostics> diagnostics;
     HardwareAccess hardware;
+    Words words;
 };
 
 /// Makes the platform: simulated where the options name a folder, else the native one. Main thread, after the
@@ -46,7 +48,11 @@ struct Platform {
 tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options, Clock& clock,
                                                  MainThread& mainThread);
 
-/// The native part of `makePlatform`, for real displays. Defined once per system.
+// Each is defined once per system.
+
+/// The native part of `makePlatform`, for real displays.
 Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& mainThread);
+/// What the system calls the things that users see the program in. With simulated displays, too.
+Words nativeWords();
 
 } // namespace lumenvale

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "presets/PresetShortcut.h"
 
+#include "base/Words.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace lumenvale {
 
@@ -49,7 +52,9 @@ std::string recordedLabel(const KeyEvent& event)
     const auto special = std::ranges::find(specialKeys, event.keyCode, &SpecialKey::code);
     if (special != std::end(specialKeys))
         return std::string(special->label);
-    return event.characters.empty() ? keyText(event.keyCode) : upperCasedAscii(event.characters);
+    if (!event.characters.empty())
+        return upperCasedAscii(event.characters);
+    return event.keyName.empty() ? keyText(event.keyCode) : event.keyName;
 }
 
 } // namespace
@@ -72,21 +77,21 @@ std::uint32_t carbonModifiers(const PresetShortcut& shortcut)
            (shortcut.option ? HotKeyModifier::option : 0) | (shortcut.control ? HotKeyModifier::control : 0);
 }
 
-std::string displayLabel(const PresetShortcut& shortcut)
+std::string displayLabel(const PresetShortcut& shortcut, const Words& words)
 {
     std::string label;
-    if (shortcut.control)
-        label += "⌃";
-    if (shortcut.option)
-        label += "⌥";
-    if (shortcut.shift)
-        label += "⇧";
-    if (shortcut.command)
-        label += "⌘";
+    for (const auto& [isHeld, text] :
+         {std::pair(shortcut.control, words.control), std::pair(shortcut.option, words.option),
+          std::pair(shortcut.shift, words.shift), std::pair(shortcut.command, words.command)}) {
+        if (isHeld)
+            label += text;
+    }
     if (shortcut.functionKey >= 1)
         return label + "F" + std::to_string(shortcut.functionKey);
-    return label +
-           (shortcut.recordedKeyLabel ? *shortcut.recordedKeyLabel : keyText(keyCode(shortcut).value_or(0)));
+    const std::uint32_t code = keyCode(shortcut).value_or(0);
+    if (const auto key = std::ranges::find(words.keys, code, &KeyName::keyCode); key != words.keys.end())
+        return label.append(key->name);
+    return label + (shortcut.recordedKeyLabel ? *shortcut.recordedKeyLabel : keyText(code));
 }
 
 bool collide(const PresetShortcut& a, const PresetShortcut& b)

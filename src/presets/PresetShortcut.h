@@ -9,6 +9,8 @@
 
 namespace lumenvale {
 
+struct Words;
+
 struct PresetShortcut {
     std::int64_t functionKey = 0; ///< 1 to 20; 0 for a recorded key
     bool command = false;
@@ -49,6 +51,7 @@ struct KeyEvent {
     /// What the key types without modifiers, in UTF-8; may be empty. The maker of the event, who has the system's
     /// Unicode tables, upper-cases it; of what comes in lower case, only ASCII letters are upper-cased here.
     std::string characters;
+    std::string keyName; ///< what the keyboard map calls a key that types nothing, in UTF-8; may be empty
 };
 
 /// The virtual key code of function key 1 to 20; none for other numbers.
@@ -59,8 +62,8 @@ std::optional<std::uint32_t> keyCode(const PresetShortcut& shortcut);
 /// HotKeyModifier bits.
 std::uint32_t carbonModifiers(const PresetShortcut& shortcut);
 
-/// "⌃⌥F17", "⇧⌘K".
-std::string displayLabel(const PresetShortcut& shortcut);
+/// "⌃⌥F17", "⇧⌘K", in the words of a Linux desktop "Shift+Super+K".
+std::string displayLabel(const PresetShortcut& shortcut, const Words& words);
 
 /// True when both mean the same key with the same modifiers; two shortcuts without a key code count as equal.
 bool collide(const PresetShortcut& a, const PresetShortcut& b);

@@ -41,8 +41,8 @@ protected:
     void start()
     {
         delegate.reset();
-        delegate = std::make_unique<AppDelegate>(
-            AppServices{hardware, defaults, screens, events, diagnostics, startup, &hotKeys, clock, shell, {}});
+        delegate = std::make_unique<AppDelegate>(AppServices{
+            hardware, defaults, screens, events, diagnostics, startup, &hotKeys, clock, shell, portableWords, {}});
         delegate->applicationDidFinishLaunching();
     }
     void launch() { start(), settle(); }

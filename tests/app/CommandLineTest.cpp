@@ -103,8 +103,14 @@ private:
         Platform platform = makeHere(options);
         platform.hardware.pause = [](std::chrono::microseconds) {};
         DisplayHardware hardware(std::move(platform.hardware), mainThread);
-        VerbContext context{
-            *platform.screens, hardware, *platform.diagnostics, *platform.defaults, out, err, reports};
+        VerbContext context{*platform.screens,
+                            hardware,
+                            *platform.diagnostics,
+                            *platform.defaults,
+                            platform.words,
+                            out,
+                            err,
+                            reports};
         const int status = awaitResult(mainThread, line->verb->run(context, line->values));
         return {status, out.str(), err.str(), ""};
     }

@@ -225,7 +225,7 @@ def shortcut_applies_its_preset_from_any_program(session):
         row = wait_until(lambda: next((each for each in other.controls(window)
                                        if (each.get_name() or "").startswith("Noon_&_sun")), None), "the preset's row")
         other.click(row)
-        taken = "⌃⌥K is already used by the desktop or another program."
+        taken = "Ctrl+Alt+K is already used by the desktop or another program."
         wait_until(lambda: any(each.get_name() == taken for each in other.controls(window)), "the refusal shows")
         wait_until(lambda: other.brightness(STUDIO) == 90, "selecting the preset applies it")
     finally:

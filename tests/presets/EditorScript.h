@@ -3,6 +3,7 @@
 // reaches the editor from within, as an eager observer would pass it on, and again on the next turn of the loop.
 #pragma once
 
+#include "base/Words.h"
 #include "presets/PresetEditor.h"
 #include "support/StoreScript.h"
 
@@ -90,7 +91,7 @@ protected:
         std::string result;
         for (const auto& [display, level] : preset.values)
             result += display + " " + percentageText({.method = ControlMethod::ddc}, level) + " ";
-        return result + (preset.shortcut ? displayLabel(*preset.shortcut) : "");
+        return result + (preset.shortcut ? displayLabel(*preset.shortcut, portableWords) : "");
     }
     std::map<std::string, std::string> state() const override
     {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presets/GlobalShortcuts.h"
+#include "base/Words.h"
 
 #include "support/FakeHotKeyService.h"
 
@@ -79,12 +80,13 @@ TEST_F(GlobalShortcutsTest, SlowNoSequenceOfChangesAndPressesLosesAKeyOrMeansThe
                 expected.clear();
                 for (const BrightnessPreset& each : presets) {
                     const bool works = each.shortcut && !errors.contains(each.id);
-                    ASSERT_TRUE(!works || expected.emplace(displayLabel(*each.shortcut), each.id).second);
+                    ASSERT_TRUE(!works ||
+                                expected.emplace(displayLabel(*each.shortcut, portableWords), each.id).second);
                 }
                 ASSERT_EQ(service.live.size(), expected.size());
             } else {
                 const PresetShortcut pressed = anyKey();
-                const auto meant = expected.find(displayLabel(pressed));
+                const auto meant = expected.find(displayLabel(pressed, portableWords));
                 const auto wanted = meant == expected.end() ? std::vector<Uuid>() : std::vector{meant->second};
                 service.press(pressed);
                 ASSERT_EQ(std::exchange(activated, {}), wanted);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/Json.h"
+#include "base/Words.h"
 #include "presets/BrightnessPreset.h"
 
 #include <cmath>
@@ -31,7 +32,7 @@ BrightnessPreset evening() { return decodePresets(bytes(eveningText)).value().at
 TEST(PresetJson, TheDocumentHasTheFieldsInTheirOrderLeavesOutWhatIsAbsentAndIsReadBack)
 {
     EXPECT_EQ(textOf({evening()}), eveningText);
-    EXPECT_EQ(displayLabel(*evening().shortcut), "⇧⌘⎋");
+    EXPECT_EQ(displayLabel(*evening().shortcut, portableWords), "⇧⌘⎋");
     BrightnessPreset bare{Uuid(), "", std::nullopt, {}, {}};
     EXPECT_EQ(textOf({bare}),
               R"([{"id":"00000000-0000-0000-0000-000000000000","name":"","values":{},"displayNames":{}}])");

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presets/PresetShortcut.h"
+#include "base/Words.h"
 
 #include <gtest/gtest.h>
 
@@ -53,15 +54,15 @@ TEST(PresetShortcut, ARecordedKeyKeepsItsCodeItsLabelAndTheFourModifiers)
         ASSERT_EQ(recorded.has_value(), row.label != nullptr) << row.event.keyCode;
         if (!recorded)
             continue;
-        EXPECT_EQ(displayLabel(*recorded), row.label);
+        EXPECT_EQ(displayLabel(*recorded, portableWords), row.label);
         EXPECT_EQ(carbonModifiers(*recorded), row.carbon) << row.label;
         EXPECT_EQ(recorded->recordedKeyCode, row.event.keyCode);
         EXPECT_EQ(recorded->functionKey, row.event.keyCode == 106 ? 16 : 0);
     }
     PresetShortcut nameless = *shortcutFromKeyEvent(keyDown(40, command, "k"));
     nameless.recordedKeyLabel.reset();
-    EXPECT_EQ(displayLabel(nameless), "⌘Key 40");
-    EXPECT_EQ(displayLabel(PresetShortcut()), "Key 0");
+    EXPECT_EQ(displayLabel(nameless, portableWords), "⌘Key 40");
+    EXPECT_EQ(displayLabel(PresetShortcut(), portableWords), "Key 0");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presets/PresetStore.h"
+#include "base/Words.h"
 
 #include "base/MemoryUserDefaults.h"
 
@@ -82,7 +83,7 @@ TEST_F(PresetStoreTest, NewPresetsTakeTheFirstFreeNameAndTheFirstFreeOfF16ToF20)
     const auto add = [&] {
         const BrightnessPreset added = store.addPreset({{"a", 0.5}, {"b", std::nan("")}}, {{"a", "A"}});
         EXPECT_EQ(added.values, (Levels{{"a", 0.5}}));
-        return added.name + " " + (added.shortcut ? displayLabel(*added.shortcut) : "");
+        return added.name + " " + (added.shortcut ? displayLabel(*added.shortcut, portableWords) : "");
     };
     for (const char* expected : {"Preset 1 F16", "Preset 2 F17", "Preset 3 F18", "Preset 4 F19", "Preset 5 F20"})
         EXPECT_EQ(add(), expected);
@@ -134,7 +135,7 @@ TEST_F(PresetStoreTest, AShortcutOfAnotherPresetIsRefusedUntilAFreeOneIsGiven)
     EXPECT_TRUE(store.setShortcut(store.presets->at(0).shortcut, store.presets->at(0).id)) << "its own";
     const std::map<Uuid, std::string> refused{{second, "This shortcut is already assigned to another preset."}};
     EXPECT_FALSE(store.setShortcut(recorded(40), second));
-    EXPECT_EQ(displayLabel(*store.preset(second)->shortcut), "F17");
+    EXPECT_EQ(displayLabel(*store.preset(second)->shortcut, portableWords), "F17");
     EXPECT_TRUE(store.setShortcut(recorded(41), second));
     EXPECT_TRUE(store.shortcutErrors->empty());
     EXPECT_FALSE(store.setShortcut(recorded(40), second));

@@ -2,6 +2,7 @@
 // A hot-key service whose keys the test presses.
 #pragma once
 
+#include "base/Words.h"
 #include "presets/HotKeyService.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ public:
         usedIDs.push_back(id);
         if (std::ranges::any_of(takenElsewhere, [&](const auto& each) { return collide(each, shortcut); }) ||
             find(shortcut))
-            return tl::unexpected(displayLabel(shortcut) + " is taken.");
+            return tl::unexpected(displayLabel(shortcut, portableWords) + " is taken.");
         live.emplace(id, Registration{shortcut, description});
         return {};
     }

@@ -54,7 +54,7 @@ struct SettingsTest : ViewFixture {
     FakeStartupService startup;
     GeneralPreferences preferences{defaults, startup};
     FakeDiagnostics diagnostics;
-    SettingsTabController window{{*store, presets, editor, preferences, diagnostics, clock,
+    SettingsTabController window{{*store, presets, editor, preferences, diagnostics, clock, portableWords,
                                   BuildInfo{"1.0", "1", clock.wallTime() - std::chrono::hours(1)}}};
 };
 

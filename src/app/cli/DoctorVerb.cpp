@@ -43,10 +43,11 @@ std::string_view attempts(ControlMethod method)
     return "";
 }
 
-void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vector<Finding>& findings)
+void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vector<Finding>& findings,
+                  const Words& words)
 {
     out << '\n' << display.name << " (" << display.id << ")\n";
-    out << "  " << rawValue(display.method);
+    out << "  " << methodText(display.method, words);
     if (display.brightness)
         out << ", " << percentageText(display);
     out << "\n  " << attempts(display.method) << "\n  " << display.status << '\n';
@@ -69,7 +70,7 @@ Task<int> run(VerbContext& context, ArgumentValues)
     if (displays.empty())
         context.out << "\nThere is no display.\n";
     for (const DisplayInfo& display : displays)
-        printDisplay(context.out, display, findings);
+        printDisplay(context.out, display, findings, context.words);
     co_return exitDone;
 }
 

@@ -11,7 +11,7 @@ namespace lumenvale {
 
 namespace {
 
-void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays)
+void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays, const Words& words)
 {
     using Row = std::array<std::string, 4>;
     std::vector<Row> rows;
@@ -19,7 +19,7 @@ void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays)
     std::array<qsizetype, 4> widths{};
     const auto width = [](const std::string& text) { return QString::fromStdString(text).size(); };
     for (const DisplayInfo& each : displays) {
-        rows.push_back({each.name, percentageText(each), std::string(rawValue(each.method)), each.id});
+        rows.push_back({each.name, percentageText(each), std::string(methodText(each.method, words)), each.id});
         for (column = 0; column < widths.size(); ++column)
             widths[column] = std::max(widths[column], width(rows.back()[column]));
     }
@@ -38,7 +38,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
     if (values.has(jsonFlag().name))
         context.out << displaysAsJson(displays) << '\n';
     else
-        printTable(context.out, displays);
+        printTable(context.out, displays, context.words);
     if (displays.empty())
         context.err << "There is no display.\n";
     co_return context.reports == 0 ? exitDone : exitMisused;

@@ -18,12 +18,12 @@ int printJson(VerbContext& context, const std::vector<BrightnessPreset>& presets
     return exitDone;
 }
 
-void printLines(std::ostream& out, const std::vector<BrightnessPreset>& presets)
+void printLines(std::ostream& out, const std::vector<BrightnessPreset>& presets, const Words& words)
 {
     for (const BrightnessPreset& preset : presets) {
         out << displayName(preset) << "  ";
         if (preset.shortcut)
-            out << displayLabel(*preset.shortcut) << "  ";
+            out << displayLabel(*preset.shortcut, words) << "  ";
         out << preset.values.size() << (preset.values.size() == 1 ? " display  " : " displays  ")
             << preset.id.toString() << '\n';
     }
@@ -34,7 +34,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
     const PresetStore store(context.defaults);
     if (values.has(jsonFlag().name))
         co_return printJson(context, store.presets.get());
-    printLines(context.out, store.presets.get());
+    printLines(context.out, store.presets.get(), context.words);
     if (store.presets->empty())
         context.err << "There is no preset.\n";
     co_return exitDone;

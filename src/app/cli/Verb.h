@@ -7,6 +7,7 @@
 #include "app/cli/Argument.h"
 #include "base/Task.h"
 #include "base/UserDefaults.h"
+#include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/DisplayHardwareControlling.h"
 #include "displays/ScreenSource.h"
@@ -29,6 +30,7 @@ struct VerbContext {
     DisplayHardwareControlling& hardware;
     Diagnostics& diagnostics;
     UserDefaults& defaults;
+    const Words& words;
     std::ostream& out;
     std::ostream& err;
     const int& reports; ///< how many mistakes in the user's files were reported so far

@@ -250,8 +250,8 @@ void AppDelegate::showSettings()
 
 void AppDelegate::createSettingsWindow()
 {
-    auto* pages = new SettingsTabController(
-        {store, presets, presetEditor(), preferences, services.diagnostics, services.clock, services.build});
+    auto* pages = new SettingsTabController({store, presets, presetEditor(), preferences, services.diagnostics,
+                                             services.clock, services.words, services.build});
     settingsWindow = std::make_unique<SettingsWindow>(pages, presetEditor(), services.defaults);
     settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier)); // searching the themes takes time
     settingsWindow->addActions(mainMenu->actions());

@@ -8,6 +8,7 @@
 #include "app/desktop/MenuPublisher.h"
 #include "app/desktop/PanelController.h"
 #include "app/desktop/SettingsWindow.h"
+#include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/DisplayStore.h"
 #include "platform/Shell.h"
@@ -35,6 +36,7 @@ struct AppServices {
     HotKeyService* hotKeys = nullptr; ///< null: the system has none
     Clock& clock;
     Shell& shell;
+    Words words;
     BuildInfo build;
 };
 

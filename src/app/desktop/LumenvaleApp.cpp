@@ -119,6 +119,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     followAppearance(shell);
     AppDelegate delegate({hardware, *platform->defaults, *platform->screens, *platform->events,
                           *platform->diagnostics, *shell.startup, shell.hotKeys.get(), clock, shell,
+                          platform->words,
                           readBuildInfo({LUMENVALE_VERSION, LUMENVALE_BUILD_NUMBER, buildMetadata()}, parseTime)});
     const RequestReceiver requests(folder, [&delegate](std::string_view line) {
         if (const auto request = decodeRequest(line))

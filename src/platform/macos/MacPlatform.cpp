@@ -25,4 +25,6 @@ Platform makeNativePlatform(const PlatformOptions& /*options*/, Clock& clock, Ma
     return platform;
 }
 
+Words nativeWords() { return portableWords; }
+
 } // namespace lumenvale

@@ -55,7 +55,10 @@ void drawTabularText(QPainter& painter, const QRectF& box, const QString& text)
 
 } // namespace
 
-QString qString(const std::string& text) { return QString::fromStdString(text); }
+QString qString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 QString toolTipText(const QString& text)
 {

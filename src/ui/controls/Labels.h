@@ -8,10 +8,11 @@
 #include <QString>
 #include <QWidget>
 #include <string>
+#include <string_view>
 
 namespace lumenvale {
 
-QString qString(const std::string& text);
+QString qString(std::string_view text);
 
 /// A tooltip that shows the text as it is, never as markup, and wraps it where it is long.
 QString toolTipText(const QString& text);

@@ -105,9 +105,9 @@ private:
     std::vector<TextLabel*> values;
 };
 
-std::vector<DetailRow> controlRows(const DisplayInfo& display)
+std::vector<DetailRow> controlRows(const DisplayInfo& display, const Words& words)
 {
-    return {{"Control", QString::fromUtf8(rawValue(display.method).data())},
+    return {{"Control", qString(methodText(display.method, words))},
             {"Brightness", brightnessText(display)},
             {"Step", qString(stepSizeText(display))},
             {"Range", qString(rangeText(display))}};
@@ -122,10 +122,10 @@ std::vector<DetailRow> identityRows(const DisplayInfo& display)
             {"Identifier", qString(display.id)}};
 }
 
-QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings)
+QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings, const Words& words)
 {
     QString text = qString(display.name) + "\n";
-    for (const auto& rows : {controlRows(display), identityRows(display)}) {
+    for (const auto& rows : {controlRows(display, words), identityRows(display)}) {
         for (const auto& [name, value] : rows)
             text += name + ": " + value + "\n";
     }
@@ -141,15 +141,15 @@ QString detailText(const DisplayInfo& display, const std::vector<Finding>& findi
     return text;
 }
 
-DisplayDetail::DisplayDetail()
-    : DetailPage(12), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
+DisplayDetail::DisplayDetail(const Words& words)
+    : DetailPage(12), words(words), title(new ElidedLabel(TextRole::title)), control(new Rows), identity(new Rows),
       status(new TextLabel(TextRole::digits, TextColour::secondary)), problem(new NoticeLabel),
       findingList(new QWidget),
       copy(new SmallButton("doc.on.doc", "Copy Details", "Copy all details of this display"))
 {
     copy->setToolTip("Copy everything on this page, for a bug report");
     connect(copy, &QAbstractButton::clicked, this,
-            [this] { QGuiApplication::clipboard()->setText(detailText(shown, shownFindings)); });
+            [this] { QGuiApplication::clipboard()->setText(detailText(shown, shownFindings, this->words)); });
     makeColumn(findingList, 8);
     QHBoxLayout* heading = makeLine(nullptr, 12);
     heading->addWidget(title, 1);
@@ -170,7 +170,7 @@ void DisplayDetail::show(const DisplayInfo& display, const std::vector<Finding>&
 {
     shown = display;
     title->setText(qString(display.name));
-    control->show(controlRows(display));
+    control->show(controlRows(display, words));
     identity->show(identityRows(display));
     status->setText(qString(display.status));
     status->setVisible(display.status != display.error);

@@ -2,6 +2,7 @@
 // What is known of one display, in cards of rows, with the reasons why it cannot be controlled where it cannot.
 #pragma once
 
+#include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/DisplayInfo.h"
 #include "ui/settings/DetailPage.h"
@@ -21,15 +22,16 @@ class TextLabel;
 using DetailRow = std::pair<QString, QString>;
 
 /// How the display is controlled: method, brightness, step and range.
-std::vector<DetailRow> controlRows(const DisplayInfo& display);
+std::vector<DetailRow> controlRows(const DisplayInfo& display, const Words& words);
 /// What it is: resolutions, connection, serial number, identifier.
 std::vector<DetailRow> identityRows(const DisplayInfo& display);
 /// Everything of the display in plain text, for a bug report.
-QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings);
+QString detailText(const DisplayInfo& display, const std::vector<Finding>& findings, const Words& words);
 
 class DisplayDetail final : public DetailPage {
 public:
-    DisplayDetail();
+    /// `words` must outlive the view.
+    explicit DisplayDetail(const Words& words);
 
     /// `findings` are about this display or the whole system; they are shown where it cannot be controlled.
     void show(const DisplayInfo& display, const std::vector<Finding>& findings);
@@ -40,6 +42,7 @@ protected:
 private:
     class Rows;
 
+    const Words& words;
     DisplayInfo shown;
     std::vector<Finding> shownFindings;
     ElidedLabel* title;

@@ -24,10 +24,9 @@ const Selection* selected(const PresetEditor& editor)
 
 } // namespace
 
-DisplaySettings::DisplaySettings(SettingsTab section, DisplayStore& store, PresetStore& presets,
-                                 PresetEditor& editor, Diagnostics& diagnostics, Clock& clock)
-    : section(section), store(store), presets(presets), editor(editor), diagnostics(diagnostics), clock(clock),
-      later([this] { redraw(); })
+DisplaySettings::DisplaySettings(SettingsTab section, const SettingsModels& models)
+    : section(section), store(models.store), presets(models.presets), editor(models.editor),
+      diagnostics(models.diagnostics), words(models.words), later([this] { redraw(); })
 {
     side = makeSide();
     details = new QStackedWidget;
@@ -36,9 +35,9 @@ DisplaySettings::DisplaySettings(SettingsTab section, DisplayStore& store, Prese
     emptyMessage->setContentsMargins(24, 24, 24, 24);
     details->addWidget(emptyMessage);
     if (section == SettingsTab::displays)
-        details->addWidget(displayDetail = new DisplayDetail);
+        details->addWidget(displayDetail = new DisplayDetail(words));
     else
-        details->addWidget(presetDetail = new PresetDetail(store, presets, editor, clock));
+        details->addWidget(presetDetail = new PresetDetail(store, presets, editor, models.clock, words));
     QHBoxLayout* line = makeLine(this, 1); // the hairline's
     line->addWidget(side);
     line->addWidget(details, 1);
@@ -114,7 +113,7 @@ void DisplaySettings::redrawPresets()
     for (const BrightnessPreset& preset : presets.presets.get())
         items.push_back({qString(preset.id.toString()),
                          qString(displayName(preset)),
-                         preset.shortcut ? qString(displayLabel(*preset.shortcut)) : QString("None"),
+                         preset.shortcut ? qString(displayLabel(*preset.shortcut, words)) : QString("None"),
                          {}});
     const auto* selection = selected<PresetSelection>(editor);
     sidebar->show(items, selection ? std::optional(qString(selection->id.toString())) : std::nullopt);

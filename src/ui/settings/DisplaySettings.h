@@ -2,12 +2,13 @@
 // The Displays and the Presets page: a list at the left, and the details of what is selected in it.
 #pragma once
 
-#include "base/Clock.h"
+#include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
 #include "ui/controls/LaterCall.h"
+#include "ui/settings/SettingsRoot.h"
 
 #include <QWidget>
 #include <optional>
@@ -25,9 +26,8 @@ class TextLabel;
 
 class DisplaySettings final : public QWidget {
 public:
-    /// `section` is `displays` or `presets`. The references must outlive the view.
-    DisplaySettings(SettingsTab section, DisplayStore& store, PresetStore& presets, PresetEditor& editor,
-                    Diagnostics& diagnostics, Clock& clock);
+    /// `section` is `displays` or `presets`.
+    DisplaySettings(SettingsTab section, const SettingsModels& models);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -46,7 +46,7 @@ private:
     PresetStore& presets;
     PresetEditor& editor;
     Diagnostics& diagnostics;
-    Clock& clock;
+    const Words& words;
     Sidebar* sidebar = nullptr;
     QWidget* side = nullptr;
     QStackedWidget* details = nullptr;

@@ -36,12 +36,12 @@ QWidget* makeRow(const QString& title, const QString& description, QWidget* cont
 
 } // namespace
 
-GeneralSettings::GeneralSettings(GeneralPreferences& preferences)
+GeneralSettings::GeneralSettings(GeneralPreferences& preferences, const Words& words)
     : preferences(preferences), later([this] { redraw(); })
 {
     auto* content = new QWidget;
     QVBoxLayout* cards = makeColumn(content, 16, {24, 24, 24, 24});
-    for (QWidget* card : {makePresentationCard(), makeStartupCard()}) {
+    for (QWidget* card : {makePresentationCard(words), makeStartupCard(words)}) {
         card->setMaximumWidth(cardWidth);
         QHBoxLayout* centred = makeLine(nullptr);
         centred->addStretch(1);
@@ -63,32 +63,32 @@ GeneralSettings::GeneralSettings(GeneralPreferences& preferences)
     redraw();
 }
 
-QWidget* GeneralSettings::makePresentationCard()
+QWidget* GeneralSettings::makePresentationCard(const Words& words)
 {
-    presentation = new SegmentedControl("Show in", {"Menu bar", "Dock", "Menu bar and Dock"});
+    QStringList choices;
+    for (const std::string_view each : words.presentations)
+        choices.append(qString(each));
+    presentation = new SegmentedControl("Show in", choices);
     presentation->onChoice = [this](int index) {
         preferences.setPresentation(allPresentations.at(static_cast<std::size_t>(index)));
     };
     auto* card = new Card;
-    card->rows()->addWidget(
-        makeRow("Show in", "Click the menu bar or Dock icon for brightness controls.", presentation));
+    card->rows()->addWidget(makeRow("Show in", qString(words.presentationHelp), presentation));
     return card;
 }
 
-QWidget* GeneralSettings::makeStartupCard()
+QWidget* GeneralSettings::makeStartupCard(const Words& words)
 {
     startup = new ToggleSwitch("Launch at Startup");
     connect(startup, &QAbstractButton::clicked, this, [this](bool on) { preferences.setLaunchAtStartup(on); });
     auto* card = new Card;
-    card->rows()->addWidget(
-        makeRow("Launch at Startup", "Start Lumenvale automatically when you log in to your Mac.", startup));
-    auto* open = new SmallButton({}, "Open Login Items…", {});
+    card->rows()->addWidget(makeRow("Launch at Startup", qString(words.startupHelp), startup));
+    auto* open = new SmallButton({}, qString(words.approvalButton), {});
     connect(open, &QAbstractButton::clicked, this, [this] { preferences.openLoginItems(); });
-    approval = makeRow("Approval needed",
-                       "Enable Lumenvale in System Settings → General → Login Items to finish setup.", open);
+    approval = makeRow("Approval needed", qString(words.approvalHelp), open);
     card->rows()->addWidget(approval);
     unavailable = new TextLabel(TextRole::digits, TextColour::secondary);
-    unavailable->setText("macOS could not locate this app as a login item. Try running it from Applications.");
+    unavailable->setText(qString(words.startupUnavailable));
     card->rows()->addWidget(unavailable);
     failure = new TextLabel(TextRole::digits, TextColour::failure);
     card->rows()->addWidget(failure);

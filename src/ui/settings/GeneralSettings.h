@@ -2,6 +2,7 @@
 // The General page: where the program shows itself, and whether it starts at login.
 #pragma once
 
+#include "base/Words.h"
 #include "preferences/GeneralPreferences.h"
 #include "ui/controls/LaterCall.h"
 
@@ -16,11 +17,11 @@ class ToggleSwitch;
 class GeneralSettings final : public QWidget {
 public:
     /// `preferences` must outlive the view.
-    explicit GeneralSettings(GeneralPreferences& preferences);
+    GeneralSettings(GeneralPreferences& preferences, const Words& words);
 
 private:
-    QWidget* makePresentationCard();
-    QWidget* makeStartupCard();
+    QWidget* makePresentationCard(const Words& words);
+    QWidget* makeStartupCard(const Words& words);
     void redraw();
 
     GeneralPreferences& preferences;

@@ -82,8 +82,9 @@ QBoxLayout* makeLabelledRow(const QString& label, QWidget* stretched, const std:
 
 } // namespace
 
-PresetDetail::PresetDetail(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock)
-    : DetailPage(8), presets(presets), editor(editor), help(new NoticeLabel),
+PresetDetail::PresetDetail(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock,
+                           const Words& words)
+    : DetailPage(8), presets(presets), editor(editor), words(words), help(new NoticeLabel),
       levels(new PresetLevels(store, presets, editor, clock)), later([this] { redraw(); })
 {
     column()->addWidget(makeIdentityCard());
@@ -186,7 +187,7 @@ void PresetDetail::redrawShortcut(const BrightnessPreset& preset)
         recorder->setText("Press a shortcut…");
         recorder->setTextColour(TextColour::accent);
     } else {
-        recorder->setText(preset.shortcut ? qString(displayLabel(*preset.shortcut)) : QString("None"));
+        recorder->setText(preset.shortcut ? qString(displayLabel(*preset.shortcut, words)) : QString("None"));
         recorder->setTextColour(preset.shortcut ? TextColour::primary : TextColour::secondary);
     }
     recorder->setAccessibleDescription(recorder->text());
@@ -197,7 +198,7 @@ void PresetDetail::redrawShortcut(const BrightnessPreset& preset)
     if (const auto error = errors.find(id); error != errors.end())
         help->setText(qString(error->second), true);
     else if (isRecording)
-        help->setText("Press a key with any combination of ⌘, ⌥, ⌃, and ⇧. Escape cancels.", false);
+        help->setText(qString(words.recordingHelp), false);
     else
         help->setText("Works while Lumenvale is running, even in other apps.", false);
 }

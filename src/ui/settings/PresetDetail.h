@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Words.h"
 #include "displays/DisplayStore.h"
 #include "presets/PresetEditor.h"
 #include "presets/PresetStore.h"
@@ -24,7 +25,8 @@ class SmallButton;
 class PresetDetail final : public DetailPage {
 public:
     /// The references must outlive the view.
-    PresetDetail(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock);
+    PresetDetail(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock,
+                 const Words& words);
 
     /// Shows another preset.
     void show(const Uuid& preset);
@@ -43,6 +45,7 @@ private:
     Uuid id;
     PresetStore& presets;
     PresetEditor& editor;
+    const Words& words;
     std::vector<QBoxLayout*> labelledRows;
     QLineEdit* name = nullptr;
     SmallButton* recorder = nullptr;

@@ -12,11 +12,9 @@ SettingsPage::SettingsPage(SettingsTab tab, const SettingsModels& models) : tab(
 {
     QVBoxLayout* column = makeColumn(this);
     if (tab == SettingsTab::general)
-        column->addWidget(new GeneralSettings(models.preferences), 1);
+        column->addWidget(new GeneralSettings(models.preferences, models.words), 1);
     else
-        column->addWidget(new DisplaySettings(tab, models.store, models.presets, models.editor, models.diagnostics,
-                                              models.clock),
-                          1);
+        column->addWidget(new DisplaySettings(tab, models), 1);
     column->addWidget(new SettingsFooter(models.store, models.editor, models.clock, models.build));
 }
 

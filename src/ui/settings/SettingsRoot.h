@@ -15,6 +15,7 @@ class DisplayStore;
 class GeneralPreferences;
 class PresetStore;
 struct BuildInfo;
+struct Words;
 
 /// What the pages show and change; the objects must outlive the pages.
 struct SettingsModels {
@@ -24,6 +25,7 @@ struct SettingsModels {
     GeneralPreferences& preferences;
     Diagnostics& diagnostics;
     Clock& clock;
+    const Words& words;
     const BuildInfo& build; ///< read only while the pages are made
 };
 

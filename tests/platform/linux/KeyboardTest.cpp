@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/KeyTranslation.h"
+#include "platform/Platform.h"
 #include "platform/linux/keyboard/KeyCodes.h"
 
 #include <QKeyEvent>
@@ -43,6 +44,23 @@ TEST(KeyTranslation, GivesThePositionTheModifiersAndTheUnmodifiedCharacter)
     EXPECT_FALSE(functionKey.isKeyDown);
     EXPECT_EQ(functionKey.modifiers, KeyModifier::shift | KeyModifier::option);
     EXPECT_EQ(functionKey.characters, "");
+    for (const Qt::Key key : {Qt::Key_NumLock, Qt::Key_ScrollLock, Qt::Key_CapsLock, Qt::Key_AltGr})
+        EXPECT_FALSE(translateKeyEvent({QEvent::KeyPress, key, Qt::NoModifier, 77, 0, 0}).isKeyDown) << key;
+}
+
+TEST(NativeWords, NameKeysAsTheyAreLabelledOnPcKeyboards)
+{
+    const auto label = [](Qt::Key key, quint32 evdev, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QKeyEvent press(QEvent::KeyPress, key, modifiers, evdev + xKeyCodeOffset, 0, 0);
+        return displayLabel(shortcutFromKeyEvent(translateKeyEvent(press)).value(), nativeWords());
+    };
+    const auto all = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier | Qt::MetaModifier;
+    EXPECT_EQ(label(Qt::Key_K, 37, all), "Ctrl+Alt+Shift+Super+K");
+    EXPECT_EQ(label(Qt::Key_F5, 63, Qt::ControlModifier), "Ctrl+F5");
+    EXPECT_EQ(label(Qt::Key_Delete, 111), "Delete");
+    EXPECT_EQ(label(Qt::Key_End, 79), "Keypad 1") << "whatever Num Lock makes of it";
+    EXPECT_EQ(label(Qt::Key_Print, 99), "Print") << "the keyboard map's name";
+    EXPECT_EQ(label(Qt::Key_MediaPlay, 164), "Media Play");
 }
 
 } // namespace

@@ -191,7 +191,8 @@ TEST_F(PortalHotKeysTest, DeliversPressesAndFollowsTheUsersChangesAndThePortalsC
     desktop.emitSignal(sessionPath, "org.freedesktop.portal.Session", "Closed", {});
     ASSERT_TRUE(tell({{2, stopped}}));
 
-    EXPECT_EQ(add(3, {.control = true, .recordedKeyCode = 0x28}), "⌃Key 40 is already used by another preset.");
+    EXPECT_EQ(add(3, {.control = true, .recordedKeyCode = 0x28}),
+              "Ctrl+Key 40 is already used by another preset.");
     EXPECT_EQ(add(3, {.recordedKeyCode = 0x7F}),
               "Key 127 uses a key that this desktop does not know. Record another one.");
     EXPECT_EQ(portalTrigger({.functionKey = 5, .command = true, .shift = true}), "SHIFT+LOGO+F5");

@@ -99,9 +99,9 @@ TEST_F(X11HotKeysTest, RefusedKeysSayWhyAndAreFreeWhenTheOtherProgramLetsGo)
     const PresetShortcut superF5 = {.functionKey = 5, .command = true};
     const auto other = start();
     ASSERT_EQ(add(other, 1, superF5), "");
-    EXPECT_EQ(add(keys, 2, superF5), "⌘F5 is already used by the desktop or another program.");
+    EXPECT_EQ(add(keys, 2, superF5), "Super+F5 is already used by the desktop or another program.");
     EXPECT_EQ(add(keys, 3, {.functionKey = 5, .control = true}), "");
-    EXPECT_EQ(add(keys, 4, {.functionKey = 5, .control = true}), "⌃F5 is already used by another preset.");
+    EXPECT_EQ(add(keys, 4, {.functionKey = 5, .control = true}), "Ctrl+F5 is already used by another preset.");
     for (const std::uint32_t noKey : {0x7F, 0x3F}) // no Macintosh key; Fn, which is beyond X's key codes
         EXPECT_NE(add(keys, 5, {.recordedKeyCode = noKey}).find("does not know"), std::string::npos);
     other->unregisterHotKey(1);

@@ -4,6 +4,7 @@
 #include "platform/linux/keyboard/KeyCodes.h"
 
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QString>
 
 namespace lumenvale {
@@ -27,12 +28,23 @@ std::uint32_t modifierBits(Qt::KeyboardModifiers modifiers)
     return bits;
 }
 
+/// Keys that only change what others mean, wherever the layout has them.
+bool isModifierOrLock(int key)
+{
+    return (key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) ||
+           (key >= Qt::Key_Super_L && key <= Qt::Key_Super_R) ||
+           (key >= Qt::Key_Hyper_L && key <= Qt::Key_Hyper_R) || key == Qt::Key_AltGr ||
+           key == Qt::Key_Mode_switch;
+}
+
 } // namespace
 
 KeyEvent translateKeyEvent(const QKeyEvent& event)
 {
     KeyEvent result;
-    result.isKeyDown = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
+    // A modifier or a lock by itself is no key to record.
+    const bool isPressed = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
+    result.isKeyDown = isPressed && !isModifierOrLock(event.key());
     result.isRepeat = event.isAutoRepeat();
     const std::uint32_t scanCode = event.nativeScanCode(); // an X key code on X11 and on Wayland
     if (scanCode >= xKeyCodeOffset)
@@ -40,6 +52,8 @@ KeyEvent translateKeyEvent(const QKeyEvent& event)
     result.modifiers = modifierBits(event.modifiers());
     if (event.key() > 0 && event.key() < firstNonCharacterKey)
         result.characters = QString(QChar(event.key())).toUpper().toStdString();
+    else if (event.key() != 0 && event.key() != Qt::Key_unknown)
+        result.keyName = QKeySequence(event.key()).toString(QKeySequence::PortableText).toStdString();
     return result;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/shell/MacHotKeyService.h"
 
+#include "base/Words.h"
+
 #include <utility>
 
 namespace lumenvale {
@@ -36,8 +38,8 @@ tl::expected<void, std::string> MacHotKeyService::registerHotKey(std::uint32_t i
         RegisterEventHotKey(keyCode(shortcut).value_or(0), carbonModifiers(shortcut), {hotKeySignature, id},
                             GetApplicationEventTarget(), kEventHotKeyNoOptions, &key);
     if (status != noErr || !key)
-        return tl::unexpected(displayLabel(shortcut) + " could not be registered (" + std::to_string(status) +
-                              "). It may be used by macOS or another app.");
+        return tl::unexpected(displayLabel(shortcut, portableWords) + " could not be registered (" +
+                              std::to_string(status) + "). It may be used by macOS or another app.");
     registrations.emplace(id, key);
     return {};
 }
