@@ -119,8 +119,8 @@ public:
     /// Gives the visible panel the keyboard focus.
     virtual void focus(WindowHandle window) = 0;
 
-    /// Calls `clicked` for each press of a mouse button outside this program's windows and, where panels lose
-    /// the focus to the window behind them, when the panel loses it. Null where the system tells neither.
+    /// Calls `clicked` for each press of a mouse button outside this program's windows or, where the system does
+    /// not tell of those, when the panel loses the focus. Null where it tells neither.
     virtual std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle panel,
                                                                std::function<void()> clicked) = 0;
 

@@ -231,9 +231,11 @@ def shortcut_applies_its_preset_from_any_program(session):
     finally:
         other.close()
     session.write_monitor(STUDIO, MONITORS[STUDIO])
-    session.xdotool("keydown", "ctrl", "keydown", "alt", "keydown", "k", "keydown", "k", "keyup", "k", "keyup", "alt",
-                    "keyup", "ctrl")
+    session.open_panel()
+    session.xdotool("keydown", "ctrl", "keydown", "alt", "keydown", "k", "keydown", "k", "sleep", "0.4", "keyup", "k",
+                    "keyup", "alt", "keyup", "ctrl")
     wait_until(lambda: session.brightness(STUDIO) == 30, "a held key applies it")
+    assert session.panel(), "a key that is grabbed is no loss of the focus"
 
 
 def all_scenarios():

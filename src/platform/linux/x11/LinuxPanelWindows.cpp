@@ -28,6 +28,14 @@ class OutsideClickMonitor final : public QObject, public EventMonitor {
 public:
     OutsideClickMonitor(QWindow* panel, std::function<void()> clicked) : panel(panel), clicked(std::move(clicked))
     {
+        if (QGuiApplication::platformName() == "xcb")
+            presses.emplace([this] {
+                // Presses on our own windows reach them as ordinary events.
+                if (!QGuiApplication::topLevelAt(QCursor::pos()))
+                    report();
+            });
+        if (presses && presses->isListening())
+            return; // where the focus follows the pointer, it is lost without a press
         lastFocus = QGuiApplication::focusWindow();
         QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* now) {
             const bool lost = lastFocus == this->panel && now != this->panel;
@@ -35,12 +43,6 @@ public:
             if (lost)
                 report();
         });
-        if (QGuiApplication::platformName() == "xcb")
-            presses.emplace([this] {
-                // Presses on our own windows reach them as ordinary events.
-                if (!QGuiApplication::topLevelAt(QCursor::pos()))
-                    report();
-            });
     }
 
 private:

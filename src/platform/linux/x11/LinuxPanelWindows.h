@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Shell.h"
+#include "platform/linux/x11/X11FocusFilter.h"
 
 namespace lumenvale {
 
@@ -14,6 +15,9 @@ public:
     void focus(WindowHandle window) override;
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle panel, std::function<void()> clicked) override;
     void useActivationToken(const std::string& token) override;
+
+private:
+    X11FocusFilter focusFilter; ///< for all windows of the program
 };
 
 } // namespace lumenvale

@@ -17,6 +17,8 @@ public:
     /// where the server lacks the extension.
     explicit X11ClickMonitor(std::function<void()> pressed);
 
+    bool isListening() const { return notifier != nullptr; }
+
 private:
     bool select();
     void readEvents();
