@@ -27,13 +27,7 @@ void PresetEditor::show(const std::optional<std::string>& preferred)
     select(settings.firstDisplay(displays.displayList()), true);
 }
 
-void PresetEditor::settingsResignedKey()
-{
-    cancelRecording();
-    const std::optional<Uuid> edited = settings.editedPresetID();
-    if (const BrightnessPreset* preset = edited ? presets.preset(*edited) : nullptr)
-        session.setIfChanged(PresetEditingSession{*preset});
-}
+void PresetEditor::settingsResignedKey() { cancelRecording(); }
 
 void PresetEditor::settingsClosed()
 {

@@ -66,8 +66,8 @@ public:
     /// be called from within a notification of the display list; but a display that came or went is noticed only
     /// once it stands in the list, so call it again on a later turn of the main loop.
     void displaysChanged(const std::vector<DisplayInfo>& changed);
-    /// The settings window lost the focus: ends a recording, and closes the editing session by starting it anew
-    /// from the preset as it is stored now. The page can be edited on, but what was changed before stays.
+    /// The settings window lost the focus: ends a recording. The editing session goes on, since the page promises
+    /// that Escape restores the preset as it was when it was selected.
     void settingsResignedKey();
     /// The settings window closed: ends the recording, the operation (a preset that waits for earlier writes is
     /// no longer applied) and the session.

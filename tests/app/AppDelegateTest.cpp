@@ -113,6 +113,7 @@ TEST_F(AppDelegateTest, PresentationShowsAndRemovesTheStatusItemAtRunTime)
     launch();
     ASSERT_TRUE(desktop.item);
     delegate->showSettings();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(settings())->role(), QAccessible::Window);
     clickItem();
     click(*settings(), "General");
     click(*settings(), "Dock");
@@ -171,8 +172,12 @@ TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
     ASSERT_TRUE(open);
     desktop.dock.reopen();
     EXPECT_EQ(panel(), open) << "it moves instead of flashing";
+    QCursor::setPos(700, 400);
     desktop.dock.menuWillOpen();
     EXPECT_FALSE(panel());
+    QCursor::setPos(10, 10); // on the way to the menu's row
+    desktop.dock.menu()[0].action();
+    EXPECT_GT(panel()->x(), 400) << "it opens where the icon was clicked";
 }
 
 TEST_F(AppDelegateTest, SettingsKeepTheirFrameAndRevertAPreset)
@@ -186,9 +191,19 @@ TEST_F(AppDelegateTest, SettingsKeepTheirFrameAndRevertAPreset)
     settings()->setGeometry(20, 40, 600, 400);
     pressKey(*named(*settings(), "Name of A brightness"), Qt::Key_End);
     EXPECT_EQ(levelOf("A"), 1.0);
+    send(*settings(), QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, {}, true)); // still held
+    EXPECT_EQ(levelOf("A"), 1.0);
     press(*settings(), Qt::Key_Escape); // reverts instead of reaching the page
     EXPECT_EQ(levelOf("A"), 0.25);
+    pressKey(*named(*settings(), "Name of A brightness"), Qt::Key_Home);
+    click(*settings(), "General");
+    press(*settings(), Qt::Key_Escape);
+    EXPECT_EQ(levelOf("A"), 0.0) << "the page shows no preset";
     settings()->close();
+    hardware.log.clear();
+    for (int i = 0; i < 3; ++i)
+        settle(); // longer than from one reading to the next while a window shows them
+    EXPECT_TRUE(hardware.log.empty()) << "monitors are read seldom once the window is closed";
     launch();
     delegate->showSettings();
     EXPECT_EQ(settings()->geometry(), QRect(20, 40, 600, 400));

@@ -60,11 +60,11 @@ constexpr Scenario editing[] = {
         activate Y; activate X; revert; answers; wait 0 | B 90.0% verified; active X; message reverted;
             | session A 20% B 90% F16; > set A 0.7; > set A 0.2; > set B 0.9; reverted
         delete X; revert | active none; selected none; session none; stored B none; not reverted)"},
-    {"losing the focus keeps what was edited and starts the session anew", R"(
+    {"losing the focus ends a recording, and reverting still restores what was selected", R"(
         open; select X; answers; wait 0; edit X A 0.3; record X; wait 90; answers; wait 0
-        unfocus | recording none; session A 30% B 30% F16; recording changed
-        edit X A 0.9; wait 90; answers; revert; answers; wait 0 | message reverted; > set A 0.9; > set A 0.3;
-            | > set B 0.3; reverted)"},
+        unfocus | recording none; recording changed
+        revert; answers; wait 0 | A 20% verified; X A 20% B 30% F16; message reverted; > set A 0.2; > set B 0.3;
+            | reverted)"},
     {"adding takes the readable levels when writes have ended, and opens the preset", R"(
         open; set A 0.4; record X; add | A 40% applying; preparing yes; selected B; stored B none; tab displays;
             | recording changed; recording changed

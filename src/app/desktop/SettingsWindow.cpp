@@ -3,6 +3,7 @@
 
 #include "base/Identity.h"
 #include "platform/KeyTranslation.h"
+#include "ui/controls/Accessibility.h"
 
 #include <QCloseEvent>
 #include <QCursor>
@@ -39,6 +40,7 @@ SettingsWindow::SettingsWindow(QWidget* content, PresetEditor& editor, UserDefau
     : QWidget(nullptr, Qt::Window), editor(editor), defaults(defaults),
       settingsKeyMonitor([this](QWindow* window, QEvent* event) { return handleKey(window, event); })
 {
+    setAccessibleRole(*this, QAccessible::Window);
     setWindowTitle(applicationName);
     setMinimumSize(minimumContentSize);
     auto* layout = new QVBoxLayout(this);
@@ -67,7 +69,12 @@ void SettingsWindow::closeEvent(QCloseEvent* event)
     QWidget::closeEvent(event);
     editor.settingsResignedKey();
     editor.settingsClosed();
-    if (closed)
+}
+
+void SettingsWindow::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (closed && !event->spontaneous()) // else it was only minimised
         closed();
 }
 
@@ -101,7 +108,8 @@ bool SettingsWindow::handleKey(QWindow* window, QEvent* event)
         key.keyCode = escapeKeyCode;
     if (editor.handleKeyEvent(key))
         return true;
-    return isEscape && editor.revert();
+    // Not where the page shows no preset, nor again and again while the key is held.
+    return isEscape && !key.isRepeat && editor.selectedTab.get() == SettingsTab::presets && editor.revert();
 }
 
 bool SettingsWindow::restoreFrame()

@@ -18,11 +18,12 @@ public:
     /// outlive the window.
     SettingsWindow(QWidget* content, PresetEditor& editor, UserDefaults& defaults);
 
-    std::function<void()> closed;
+    std::function<void()> closed; ///< called when it is no longer visible
 
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controls/Labels.h"
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Layouts.h"
 #include "ui/look/Painting.h"
 #include "ui/look/Symbols.h"
@@ -69,6 +70,7 @@ QString toolTipText(const QString& text)
 
 ElidedLabel::ElidedLabel(TextRole role, TextColour colour) : colour(colour)
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setFont(fontFor(role));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
@@ -120,6 +122,7 @@ void ElidedLabel::updateToolTip() { setToolTip(sizeHint().width() > width() ? to
 
 NumberLabel::NumberLabel()
 {
+    setAccessibleRole(*this, QAccessible::StaticText);
     setFont(fontFor(TextRole::digits));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
