@@ -20,8 +20,10 @@ namespace {
 
 std::unique_ptr<HotKeyService> makeHotKeys(const QDBusConnection& bus)
 {
-    // Under Wayland an X server may run beside the desktop, but hears no keys meant for others.
-    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+    // In a Wayland session even a program that draws through X does not hear the keys meant for others.
+    const bool isWayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+    if (!isWayland && QGuiApplication::platformName() == QLatin1String("xcb"))
         return makeX11HotKeys();
     return makePortalHotKeys(bus);
 }
