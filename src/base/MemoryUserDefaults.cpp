@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "base/MemoryUserDefaults.h"
 
+#include <utility>
+
 namespace lumenvale {
 
 std::optional<PropertyValue> MemoryUserDefaults::value(const std::string& key) const
@@ -11,13 +13,15 @@ std::optional<PropertyValue> MemoryUserDefaults::value(const std::string& key) c
 
 void MemoryUserDefaults::set(const std::string& key, std::optional<PropertyValue> next)
 {
-    if (!failure.empty()) {
-        failures.emit(failure);
-    } else if (next) {
+    const bool hadFailed = std::exchange(hasFailed, !failure.empty());
+    if (hasFailed)
+        return failures.emit(failure);
+    if (next)
         values.insert_or_assign(key, std::move(*next));
-    } else {
+    else
         values.erase(key);
-    }
+    if (hadFailed)
+        failures.emit("");
 }
 
 PropertyDictionary MemoryUserDefaults::domain(const std::string& name) const

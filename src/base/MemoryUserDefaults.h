@@ -19,10 +19,13 @@ public:
 
     std::map<std::string, PropertyValue> values;
     std::map<std::string, PropertyDictionary> domains;
-    /// When not empty, `set` changes nothing and reports this text.
+    /// When not empty, `set` changes nothing and reports this text, and the first one after it that all is well.
     std::string failure;
     /// What `observeFailures` hears; for tests.
     Signal<const std::string&> failures;
+
+private:
+    bool hasFailed = false; // the last `set`
 };
 
 } // namespace lumenvale

@@ -135,11 +135,14 @@ bool PresetStore::setShortcut(const std::optional<PresetShortcut>& shortcut, con
 void PresetStore::save()
 {
     auto data = encodePresets(*presets);
+    const bool couldNotEncode = std::exchange(isUnencodable, !data);
     if (!data) {
         setPersistenceError(data.error());
         return;
     }
-    persistenceError.setIfChanged(std::nullopt); // before storing, which may report a failure
+    // A failure of the disk lasts until the disk takes them: it is told later, and would come and go meanwhile.
+    if (couldNotEncode)
+        persistenceError.setIfChanged(std::nullopt);
     keepUnreadable();
     defaults.set(presetsKey, PropertyValue(std::move(*data)));
 }

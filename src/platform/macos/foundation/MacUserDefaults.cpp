@@ -39,6 +39,7 @@ void MacUserDefaults::set(const std::string& key, std::optional<PropertyValue> n
     const auto owner = toCFString(application);
     const auto stored = next ? toCFObject(*next) : CFReference<CFTypeRef>();
     if (!name || !owner || (next && !stored)) {
+        hasFailed = true;
         failures.emit("The text to be saved is not valid Unicode.");
         return;
     }

@@ -31,7 +31,7 @@ private:
     Clock& clock;
     Clock::TimerId timer = 0;
     bool isChanged = false; // since the last successful write
-    bool hasFailed = false; // the last write
+    bool hasFailed = false; // the last change or write
     Signal<const std::string&> failures;
 };
 
