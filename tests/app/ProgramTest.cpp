@@ -19,6 +19,7 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(name);
         environment.insert("LC_ALL", "de_DE.UTF-8");
+        environment.insert("XDG_DATA_HOME", "/dev/null");
         process.setProcessEnvironment(environment);
         process.start(LUMENVALE_PROGRAM, arguments);
         process.waitForFinished();
@@ -32,6 +33,10 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     EXPECT_TRUE(err.contains("native write"));
     EXPECT_EQ(run({"--simulate", "/nowhere", "list"}, out, err), 2);
     EXPECT_EQ(err, "There is no folder /nowhere.\n");
+    EXPECT_EQ(run({"--simulate", folder, "--apply-preset", "Typo"}, out, err), 3);
+    EXPECT_EQ(err, "There is no preset \"Typo\".\n");
+    EXPECT_EQ(run({"--show-panel"}, out, err), 1) << "there is no folder for the lock";
+    EXPECT_EQ(err, "The folder /dev/null/app.lumenvale.Lumenvale cannot be used: Not a directory (20).\n");
     EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
 }
 

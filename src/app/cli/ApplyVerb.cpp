@@ -32,22 +32,18 @@ void printAbsent(std::ostream& out, const BrightnessPreset& preset, const std::v
 Task<int> run(VerbContext& context, ArgumentValues values)
 {
     const PresetStore store(context.defaults);
-    std::vector<Candidate> candidates;
-    for (const BrightnessPreset& each : store.presets.get())
-        candidates.push_back({each.id.toString(), displayName(each)});
-    const auto position = chooseByName(candidates, values.text(presetName), "preset");
-    if (!position) {
-        context.err << position.error() << '\n';
+    const auto preset = choosePreset(store.presets.get(), values.text(presetName));
+    if (!preset) {
+        context.err << preset.error() << '\n';
         co_return exitUnknown;
     }
-    const BrightnessPreset preset = store.presets.get()[*position];
-    const std::vector<DisplayInfo> displays = present(preset, connectedDisplays(context.screens));
+    const std::vector<DisplayInfo> displays = present(*preset, connectedDisplays(context.screens));
     const auto levelFor = [&preset](const DisplayInfo& display) {
-        return quantise(display, preset.values.at(display.id));
+        return quantise(display, preset->values.at(display.id));
     };
     auto setting = setDisplays(context, displays, levelFor);
     const int status = co_await std::move(setting);
-    printAbsent(context.out, preset, displays);
+    printAbsent(context.out, *preset, displays);
     co_return status;
 }
 

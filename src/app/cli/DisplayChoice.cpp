@@ -80,4 +80,14 @@ tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<D
     });
 }
 
+tl::expected<BrightnessPreset, std::string> choosePreset(const std::vector<BrightnessPreset>& presets,
+                                                         const std::string& text)
+{
+    std::vector<Candidate> candidates;
+    candidates.reserve(presets.size());
+    for (const BrightnessPreset& each : presets)
+        candidates.push_back({each.id.toString(), displayName(each)});
+    return chooseByName(candidates, text, "preset").map([&](std::size_t position) { return presets[position]; });
+}
+
 } // namespace lumenvale

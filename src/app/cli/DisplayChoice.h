@@ -4,6 +4,7 @@
 
 #include "displays/DisplayInfo.h"
 #include "displays/ScreenSource.h"
+#include "presets/BrightnessPreset.h"
 
 #include <string>
 #include <tl/expected.hpp>
@@ -28,5 +29,8 @@ std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens);
 /// The display that `text` names, or all of them for "all".
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,
                                                                    const std::string& text);
+
+tl::expected<BrightnessPreset, std::string> choosePreset(const std::vector<BrightnessPreset>& presets,
+                                                         const std::string& text);
 
 } // namespace lumenvale

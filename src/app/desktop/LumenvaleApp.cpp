@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/LumenvaleApp.h"
 
+#include "app/cli/DisplayChoice.h"
+#include "app/cli/Verb.h"
 #include "app/desktop/AppDelegate.h"
 #include "app/desktop/AppearanceChoice.h"
 #include "base/Identity.h"
@@ -75,6 +77,12 @@ ProgramIdentity programIdentity(const std::optional<std::string>& simulationFold
     return identity;
 }
 
+int complain(const std::string& sentence, int status)
+{
+    std::fprintf(stderr, "%s\n", sentence.c_str());
+    return status;
+}
+
 /// Keeps the theme in line with the desktop's colours where Qt does not.
 void followAppearance(const Shell& shell)
 {
@@ -108,10 +116,8 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     platformOptions.log = options.log;
     platformOptions.report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
     auto platform = makePlatform(platformOptions, clock, mainThread);
-    if (!platform) {
-        std::fprintf(stderr, "%s\n", platform.error().c_str());
-        return 1;
-    }
+    if (!platform)
+        return complain(platform.error(), exitRefused);
     migrateLegacyDefaults(*platform->defaults);
 
     DisplayHardware hardware(std::move(platform->hardware), mainThread);
@@ -136,23 +142,45 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     return status;
 }
 
-void LumenvaleApp::handOver(const std::string& folder) const
+/// Puts the identifier of the preset that is to be applied into the request. Returns the exit status.
+int LumenvaleApp::findPreset(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QtClock clock;
+    QtMainThread mainThread;
+    PlatformOptions platformOptions;
+    platformOptions.simulationFolder = options.simulationFolder;
+    const auto platform = makePlatform(platformOptions, clock, mainThread);
+    if (!platform)
+        return complain(platform.error(), exitRefused);
+    const auto preset = choosePreset(PresetStore(*platform->defaults).presets.get(), options.request->preset);
+    if (!preset)
+        return complain(preset.error(), exitUnknown);
+    options.request->preset = preset->id.toString();
+    return exitDone;
+}
+
+int LumenvaleApp::handOver(const std::string& folder) const
 {
     DesktopRequest request = options.request.value_or(DesktopRequest());
     request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
-    sendRequest(folder, encodeRequest(request), handOverPatience);
+    const bool wasTaken = sendRequest(folder, encodeRequest(request), handOverPatience);
+    if (!wasTaken && options.request)
+        return complain("The copy of Lumenvale that runs already does not answer.", exitRefused);
+    return exitDone;
 }
 
 int LumenvaleApp::run(int& argc, char** argv)
 {
     if (isHosted())
         return runWithoutDelegate(argc, argv);
+    const bool appliesPreset = options.request && options.request->action == DesktopRequest::Action::applyPreset;
+    if (const int status = appliesPreset ? findPreset(argc, argv) : exitDone; status != exitDone)
+        return status;
     const std::string folder = options.simulationFolder.value_or(supportFolder(applicationIdentifier));
     const auto lock = InstanceLock::acquire(folder);
-    if (!lock) {
-        handOver(folder);
-        return 0;
-    }
+    if (!lock)
+        return lock.error().empty() ? handOver(folder) : complain(lock.error(), exitRefused);
     return runApplication(folder, argc, argv);
 }
 

@@ -23,11 +23,13 @@ public:
     explicit LumenvaleApp(Options options);
 
     /// Runs the program and returns its exit status. A second copy hands its request over and returns 0 at once.
+    /// What cannot be done (no folder for the lock, no such preset) is said on standard error.
     int run(int& argc, char** argv);
 
 private:
     int runApplication(const std::string& folder, int& argc, char** argv);
-    void handOver(const std::string& folder) const;
+    int findPreset(int& argc, char** argv);
+    int handOver(const std::string& folder) const;
 
     Options options;
 };

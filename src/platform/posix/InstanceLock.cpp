@@ -1,24 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/InstanceLock.h"
 
+#include "platform/posix/SystemError.h"
+
 #include <QStandardPaths>
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
 
 namespace lumenvale {
 
-std::optional<InstanceLock> InstanceLock::acquire(const std::string& folder)
+tl::expected<InstanceLock, std::string> InstanceLock::acquire(const std::string& folder)
 {
     if (folder.empty())
-        return std::nullopt;
+        return tl::unexpected<std::string>("There is no home folder to keep the program's data in.");
     std::error_code error;
     if (std::filesystem::create_directories(folder, error))
         std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
     // Closed in programs that this one starts: they must not keep the lock when it ends.
     FileDescriptor file(::open((folder + "/instance.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
-        return std::nullopt;
+    if (!file.isOpen())
+        return tl::unexpected("The folder " + folder + " cannot be used: " + systemErrorText(errno) + ".");
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+        return tl::unexpected(std::string());
     return InstanceLock(std::move(file));
 }
 

@@ -5,17 +5,18 @@
 
 #include "platform/posix/FileDescriptor.h"
 
-#include <optional>
 #include <string>
+#include <tl/expected.hpp>
 #include <utility>
 
 namespace lumenvale {
 
 class InstanceLock {
 public:
-    /// Locks "instance.lock" in `folder`, which is made where it is missing (mode 0700). None when another
-    /// process holds it, or when folder or file cannot be made. Never waits.
-    static std::optional<InstanceLock> acquire(const std::string& folder);
+    /// Locks "instance.lock" in `folder`, which is made where it is missing (mode 0700). The error is empty when
+    /// another process holds the lock, else a whole sentence for the user: folder or file cannot be made. Never
+    /// waits.
+    static tl::expected<InstanceLock, std::string> acquire(const std::string& folder);
 
 private:
     explicit InstanceLock(FileDescriptor locked) : file(std::move(locked)) {}
