@@ -11,7 +11,7 @@ set(resources $<TARGET_BUNDLE_CONTENT_DIR:lumenvale>/Resources)
 add_custom_command(TARGET lumenvale POST_BUILD
   COMMAND ${CMAKE_COMMAND} -E make_directory ${resources}
   COMMAND icon_file ${PROJECT_SOURCE_DIR}/packaging/icons/app.lumenvale.Lumenvale.svg ${resources}/Lumenvale.icns
-  COMMAND ${CMAKE_COMMAND} -DFILE=${resources}/BuildMetadata.json
+  COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR} -DFILE=${resources}/BuildMetadata.json
           -P ${PROJECT_SOURCE_DIR}/cmake/WriteBuildMetadata.cmake
   COMMAND codesign --force --sign - $<TARGET_BUNDLE_DIR:lumenvale>
   VERBATIM)

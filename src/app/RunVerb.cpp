@@ -23,12 +23,13 @@ Task<> runAndQuit(Task<int> verb)
     QCoreApplication::exit(status);
 }
 
-int runOn(Platform& platform, MainThread& mainThread, const CommandLine& line, const int& reports,
+int runOn(Platform& platform, QtClock& clock, MainThread& mainThread, const CommandLine& line, const int& reports,
           std::ostream& out, std::ostream& err)
 {
     DisplayHardware hardware(std::move(platform.hardware), mainThread);
     VerbContext context{
-        *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err, reports};
+        *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err, reports,
+        *platform.events,  clock,    platform.program.get()};
     // A task that ends before the loop begins would quit a loop that is not there: start it from within.
     const Task<> root = runAndQuit(line.verb->run(context, line.values));
     mainThread.post([&root] { root.start(); });
@@ -86,7 +87,7 @@ int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, 
         err << platform.error() << '\n';
         return exitMisused;
     }
-    return runOn(*platform, mainThread, line, reports, out, err);
+    return runOn(*platform, clock, mainThread, line, reports, out, err);
 }
 
 } // namespace lumenvale

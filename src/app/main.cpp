@@ -7,7 +7,7 @@
 int main(int argc, char** argv)
 {
     using namespace lumenvale;
-    const auto line = parseCommandLine({argv + 1, argv + argc});
+    const auto line = parseCommandLine({argv + 1, argv + argc}, argv[0]);
     if (!line) {
         std::cerr << line.error() << '\n';
         return exitMisused;

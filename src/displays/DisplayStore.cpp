@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "displays/DisplayStore.h"
 
+#include "base/NextEmission.h"
 #include "displays/DisplayOrder.h"
 
-#include <coroutine>
 #include <utility>
 
 namespace lumenvale {
@@ -36,23 +36,6 @@ std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
     }
     return found;
 }
-
-/// Awaits a signal's next emission.
-class NextEmission {
-public:
-    explicit NextEmission(Signal<>& signal) : signal(signal) {}
-
-    bool await_ready() const noexcept { return false; }
-    void await_suspend(std::coroutine_handle<> waiter)
-    {
-        subscription = signal.subscribe([waiter] { waiter.resume(); });
-    }
-    void await_resume() const noexcept {}
-
-private:
-    Signal<>& signal;
-    Subscription subscription;
-};
 
 } // namespace
 

@@ -16,6 +16,7 @@ tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options,
     platform->words = nativeWords();
     if (options.simulationFolder) // a simulated monitor is no backlight of this system
         platform->words.nativeMethod = rawValue(ControlMethod::apple);
+    platform->program = makeNativeRunningProgram(options);
     return platform;
 }
 

@@ -9,6 +9,7 @@
 #include "base/UserDefaults.h"
 #include "base/Words.h"
 #include "displays/Diagnostics.h"
+#include "displays/RunningProgram.h"
 #include "displays/ScreenSource.h"
 #include "displays/SystemEvents.h"
 #include "hardware/DisplayHardware.h"
@@ -39,6 +40,7 @@ struct Platform {
     std::unique_ptr<ScreenSource> screens;
     std::unique_ptr<SystemEvents> events;
     std::unique_ptr<Diagnostics> diagnostics;
+    std::unique_ptr<RunningProgram> program; ///< null where the system has no way to hear of it
     HardwareAccess hardware;
     Words words;
 };
@@ -50,6 +52,8 @@ tl::expected<Platform, std::string> makePlatform(const PlatformOptions& options,
 
 // Each is defined once per system.
 
+/// The desktop program that controls the same displays, real or simulated.
+std::unique_ptr<RunningProgram> makeNativeRunningProgram(const PlatformOptions& options);
 /// The native part of `makePlatform`, for real displays.
 Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainThread& mainThread);
 /// What the system calls the things that users see the program in. With simulated displays, too.

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tl/expected.hpp>
 #include <vector>
 
 namespace lumenvale {
@@ -146,6 +147,24 @@ public:
     virtual void observe(Observer observer) = 0;
 };
 
+/// What other programs of the user may ask of this one. The errors are whole sentences for the user.
+struct RemoteContent {
+    std::function<std::string()> displays; ///< JSON, as `list --json` prints it
+    /// Begins to set a display, both named as on the command line.
+    std::function<tl::expected<void, std::string>(const std::string& display, const std::string& level)> set;
+    std::function<tl::expected<void, std::string>(const std::string& preset)> apply;
+};
+
+/// The program as other programs of the user reach it.
+class RemoteControl {
+public:
+    virtual ~RemoteControl() = default;
+
+    virtual void setContent(RemoteContent content) = 0;
+    /// What `displays` returns may have changed.
+    virtual void displaysChanged() = 0;
+};
+
 /// How this copy of the program is named to the system and started by it.
 struct ProgramIdentity {
     std::string identifier; ///< "app.lumenvale.Lumenvale"
@@ -153,6 +172,7 @@ struct ProgramIdentity {
     std::string name;       ///< "Lumenvale"
     /// Absolute path and arguments that start another copy like this one.
     std::vector<std::string> command;
+    std::string simulationFolder; ///< empty: the real displays
 };
 
 struct Shell {
@@ -163,6 +183,7 @@ struct Shell {
     std::unique_ptr<AppearanceSource> appearance; ///< null where Qt follows the desktop by itself
     std::unique_ptr<StartupService> startup;      ///< registers the identity's command
     std::unique_ptr<HotKeyService> hotKeys;
+    std::unique_ptr<RemoteControl> remote; ///< null where programs have no bus to call each other
 };
 
 /// True when the process is the host of another program's tests and must not act as the program. Defined once

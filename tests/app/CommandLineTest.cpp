@@ -110,7 +110,9 @@ private:
                             platform.words,
                             out,
                             err,
-                            reports};
+                            reports,
+                            *platform.events,
+                            clock};
         const int status = awaitResult(mainThread, line->verb->run(context, line->values));
         return {status, out.str(), err.str(), ""};
     }

@@ -2,6 +2,8 @@
 """What a user does with the desktop program, and what must come of it."""
 import inspect
 import os
+import pathlib
+import subprocess
 import time
 
 from gi.repository import Atspi, Gio, GLib
@@ -138,6 +140,38 @@ def launcher_reaches_the_program(session):
     wait_until(lambda: session.brightness(STUDIO) == 30, "the launcher applies a preset")
     assert session.stop() == 0
     assert not os.path.exists(entry)
+
+
+def other_programs_watch_and_set_through_the_bus(session):
+    session.write_preferences([EVENING])
+    session.start()
+    name, path = "app.lumenvale.Lumenvale.Simulated", "/app/lumenvale/Lumenvale/Simulated/Displays"
+
+    def call(interface, method, *texts):
+        answer = session.bus.call_sync(name, path, interface, method, GLib.Variant(f"({'s' * len(texts)})", texts), None,
+                                       Gio.DBusCallFlags.NONE, 5000, None)
+        return answer.unpack()
+
+    def described(xml):
+        interface = Gio.DBusNodeInfo.new_for_xml(xml).lookup_interface("app.lumenvale.Lumenvale.Displays")
+        return [sorted((each.name, [arg.name for arg in getattr(each, kind)]) for each in members)
+                for members, kind in ((interface.methods, "in_args"), (interface.signals, "args"))]
+
+    wait_until(lambda: session.bus.call_sync(
+        "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner", GLib.Variant("(s)", (name,)), None,
+        Gio.DBusCallFlags.NONE, 5000, None).unpack()[0], "the program has its name")
+    file = pathlib.Path(__file__).parents[2] / "packaging/linux/app.lumenvale.Lumenvale.Displays.xml"
+    assert described(file.read_text("utf-8")) == described(call("org.freedesktop.DBus.Introspectable", "Introspect")[0])
+    log = pathlib.Path(session.home, "watched")
+    with log.open("w") as output:
+        session.processes.append(
+            subprocess.Popen(session.command("watch", "Studio"), env=session.environment(), stdout=output))
+    wait_until(lambda: log.read_text() == "42%\n", "the brightness is printed")
+    call("app.lumenvale.Lumenvale.Displays", "Set", "Studio", "+8%")
+    wait_until(lambda: log.read_text().endswith("50%\n") and session.brightness(STUDIO) == 50, "it is set and told")
+    assert session.stop() == 0
+    wait_until(lambda: session.run("set", "Studio", "60%").returncode == 0, "it is set without the program")
+    wait_until(lambda: log.read_text() == "42%\n50%\n60%\n", "it is read without the program")
 
 
 def second_copy_hands_over_and_ends(session):

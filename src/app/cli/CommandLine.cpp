@@ -2,7 +2,7 @@
 // The only source that includes the parser's library, which takes the compiler seconds.
 #include "app/cli/CommandLine.h"
 
-#include "base/Identity.h"
+#include "app/cli/VersionText.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -11,8 +11,6 @@
 namespace lumenvale {
 
 namespace {
-
-constexpr char levelForms[] = "LEVEL is 42%, 0.42, +5% or -5%.";
 
 // The program's own options.
 constexpr char simulate[] = "--simulate";
@@ -75,7 +73,7 @@ public:
             const auto texts = isFlag ? std::vector<std::string>() : options[i]->results();
             for (const std::string& text : texts) {
                 if (described[i].kind == ValueKind::level && !parseLevel(text))
-                    return tl::unexpected('"' + text + "\" is not a brightness. " + levelForms);
+                    return tl::unexpected(notALevel(text));
             }
             result.given[described[i].name] = texts;
         }
@@ -140,7 +138,8 @@ const std::vector<Argument>& programOptions()
     return options;
 }
 
-tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments)
+tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments,
+                                                        const std::string& program)
 {
     CLI::App app{
         "Controls the brightness of every connected display. Without a command it is the desktop program.",
@@ -166,7 +165,7 @@ tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string>
         line.answer = help.str();
         return line;
     } catch (const CLI::ParseError& mistake) {
-        return tl::unexpected(std::string(mistake.what()) + "\nRun lumenvale --help for more.");
+        return tl::unexpected(std::string(mistake.what()) + "\nRun " + program + " --help for more.");
     }
 
     CommandLine line = withOptions(*options.values());
@@ -180,11 +179,6 @@ tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string>
         line.values = std::move(*values);
     }
     return line;
-}
-
-std::string versionText()
-{
-    return std::string(applicationName) + " " + LUMENVALE_VERSION + " (" + LUMENVALE_BUILD_NUMBER + ")";
 }
 
 } // namespace lumenvale

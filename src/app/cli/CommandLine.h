@@ -24,10 +24,9 @@ struct CommandLine {
 /// What may stand before a verb.
 const std::vector<Argument>& programOptions();
 
-/// Reads the arguments that follow the program's name. The error is the text for standard error.
-tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments);
-
-/// "Lumenvale 1.0.0 (1)": version and build number.
-std::string versionText();
+/// Reads the arguments that follow the program's name, which hints give as the user did. The error is the text for
+/// standard error.
+tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string> arguments,
+                                                        const std::string& program = "lumenvale");
 
 } // namespace lumenvale

@@ -67,9 +67,9 @@ std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,
                                                                    const std::string& text)
 {
-    if (text == "all" && displays.empty())
+    if (text == allDisplays && displays.empty())
         return tl::unexpected(std::string("There is no display."));
-    if (text == "all")
+    if (text == allDisplays)
         return displays;
     std::vector<Candidate> candidates;
     candidates.reserve(displays.size());

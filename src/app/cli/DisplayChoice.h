@@ -26,7 +26,10 @@ tl::expected<std::size_t, std::string> chooseByName(const std::vector<Candidate>
 /// The connected displays in the system's order, not yet inspected.
 std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens);
 
-/// The display that `text` names, or all of them for "all".
+/// Names all displays.
+constexpr char allDisplays[] = "all";
+
+/// The display that `text` names, or all of them for `allDisplays`.
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,
                                                                    const std::string& text);
 

@@ -7,35 +7,73 @@ namespace lumenvale {
 
 namespace {
 
-template <typename T>
-OrderedJson orNull(const std::optional<T>& value)
+/// Calls `visit` with each field's name and the field.
+template <typename Display, typename Visit>
+void eachField(Display& display, const Visit& visit)
 {
-    return value ? OrderedJson(*value) : OrderedJson(nullptr);
+    visit("id", display.id);
+    visit("displayID", display.displayID);
+    visit("name", display.name);
+    visit("isBuiltIn", display.isBuiltIn);
+    visit("isMain", display.isMain);
+    visit("vendor", display.vendor);
+    visit("model", display.model);
+    visit("serial", display.serial);
+    visit("pixelWidth", display.pixelWidth);
+    visit("pixelHeight", display.pixelHeight);
+    visit("logicalWidth", display.logicalWidth);
+    visit("logicalHeight", display.logicalHeight);
+    visit("refreshRate", display.refreshRate);
+    visit("nativeResolution", display.nativeResolution);
+    visit("connection", display.connection);
+    visit("hardwareSerial", display.hardwareSerial);
+    visit("method", display.method);
+    visit("brightness", display.brightness);
+    visit("maximum", display.maximum);
+    visit("status", display.status);
+    visit("error", display.error);
+}
+
+template <typename T>
+OrderedJson encoded(const T& value)
+{
+    return value;
+}
+OrderedJson encoded(ControlMethod method) { return rawValue(method); }
+template <typename T>
+OrderedJson encoded(const std::optional<T>& value)
+{
+    return value ? encoded(*value) : OrderedJson(nullptr);
+}
+
+template <typename T>
+void decode(const Json& json, T& value)
+{
+    const bool fits = std::is_same_v<T, bool>          ? json.is_boolean()
+                      : std::is_same_v<T, std::string> ? json.is_string()
+                                                       : json.is_number();
+    if (fits)
+        json.get_to(value);
+}
+void decode(const Json& json, ControlMethod& method)
+{
+    for (const ControlMethod each : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable}) {
+        if (json == rawValue(each))
+            method = each;
+    }
+}
+template <typename T>
+void decode(const Json& json, std::optional<T>& value)
+{
+    if (!json.is_null())
+        decode(json, value.emplace());
 }
 
 OrderedJson toJson(const DisplayInfo& display)
 {
-    return {{"id", display.id},
-            {"displayID", display.displayID},
-            {"name", display.name},
-            {"isBuiltIn", display.isBuiltIn},
-            {"isMain", display.isMain},
-            {"vendor", display.vendor},
-            {"model", display.model},
-            {"serial", display.serial},
-            {"pixelWidth", display.pixelWidth},
-            {"pixelHeight", display.pixelHeight},
-            {"logicalWidth", display.logicalWidth},
-            {"logicalHeight", display.logicalHeight},
-            {"refreshRate", display.refreshRate},
-            {"nativeResolution", display.nativeResolution},
-            {"connection", display.connection},
-            {"hardwareSerial", display.hardwareSerial},
-            {"method", rawValue(display.method)},
-            {"brightness", orNull(display.brightness)},
-            {"maximum", display.maximum},
-            {"status", display.status},
-            {"error", orNull(display.error)}};
+    OrderedJson object;
+    eachField(display, [&object](const char* name, const auto& field) { object[name] = encoded(field); });
+    return object;
 }
 
 } // namespace
@@ -46,6 +84,25 @@ std::string displaysAsJson(const std::vector<DisplayInfo>& displays)
     for (const DisplayInfo& each : displays)
         list.push_back(toJson(each));
     return writeJson(list, 2);
+}
+
+std::string displayAsJson(const DisplayInfo& display) { return writeJson(toJson(display)); }
+
+std::optional<std::vector<DisplayInfo>> displaysFromJson(std::string_view text)
+{
+    const auto list = parseJson(text);
+    if (!list || !list->is_array())
+        return std::nullopt;
+    std::vector<DisplayInfo> displays;
+    for (const Json& object : *list) {
+        if (!object.is_object())
+            return std::nullopt;
+        eachField(displays.emplace_back(), [&object](const char* name, auto& field) {
+            if (const auto found = object.find(name); found != object.end())
+                decode(*found, field);
+        });
+    }
+    return displays;
 }
 
 } // namespace lumenvale

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/cli/CommandLine.h"
 #include "app/cli/DisplayChoice.h"
 #include "app/cli/Verb.h"
+#include "app/cli/VersionText.h"
 
 #include <sstream>
 

@@ -26,7 +26,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
             status = exitRefused;
         } else if (values.has(jsonFlag().name)) {
             continue; // it is in the list
-        } else if (wanted == "all") {
+        } else if (wanted == allDisplays) {
             context.out << display.name << ": " << percentageText(display) << '\n';
         } else {
             context.out << percentageText(display) << '\n'; // nothing but the number, for scripts

@@ -52,4 +52,9 @@ std::optional<LevelArgument> parseLevel(std::string_view text)
     return LevelArgument{isRelative, isNegative ? -fraction : fraction};
 }
 
+std::string notALevel(const std::string& text)
+{
+    return '"' + text + "\" is not a brightness. LEVEL is 42%, 0.42, +5% or -5%.";
+}
+
 } // namespace lumenvale

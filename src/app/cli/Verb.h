@@ -5,12 +5,15 @@
 #pragma once
 
 #include "app/cli/Argument.h"
+#include "base/Clock.h"
 #include "base/Task.h"
 #include "base/UserDefaults.h"
 #include "base/Words.h"
 #include "displays/Diagnostics.h"
 #include "displays/DisplayHardwareControlling.h"
+#include "displays/RunningProgram.h"
 #include "displays/ScreenSource.h"
+#include "displays/SystemEvents.h"
 
 #include <ostream>
 #include <string>
@@ -34,6 +37,9 @@ struct VerbContext {
     std::ostream& out;
     std::ostream& err;
     const int& reports; ///< how many mistakes in the user's files were reported so far
+    SystemEvents& events;
+    Clock& clock;
+    RunningProgram* program = nullptr; ///< null: the system has no way to hear of it
 };
 
 struct Verb {

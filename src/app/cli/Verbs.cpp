@@ -8,6 +8,7 @@ namespace lumenvale {
     VERB(listVerb)                                                                                                \
     VERB(namesVerb)                                                                                               \
     VERB(getVerb)                                                                                                 \
+    VERB(watchVerb)                                                                                               \
     VERB(setVerb)                                                                                                 \
     VERB(presetsVerb)                                                                                             \
     VERB(applyVerb)                                                                                               \

@@ -75,6 +75,9 @@ void AppDelegate::applicationDidFinishLaunching()
     applyPresentation(preferences.presentation.get());
     installMainMenu();
     observeDisplays();
+    if (services.shell.remote)
+        remote = std::make_unique<RemoteRequests>(*services.shell.remote, store, presets,
+                                                  [this](const Uuid& preset) { presetEditor().activate(preset); });
     store.startMonitoring();
     store.requestRefresh();
     if (!readDefault<bool>(services.defaults, hasOpenedSettingsKey).value_or(false)) {
@@ -92,6 +95,7 @@ void AppDelegate::applicationWillTerminate()
     if (shortcuts)
         shortcuts->stop();
     settingsWindow.reset();
+    remote.reset();
     setStatusItem(nullptr);
     services.shell.dock->setContent({});
     menus.reset();

@@ -7,6 +7,7 @@
 #include "app/cli/DesktopRequest.h"
 #include "app/desktop/MenuPublisher.h"
 #include "app/desktop/PanelController.h"
+#include "app/desktop/RemoteRequests.h"
 #include "app/desktop/SettingsWindow.h"
 #include "base/Words.h"
 #include "displays/Diagnostics.h"
@@ -95,6 +96,7 @@ private:
     LaterCall tellEditorLater;
     Subscription displayObservation;
     Subscription activePresetObservation;
+    std::unique_ptr<RemoteRequests> remote; ///< while the program shows itself, where other programs can reach it
     bool isTerminated = false;
 };
 

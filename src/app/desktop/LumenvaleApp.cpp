@@ -74,6 +74,7 @@ ProgramIdentity programIdentity(const std::optional<std::string>& simulationFold
     identity.command = {programFile()};
     if (isSimulated)
         identity.command.insert(identity.command.end(), {"--simulate", *simulationFolder});
+    identity.simulationFolder = simulationFolder.value_or("");
     return identity;
 }
 

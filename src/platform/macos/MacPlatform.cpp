@@ -26,5 +26,6 @@ Platform makeNativePlatform(const PlatformOptions& /*options*/, Clock& clock, Ma
 }
 
 Words nativeWords() { return portableWords; }
+std::unique_ptr<RunningProgram> makeNativeRunningProgram(const PlatformOptions&) { return nullptr; }
 
 } // namespace lumenvale

@@ -3,6 +3,7 @@
 #include "base/Identity.h"
 #include "platform/Shell.h"
 #include "platform/linux/desktop/QtWindowSystem.h"
+#include "platform/linux/desktop/RemoteOnBus.h"
 #include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
@@ -39,6 +40,7 @@ Shell makeNativeShell(const ProgramIdentity& identity)
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const bool isSimulated = identity.identifier == simulatedIdentifier;
     Shell shell;
+    shell.remote = std::make_unique<RemoteOnBus>(bus, identity); // before the program has its name on the bus
     shell.statusBar = std::make_unique<LinuxStatusBar>(bus, QString::fromStdString(identity.identifier));
     shell.dock =
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// The only source that is compiled anew for each commit.
+#include "app/cli/VersionText.h"
+
+#include "base/Identity.h"
+
+#include <LumenvaleCommit.h>
+
+namespace lumenvale {
+
+std::string versionText()
+{
+    return std::string(applicationName) + " " + LUMENVALE_VERSION + " (" + LUMENVALE_BUILD_NUMBER + ")" +
+           LUMENVALE_COMMIT;
+}
+
+} // namespace lumenvale

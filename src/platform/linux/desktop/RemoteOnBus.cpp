@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/desktop/RemoteOnBus.h"
+
+#include "platform/linux/bus/ProgramOnBus.h"
+
+#include <utility>
+
+namespace lumenvale {
+
+namespace {
+
+constexpr char refusedError[] = "app.lumenvale.Lumenvale.Error.Refused";
+
+} // namespace
+
+DisplaysAdaptor::DisplaysAdaptor(QObject* parent, const QDBusConnection& bus, const std::string& simulationFolder)
+    : QDBusAbstractAdaptor(parent), bus(bus), simulationFolder(QString::fromStdString(simulationFolder))
+{
+}
+
+QString DisplaysAdaptor::displays() const
+{
+    return content.displays ? QString::fromStdString(content.displays()) : QStringLiteral("[]");
+}
+
+void DisplaysAdaptor::Set(const QString& display, const QString& level, const QDBusMessage& call)
+{
+    if (content.set)
+        answer(call, content.set(display.toStdString(), level.toStdString()));
+}
+
+void DisplaysAdaptor::Apply(const QString& preset, const QDBusMessage& call)
+{
+    if (content.apply)
+        answer(call, content.apply(preset.toStdString()));
+}
+
+/// Where nothing is answered here, Qt says that it is done.
+void DisplaysAdaptor::answer(const QDBusMessage& call, const tl::expected<void, std::string>& outcome)
+{
+    if (outcome)
+        return;
+    call.setDelayedReply(true);
+    bus.send(call.createErrorReply(refusedError, QString::fromStdString(outcome.error())));
+}
+
+RemoteOnBus::RemoteOnBus(const QDBusConnection& bus, const ProgramIdentity& identity)
+    : bus(bus), path(QString::fromStdString(identity.objectPath) + displaysObject),
+      adaptor(new DisplaysAdaptor(&object, bus, identity.simulationFolder))
+{
+    this->bus.registerObject(path, &object, QDBusConnection::ExportAdaptors);
+}
+
+RemoteOnBus::~RemoteOnBus() { bus.unregisterObject(path); }
+
+void RemoteOnBus::setContent(RemoteContent content) { adaptor->content = std::move(content); }
+
+void RemoteOnBus::displaysChanged()
+{
+    const QString now = adaptor->displays();
+    if (std::exchange(lastTold, now) != now)
+        Q_EMIT adaptor->Changed(now);
+}
+
+} // namespace lumenvale

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// The object on the session bus through which other programs see and set the displays. The interface and its
+// meaning stand in packaging/linux/app.lumenvale.Lumenvale.Displays.xml. Main thread only.
+#pragma once
+
+#include "platform/Shell.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+
+namespace lumenvale {
+
+class DisplaysAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "app.lumenvale.Lumenvale.Displays")
+    Q_PROPERTY(QString Displays READ displays)
+    Q_PROPERTY(QString Folder READ folder)
+
+public:
+    DisplaysAdaptor(QObject* parent, const QDBusConnection& bus, const std::string& simulationFolder);
+
+    QString displays() const;
+    QString folder() const { return simulationFolder; }
+
+    RemoteContent content;
+
+    // NOLINTBEGIN(readability-identifier-naming): the interface names them
+public Q_SLOTS:
+    void Set(const QString& display, const QString& level, const QDBusMessage& call);
+    void Apply(const QString& preset, const QDBusMessage& call);
+
+Q_SIGNALS:
+    void Changed(const QString& displays);
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    void answer(const QDBusMessage& call, const tl::expected<void, std::string>& outcome);
+
+    QDBusConnection bus;
+    QString simulationFolder;
+};
+
+class RemoteOnBus final : public RemoteControl {
+public:
+    RemoteOnBus(const QDBusConnection& bus, const ProgramIdentity& identity);
+    ~RemoteOnBus() override;
+
+    void setContent(RemoteContent content) override;
+    void displaysChanged() override;
+
+private:
+    QDBusConnection bus;
+    QString path;
+    QObject object;
+    DisplaysAdaptor* adaptor; ///< the object's
+    QString lastTold;
+};
+
+} // namespace lumenvale
