@@ -102,7 +102,7 @@ Done.
 The hardware refused; standard error says what and why.
 .TP
 .B 2
-Wrong use.
+Wrong use, or a mistake in the files that were read.
 .TP
 .B 3
 There is no such display or preset.
@@ -113,6 +113,12 @@ Presets and preferences.
 .TP
 .I /usr/lib/udev/rules.d/60\-lumenvale\-i2c.rules
 Lets the user at the machine reach the monitors' channels.
+.TP
+.I /usr/share/dbus\-1/interfaces/app.lumenvale.Lumenvale.Displays.xml
+What other programs may ask of the running program over the session bus.
+.TP
+.I /usr/share/doc/lumenvale\-cli/examples/status\-bar.md
+How status bars show the brightness.
 .SH EXAMPLES
 .TP
 .B lumenvale set all 40%
@@ -120,6 +126,9 @@ Sets every display to 40 %.
 .TP
 .B lumenvale set Dell +5%
 Makes the display whose name begins with Dell a little brighter.
+.TP
+.B lumenvale watch
+Prints a line at each change, until it is stopped.
 .TP
 .B lumenvale apply Evening
 Sets the displays to the levels of a preset.

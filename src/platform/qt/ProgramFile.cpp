@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <initializer_list>
 
 namespace lumenvale {
@@ -31,6 +32,16 @@ std::string programFile()
     if (!packed.isEmpty())
         return packed.toStdString();
     return findProgram({LUMENVALE_PROGRAM_PLACES}).value_or(QCoreApplication::applicationFilePath().toStdString());
+}
+
+std::string programCommand()
+{
+    const QString file = QString::fromStdString(programFile());
+    const QString name = QStringLiteral("lumenvale");
+    const QFileInfo found(QStandardPaths::findExecutable(name));
+    if (found.exists() && found.canonicalFilePath() == QFileInfo(file).canonicalFilePath())
+        return name.toStdString();
+    return (file.contains(' ') ? '\'' + file + '\'' : file).toStdString();
 }
 
 std::optional<std::string> desktopProgramFile() { return findProgram({LUMENVALE_DESKTOP_PROGRAM_PLACES}); }

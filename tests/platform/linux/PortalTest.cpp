@@ -3,6 +3,7 @@
 #include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
 #include "platform/linux/portal/PortalShortcut.h"
+#include "platform/qt/ProgramFile.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -132,9 +133,12 @@ const std::string notAccepted =
     "The desktop did not accept this shortcut. Choose a key for it in the desktop's own keyboard settings.";
 const std::string notAllowed =
     "The desktop did not allow system-wide shortcuts. Allow them in its settings for apps.";
-const std::string noPortal =
-    "This desktop lets no app set system-wide shortcuts. In its own keyboard settings, bind a key to the command "
-    "\"lumenvale apply\" followed by the preset's name.";
+std::string noPortal()
+{
+    return "This desktop lets no app set system-wide shortcuts. In its own keyboard settings, bind a key to the "
+           "command \"" +
+           programCommand() + " apply\" followed by the preset's name.";
+}
 const std::string stopped = "The desktop's service for system-wide shortcuts has stopped.";
 
 TEST_F(PortalHotKeysTest, EveryKindOfPortalBindsTheKeysOrSaysWhyNot)
@@ -148,7 +152,7 @@ TEST_F(PortalHotKeysTest, EveryKindOfPortalBindsTheKeysOrSaysWhyNot)
         {{}, {0, {{f5, "a"}, {k, "b"}}}, {}, {{1, ""}, {2, ""}}, " BindShortcuts"},
         {{}, {}, {0, {{f5, ""}, {k, "b"}}}, {{1, notAccepted}, {2, ""}}, " BindShortcuts ListShortcuts"},
         {{}, {1}, {}, {{1, notAllowed}, {2, notAllowed}}, " BindShortcuts"},
-        {{2}, {}, {}, {{1, noPortal}, {2, noPortal}}, ""},
+        {{2}, {}, {}, {{1, noPortal()}, {2, noPortal()}}, ""},
     };
     for (const auto& row : rows) {
         start(row.create, row.bind, row.listed);

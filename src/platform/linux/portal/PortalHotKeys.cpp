@@ -4,6 +4,7 @@
 #include "platform/linux/keyboard/ShortcutMessages.h"
 #include "platform/linux/portal/PortalRequest.h"
 #include "platform/linux/portal/PortalSession.h"
+#include "platform/qt/ProgramFile.h"
 
 #include <QDBusServiceWatcher>
 #include <QTimer>
@@ -26,8 +27,8 @@ std::string explain(PortalFailure failure)
         break;
     }
     return "This desktop lets no app set system-wide shortcuts. In its own keyboard settings, bind a key to the "
-           "command "
-           "\"lumenvale apply\" followed by the preset's name.";
+           "command \"" +
+           programCommand() + " apply\" followed by the preset's name.";
 }
 
 class PortalHotKeys final : public HotKeyService {
