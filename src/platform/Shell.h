@@ -186,8 +186,11 @@ struct Shell {
     std::unique_ptr<RemoteControl> remote; ///< null where programs have no bus to call each other
 };
 
-/// True when the process is the host of another program's tests and must not act as the program. Defined once
-/// per system, like the following. Main thread.
+/// Before the application object: has Qt leave to this program when it comes to the front. Defined once per
+/// system, like the following.
+void prepareApplication();
+
+/// True when the process is the host of another program's tests and must not act as the program. Main thread.
 bool isTestHost();
 
 // The following after the application object.

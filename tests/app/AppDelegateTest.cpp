@@ -4,6 +4,7 @@
 
 #include "FakeShell.h"
 #include "base/MemoryUserDefaults.h"
+#include "platform/macos/shell/PanelPointer.h"
 #include "support/FakeDisplayHardware.h"
 #include "support/FakeHotKeyService.h"
 #include "support/FakeScreenSource.h"
@@ -255,6 +256,23 @@ TEST_F(AppDelegateTest, NothingOutlivesTheDelegateWhateverIsOpen)
     turnLoop();
     EXPECT_EQ(clock.pendingCount(), 0u);
     hardware.answerAll(); // late answers reach nothing
+}
+
+TEST_F(AppDelegateTest, PointerThatMacOSHandsOnLightsUpWhatIsUnderIt)
+{
+    plug("A");
+    launch();
+    clickItem();
+    const auto* const button = panel()->findChild<QAbstractButton*>();
+    const QPoint inside = button->mapTo(panel(), button->rect().center());
+    const QPoint onScreen = panel()->mapToGlobal(inside);
+    const auto pass = [&](PointerMotion motion) {
+        passPointer(panel()->winId(), motion, {double(inside.x()), double(inside.y())},
+                    {double(onScreen.x()), double(onScreen.y())});
+        return button->underMouse();
+    };
+    EXPECT_TRUE((pass(PointerMotion::entered), pass(PointerMotion::moved)));
+    EXPECT_FALSE(pass(PointerMotion::left));
 }
 
 } // namespace

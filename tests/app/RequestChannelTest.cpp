@@ -32,7 +32,7 @@ TEST(RequestChannel, RequestsArriveWholeAndInOrderWhateverElseIsInThePipe)
     EXPECT_FALSE(send({})) << "its pipe is still there";
     const RequestReceiver receiver(folder, receive);
     std::ofstream(folder + "/requests") << "\n{}\n[1]\n{\"action\": 7}\n{\"action\": \"explode\"}\n"
-                                        << std::string(9000, 'z');
+                                        << std::string(7000, 'z');
     QCoreApplication::processEvents();
     EXPECT_FALSE(send({Action::applyPreset, std::string(5000, 'x'), ""})) << "could be torn apart";
     const std::vector<DesktopRequest> requests = {{Action::showPanel, "", ""},

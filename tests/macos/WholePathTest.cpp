@@ -28,6 +28,8 @@ void* objc_autoreleasePoolPush()
 void objc_autoreleasePoolPop(void*) { --poolCount; }
 }
 
+extern "C" CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t displayID);
+
 namespace lumenvale {
 
 int openPools() { return poolCount; }
@@ -37,6 +39,7 @@ namespace {
 using fakesdk::Dict;
 using fakesdk::Node;
 
+constexpr char coreDisplay[] = "/System/Library/Frameworks/CoreDisplay.framework/CoreDisplay";
 constexpr char library[] = "/System/Library/PrivateFrameworks/DisplayServices.framework/DisplayServices";
 
 float panelBrightness = 0.625F;
@@ -74,6 +77,8 @@ struct WholePathTest : MacTest {
         silent.silent = true;
         machine.frameworks[library] = {{"DisplayServicesGetBrightness", reinterpret_cast<void*>(&readPanel)},
                                        {"DisplayServicesSetBrightness", reinterpret_cast<void*>(&setPanel)}};
+        machine.frameworks[coreDisplay] = {{"CoreDisplay_DisplayCreateInfoDictionary",
+                                            reinterpret_cast<void*>(&CoreDisplay_DisplayCreateInfoDictionary)}};
         machine.displays = {
             {.id = 1, .builtin = true, .uuid = "PANEL"},
             {.id = 2, .uuid = "MONITOR", .info = {{"IODisplayLocation", "IOService:/dispext0/AppleCLCD2"}}},

@@ -101,6 +101,7 @@ LumenvaleApp::LumenvaleApp(Options options) : options(std::move(options)) {}
 
 int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** argv)
 {
+    prepareApplication();
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // percentages are written alike everywhere
     QApplication::setQuitOnLastWindowClosed(false);

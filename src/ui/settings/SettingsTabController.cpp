@@ -131,7 +131,8 @@ void SettingsTabController::follow()
 void SettingsTabController::keyPressEvent(QKeyEvent* event)
 {
     const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
-    if (!isTab || !event->modifiers().testFlag(Qt::ControlModifier))
+    // Qt calls a Mac's Control key Meta, and its Command key, which never comes here with Tab, Control.
+    if (!isTab || !(event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)))
         return QWidget::keyPressEvent(event);
     const bool previous = event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
     const auto index = static_cast<std::size_t>(pages->currentIndex());

@@ -2,8 +2,8 @@
 #include "platform/simulated/SimulatedPlatform.h"
 
 #include "platform/simulated/SimulatedFolder.h"
-#include "support/ManualMainThread.h"
 #include "support/ManualClock.h"
+#include "support/ManualMainThread.h"
 #include "support/MonitorFolder.h"
 
 #include <QCoreApplication>
@@ -147,6 +147,7 @@ TEST(SimulatedPlatform, MakesTheReadyMadeMonitorsOnceAndLeavesThemToTheUser)
     EXPECT_EQ(readyMadeSimulation(), folder);
     EXPECT_EQ(monitors.read().displays[1].monitor.ddc->current, 7);
     qunsetenv("XDG_STATE_HOME");
+    QDir(QString::fromStdString(*folder)).removeRecursively(); // a Mac's is not in `state`
 }
 
 } // namespace

@@ -5,8 +5,10 @@
 
 NS_ASSUME_NONNULL_BEGIN
 typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
-    NSTrackingActiveInActiveApp = 0x40,
-    NSTrackingActiveAlways = 0x80
+    NSTrackingMouseEnteredAndExited = 0x01,
+    NSTrackingMouseMoved = 0x02,
+    NSTrackingActiveAlways = 0x80,
+    NSTrackingInVisibleRect = 0x200
 };
 
 @interface NSTrackingArea : NSObject
@@ -14,14 +16,9 @@ typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
                      options:(NSTrackingAreaOptions)options
                        owner:(nullable id)owner
                     userInfo:(nullable NSDictionary*)userInfo;
-@property(readonly) NSRect rect;
-@property(readonly) NSTrackingAreaOptions options;
-@property(nullable, readonly, weak) id owner;
-@property(nullable, readonly, copy) NSDictionary* userInfo;
 @end
 
 @interface NSView (TrackingAreas)
 - (void)addTrackingArea:(NSTrackingArea*)trackingArea;
-@property(readonly, copy) NSArray<NSTrackingArea*>* trackingAreas;
 @end
 NS_ASSUME_NONNULL_END

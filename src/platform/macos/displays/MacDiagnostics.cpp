@@ -61,6 +61,17 @@ Finding examineNativeFunctions()
             "Look for a newer version of Lumenvale."};
 }
 
+Finding examineInformation()
+{
+    if (MacDisplaySystem().hasInformation())
+        return {Kind::good, "", "The system's description of displays was loaded.", ""};
+    return {Kind::problem, "",
+            "This version of macOS does not have CoreDisplay's description of displays, by which monitors are "
+            "matched to "
+            "their channels.",
+            "Look for a newer version of Lumenvale."};
+}
+
 Finding examineExternal(const DisplayInfo& display, const std::vector<IOregService>& candidates)
 {
     MacDisplaySystem system;
@@ -105,7 +116,7 @@ std::vector<Finding> MacDiagnostics::examine(const std::vector<DisplayInfo>& dis
 {
     MacServiceRegistry registry;
     const std::vector<IOregService> candidates = enumerateServices(registry);
-    std::vector<Finding> findings{examineChannels(candidates), examineNativeFunctions()};
+    std::vector<Finding> findings{examineChannels(candidates), examineInformation(), examineNativeFunctions()};
     if (std::getenv("APP_SANDBOX_CONTAINER_ID"))
         findings.push_back({Kind::problem, "",
                             "The program runs in the App Sandbox, which closes the monitors' channels.",

@@ -2,20 +2,40 @@
 #include "platform/macos/displays/MacDisplaySystem.h"
 
 #include "platform/macos/displays/DisplayFacts.h"
-#include "platform/macos/displays/PrivateInterfaces.h"
 #include "platform/macos/foundation/PropertyConversion.h"
 
 #include <CoreGraphics/CoreGraphics.h>
 
+#include <dlfcn.h>
+
 namespace lumenvale {
+
+namespace {
+
+/// In the system's shared cache, where only dlopen finds it.
+constexpr char libraryPath[] = "/System/Library/Frameworks/CoreDisplay.framework/CoreDisplay";
+
+using Information = CFDictionaryRef (*)(std::uint32_t displayID);
+
+/// Null where this macOS does not have it. The library stays loaded.
+Information findInformation()
+{
+    void* const handle = dlopen(libraryPath, RTLD_LAZY);
+    return handle ? reinterpret_cast<Information>(dlsym(handle, "CoreDisplay_DisplayCreateInfoDictionary"))
+                  : nullptr;
+}
+
+} // namespace
+
+MacDisplaySystem::MacDisplaySystem() : information(findInformation()) {}
 
 std::optional<PropertyDictionary> MacDisplaySystem::informationDictionary(std::uint32_t displayID)
 {
-    if (!CoreDisplay_DisplayCreateInfoDictionary)
+    if (!information)
         return std::nullopt;
     const AutoreleasePool pool;
-    const CFReference<CFDictionaryRef> information(CoreDisplay_DisplayCreateInfoDictionary(displayID));
-    const auto value = toPropertyValue(information.get());
+    const CFReference<CFDictionaryRef> created(information(displayID));
+    const auto value = toPropertyValue(created.get());
     const auto* dictionary = value ? value->as<PropertyDictionary>() : nullptr;
     return dictionary ? std::optional(*dictionary) : std::nullopt;
 }

@@ -16,7 +16,4 @@ __attribute__((weak)) IOReturn IOAVServiceReadI2C(IOAVServiceRef service, std::u
                                                   std::uint32_t dataAddress, void* buffer, std::uint32_t size);
 __attribute__((weak)) IOReturn IOAVServiceWriteI2C(IOAVServiceRef service, std::uint32_t chipAddress,
                                                    std::uint32_t dataAddress, void* buffer, std::uint32_t size);
-
-// CoreDisplay
-__attribute__((weak)) CFDictionaryRef CoreDisplay_DisplayCreateInfoDictionary(std::uint32_t displayID);
 }

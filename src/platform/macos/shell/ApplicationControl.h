@@ -3,6 +3,8 @@
 // application object.
 #pragma once
 
+#include "base/Signal.h"
+
 #include <functional>
 #include <memory>
 
@@ -10,6 +12,9 @@ namespace lumenvale {
 
 /// Shows or hides the Dock icon; does nothing when that is so already. A program that was the active one stays it.
 void setInDock(bool isShown);
+
+/// Emitted by `setInDock` when it has changed something: the system may have taken status items out of the bar.
+Signal<>& dockChanged();
 
 /// Brings the program to the front of the others.
 void activateApplication();

@@ -22,7 +22,7 @@
 }
 - (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply
 {
-    const auto call = reopened; // it may end the handler
+    const auto call = reopened;               // it may end the handler
     call();
 }
 @end
@@ -65,8 +65,23 @@ void setInDock(bool isShown)
         return;
     const BOOL wasActive = NSApp.active;
     [NSApp setActivationPolicy:policy];
-    if (wasActive) // giving up the icon deactivates the program, and its windows go behind others'
-        activateApplication();
+    dockChanged().emit();
+    if (!wasActive)
+        return;
+    // Giving up the icon deactivates the program, and its windows go behind others'. A program that gets one while
+    // it is active keeps the menu bar of before, which answers no click, until another program was active.
+    if (isShown)
+        [[NSRunningApplication runningApplicationsWithBundleIdentifier:@"com.apple.dock"].firstObject
+            activateWithOptions:0];
+    dispatch_async(dispatch_get_main_queue(), ^{
+      activateApplication();
+    });
+}
+
+Signal<>& dockChanged()
+{
+    static Signal<> signal;
+    return signal;
 }
 
 // Since macOS 14 there is also `activate`, a mere request, which the system declines for a program whose only

@@ -2,9 +2,24 @@
 #include "platform/macos/shell/MacDock.h"
 
 #include <QAction>
+#include <QGuiApplication>
+#include <QWindow>
 #include <utility>
 
 namespace lumenvale {
+
+namespace {
+
+/// As AppKit's own handler of clicks on the icon does, in whose place ours is.
+void showMinimised()
+{
+    for (QWindow* const window : QGuiApplication::topLevelWindows()) {
+        if (window->windowStates().testFlag(Qt::WindowMinimized))
+            window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    }
+}
+
+} // namespace
 
 MacDock::MacDock()
 {
@@ -20,7 +35,10 @@ void MacDock::setContent(DockContent next)
     content = std::move(next);
     reopenHandler.reset();
     if (content.reopen)
-        reopenHandler.emplace(content.reopen);
+        reopenHandler.emplace([reopen = content.reopen] {
+            showMinimised();
+            reopen();
+        });
 }
 
 void MacDock::cancelTracking()

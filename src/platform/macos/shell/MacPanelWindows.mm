@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/shell/MacPanelWindows.h"
 
+#include "platform/macos/displays/AppKitScreens.h"
 #include "platform/macos/shell/ApplicationControl.h"
+#include "platform/macos/shell/PanelPointer.h"
 
 #import <AppKit/AppKit.h>
 #import <AppKit/NSTrackingArea.h>
@@ -11,6 +13,40 @@
 /// A setter of NSPanel without a public declaration.
 @protocol LMVPreventsActivation
 - (void)_setPreventsActivation:(BOOL)prevents;
+@end
+
+/// Hands what the pointer does over a panel's view on, while Qt does not.
+@interface LMVPanelPointer : NSObject {
+@public
+    __weak NSView* view;
+}
+@end
+
+@implementation LMVPanelPointer
+- (void)pass:(lumenvale::PointerMotion)motion of:(NSEvent*)event
+{
+    NSView* const panel = view;
+    if (!panel || NSApp.active)
+        return;                                                                      // Qt hears of it by itself
+    const NSPoint inside = [panel convertPoint:event.locationInWindow fromView:nil]; // Qt's view is flipped
+    const NSRect spot =
+        [panel.window convertRectToScreen:NSMakeRect(event.locationInWindow.x, event.locationInWindow.y, 0, 0)];
+    const lumenvale::Rect onScreen = lumenvale::qtRect(spot.origin.x, spot.origin.y, 0, 0);
+    lumenvale::passPointer(reinterpret_cast<lumenvale::WindowHandle>((__bridge void*)panel), motion,
+                           {inside.x, inside.y}, {onScreen.x, onScreen.y});
+}
+- (void)mouseEntered:(NSEvent*)event
+{
+    [self pass:lumenvale::PointerMotion::entered of:event];
+}
+- (void)mouseMoved:(NSEvent*)event
+{
+    [self pass:lumenvale::PointerMotion::moved of:event];
+}
+- (void)mouseExited:(NSEvent*)event
+{
+    [self pass:lumenvale::PointerMotion::left of:event];
+}
 @end
 
 namespace lumenvale {
@@ -23,6 +59,8 @@ NSView* viewOf(WindowHandle handle) { return (__bridge NSView*)reinterpret_cast<
 
 /// Kept on a panel's view, and so what tells one from other windows: the radius of its corners.
 constexpr char cornerRadiusKey = 0;
+/// Kept on it likewise: its LMVPanelPointer.
+constexpr char pointerKey = 0;
 
 NSNumber* cornerRadiusOf(NSView* view) { return objc_getAssociatedObject(view, &cornerRadiusKey); }
 
@@ -83,25 +121,22 @@ void layMaterial(NSWindow* window, double cornerRadius)
     [window invalidateShadow]; // it follows the outline
 }
 
-/// Qt follows the pointer only while its program is the active one, which a panel's seldom is: nothing
-/// under the pointer would light up or show its help.
+/// While the program is not the active one, which a panel's seldom is, Qt drops what the pointer does: nothing
+/// under it would light up or show its help. An area of our own hears of it then, as long as the view exists.
 void followPointer(NSView* view)
 {
-    NSArray<NSTrackingArea*>* const areas = view.trackingAreas;
-    for (NSTrackingArea* each in areas) {
-        if (each.options & NSTrackingActiveAlways)
-            return; // done already
-    }
-    for (NSTrackingArea* each in areas) {
-        if (!(each.options & NSTrackingActiveInActiveApp))
-            continue;
-        const NSTrackingAreaOptions options =
-            (each.options & ~NSTrackingAreaOptions(NSTrackingActiveInActiveApp)) | NSTrackingActiveAlways;
-        [view addTrackingArea:[[NSTrackingArea alloc] initWithRect:each.rect
-                                                           options:options
-                                                             owner:each.owner
-                                                          userInfo:each.userInfo]];
-    }
+    if (objc_getAssociatedObject(view, &pointerKey))
+        return;
+    LMVPanelPointer* const pointer = [LMVPanelPointer new];
+    pointer->view = view;
+    objc_setAssociatedObject(view, &pointerKey, pointer,
+                             OBJC_ASSOCIATION_RETAIN_NONATOMIC); // the area does not keep it
+    [view addTrackingArea:[[NSTrackingArea alloc]
+                              initWithRect:view.bounds
+                                   options:NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved |
+                                           NSTrackingActiveAlways | NSTrackingInVisibleRect
+                                     owner:pointer
+                                  userInfo:nil]];
 }
 
 class OutsideClickMonitor final : public EventMonitor {

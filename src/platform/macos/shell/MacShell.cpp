@@ -12,14 +12,21 @@
 
 namespace lumenvale {
 
+void prepareApplication()
+{
+    // Else Qt makes the program the active one when it has started, at login too, and takes the keys from what the
+    // user types into.
+    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
+    // The same whenever it raises a window, the panel included.
+    qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
+}
+
 bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
 
 std::unique_ptr<WindowSystem> makeNativeWindowSystem() { return nullptr; }
 
 Shell makeNativeShell(const ProgramIdentity& identity)
 {
-    // Else Qt makes the program the active one whenever it raises a window, the panel included.
-    qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
     Shell shell;
     shell.statusBar = std::make_unique<MacStatusBar>();
     shell.dock = std::make_unique<MacDock>();

@@ -3,9 +3,11 @@
 
 #include "platform/macos/displays/AppKitScreens.h"
 #include "platform/macos/foundation/NSStrings.h"
+#include "platform/macos/shell/ApplicationControl.h"
 
 #import <AppKit/AppKit.h>
 #import <AppKit/NSBitmapImageRep.h>
+#include <utility>
 
 @interface LMVStatusItemTarget : NSObject {
 @public
@@ -70,20 +72,16 @@ NSImage* templateImage(const StatusItemContent& content)
 
 class MacStatusItem final : public StatusItem {
 public:
-    explicit MacStatusItem(const StatusItemContent& content)
-        : target([LMVStatusItemTarget new]),
-          item([NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength])
+    explicit MacStatusItem(StatusItemContent shown)
+        : content(std::move(shown)), target([LMVStatusItemTarget new]),
+          dockObservation(dockChanged().subscribe([this] { showAnew(); }))
     {
         target->activated = content.activated;
-        NSStatusBarButton* const button = item.button;
-        button.image = templateImage(content);
-        button.toolTip = toNSString(content.toolTip);
-        button.target = target;
-        button.action = @selector(activate:);
+        show();
     }
     MacStatusItem(const MacStatusItem&) = delete;
     MacStatusItem& operator=(const MacStatusItem&) = delete;
-    ~MacStatusItem() override { [NSStatusBar.systemStatusBar removeStatusItem:item]; }
+    ~MacStatusItem() override { hide(); }
 
     std::optional<Rect> frame() const override
     {
@@ -99,15 +97,30 @@ public:
     void menuChanged() override {} // a click opens the panel; there is no menu
 
 private:
+    void show()
+    {
+        item = [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
+        item.autosaveName = @"Lumenvale"; // the user's place for it among the others
+        NSStatusBarButton* const button = item.button;
+        button.image = templateImage(content);
+        button.toolTip = toNSString(content.toolTip);
+        button.target = target;
+        button.action = @selector(activate:);
+    }
+    void hide() { [NSStatusBar.systemStatusBar removeStatusItem:item]; }
+    void showAnew() { hide(), show(); }
+
+    StatusItemContent content;
     LMVStatusItemTarget* target; // the button does not keep it
-    NSStatusItem* item;          // nor does the bar keep the item
+    NSStatusItem* item = nil;    // nor does the bar keep the item
+    Subscription dockObservation;
 };
 
 } // namespace
 
 std::unique_ptr<StatusItem> MacStatusBar::createItem(StatusItemContent content)
 {
-    return std::make_unique<MacStatusItem>(content);
+    return std::make_unique<MacStatusItem>(std::move(content));
 }
 
 } // namespace lumenvale
