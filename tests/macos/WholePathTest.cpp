@@ -134,6 +134,7 @@ TEST_F(WholePathTest, MatchesSetsVerifiesReadsAndExplains)
     for (const Finding& each : MacDiagnostics().examine(records))
         texts += each.displayID + ": " + each.text + '\n';
     EXPECT_EQ(texts, ": 2 display connections of this Mac have an I2C channel.\n"
+                     ": The system's description of displays was loaded.\n"
                      ": The system's brightness functions for its own displays were loaded.\n"
                      "PANEL: The system's own brightness functions drive this display.\n"
                      "MONITOR: The monitor answers over DDC/CI.\n"

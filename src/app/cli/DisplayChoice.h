@@ -33,6 +33,7 @@ constexpr char allDisplays[] = "all";
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,
                                                                    const std::string& text);
 
+/// The preset that `text` names.
 tl::expected<BrightnessPreset, std::string> choosePreset(const std::vector<BrightnessPreset>& presets,
                                                          const std::string& text);
 

@@ -15,19 +15,16 @@ namespace {
 /// In the system's shared cache, where only dlopen finds it.
 constexpr char libraryPath[] = "/System/Library/Frameworks/CoreDisplay.framework/CoreDisplay";
 
-using Information = CFDictionaryRef (*)(std::uint32_t displayID);
-
-/// Null where this macOS does not have it. The library stays loaded.
-Information findInformation()
-{
-    void* const handle = dlopen(libraryPath, RTLD_LAZY);
-    return handle ? reinterpret_cast<Information>(dlsym(handle, "CoreDisplay_DisplayCreateInfoDictionary"))
-                  : nullptr;
-}
-
 } // namespace
 
-MacDisplaySystem::MacDisplaySystem() : information(findInformation()) {}
+MacDisplaySystem::MacDisplaySystem()
+{
+    void* const opened = dlopen(libraryPath, RTLD_LAZY);
+    if (!opened)
+        return;
+    handle = std::shared_ptr<void>(opened, [](void* library) { dlclose(library); });
+    information = reinterpret_cast<Information>(dlsym(opened, "CoreDisplay_DisplayCreateInfoDictionary"));
+}
 
 std::optional<PropertyDictionary> MacDisplaySystem::informationDictionary(std::uint32_t displayID)
 {

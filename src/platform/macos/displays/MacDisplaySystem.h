@@ -6,6 +6,7 @@
 #include "hardware/DisplaySystem.h"
 
 #include <CoreFoundation/CoreFoundation.h>
+#include <memory>
 
 namespace lumenvale {
 
@@ -21,7 +22,10 @@ public:
     std::optional<std::string> uuid(std::uint32_t displayID) override;
 
 private:
-    CFDictionaryRef (*information)(std::uint32_t displayID);
+    using Information = CFDictionaryRef (*)(std::uint32_t displayID);
+
+    std::shared_ptr<void> handle; ///< of the library, which goes with it; null: there is none
+    Information information = nullptr;
 };
 
 } // namespace lumenvale
