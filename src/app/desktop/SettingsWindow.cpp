@@ -5,9 +5,9 @@
 #include "platform/KeyTranslation.h"
 #include "ui/controls/Accessibility.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -93,7 +93,9 @@ void SettingsWindow::resizeEvent(QResizeEvent* event)
 /// While a shortcut is recorded every key is the recording's; Escape otherwise reverts the editing session.
 bool SettingsWindow::handleKey(QWindow* window, QEvent* event)
 {
-    if (!windowHandle() || window != windowHandle())
+    const bool isForPopup =
+        QApplication::activePopupWidget() != nullptr; // it may get its keys by way of this window
+    if (!windowHandle() || window != windowHandle() || isForPopup)
         return false;
     if (event->type() == QEvent::ShortcutOverride && editor.recordingShortcutID.get()) {
         event->accept(); // the key is recorded, whatever else it means in the window
