@@ -41,11 +41,21 @@ function(lumenvale_precompile target header)
   endif()
 endfunction()
 
+# lumenvale_join(TARGET): hands sixteen sources at once to the compiler, so that what templates cost is paid once for
+# them. Each must compile alone, too: with LUMENVALE_JOIN=OFF.
+function(lumenvale_join target)
+  if(LUMENVALE_JOIN)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    # GCC takes a joined source for a header, where a type of an unnamed namespace would be a mistake.
+    target_compile_options(${target} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
+  endif()
+endfunction()
+
 # lumenvale_library(NAME): a static library `lumenvale_<NAME>` of every source directly in this folder, with ROOMS also
-# in the folders below it, or with FOLDERS of those directly in the folders named there instead. JOINED hands several sources at once to the compiler. LINK names what its headers
-# need, PRECOMPILE what to give to lumenvale_precompile.
+# in the folders below it, or with FOLDERS of those directly in the folders named there instead. LINK names what its
+# headers need, PRECOMPILE what to give to lumenvale_precompile.
 function(lumenvale_library name)
-  cmake_parse_arguments(arg "ROOMS;QT;JOINED" "PRECOMPILE" "LINK;FOLDERS" ${ARGN})
+  cmake_parse_arguments(arg "ROOMS;QT" "PRECOMPILE" "LINK;FOLDERS" ${ARGN})
   if(arg_ROOMS)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h *.mm)
   elseif(arg_FOLDERS)
@@ -63,10 +73,7 @@ function(lumenvale_library name)
     set_target_properties(lumenvale_${name} PROPERTIES AUTOMOC ON)
     target_compile_definitions(lumenvale_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY)
   endif()
-  # What the standard library's templates cost is paid once for eight sources. Each must compile alone, too.
-  if(arg_JOINED AND LUMENVALE_JOIN)
-    set_target_properties(lumenvale_${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-  endif()
+  lumenvale_join(lumenvale_${name})
   if(arg_PRECOMPILE)
     lumenvale_precompile(lumenvale_${name} ${arg_PRECOMPILE})
   endif()
@@ -94,7 +101,20 @@ function(lumenvale_test name)
   else()
     target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
   endif()
-  lumenvale_precompile(${name}_tests $<IF:$<BOOL:${arg_WIDGETS}>,tests-widgets,tests>)
+  # One precompiled header for those with widgets and one for the others, which therefore all are compiled like Qt's
+  # users.
+  target_compile_options(${name}_tests PRIVATE -fPIC)
+  set(first base_tests)
+  set(header tests)
+  if(arg_WIDGETS)
+    set(first ui_tests)
+    set(header tests-widgets)
+  endif()
+  if(TARGET ${first} AND NOT first STREQUAL ${name}_tests)
+    set(header ${first})
+  endif()
+  lumenvale_precompile(${name}_tests ${header})
+  lumenvale_join(${name}_tests)
   lumenvale_discover_tests(${name}_tests ${name}.)
 endfunction()
 

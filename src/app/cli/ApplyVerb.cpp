@@ -29,7 +29,7 @@ void printAbsent(std::ostream& out, const BrightnessPreset& preset, const std::v
     }
 }
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runApply(VerbContext& context, ArgumentValues values)
 {
     const PresetStore store(context.defaults);
     const auto preset = choosePreset(store.presets.get(), values.text(presetName));
@@ -54,7 +54,7 @@ Verb applyVerb()
     const Argument preset = {.name = presetName,
                              .kind = ValueKind::preset,
                              .help = "An identifier, a name, or an unambiguous start of one"};
-    return {"apply", "Set the displays to a preset's levels", {preset}, run};
+    return {"apply", "Set the displays to a preset's levels", {preset}, runApply};
 }
 
 } // namespace lumenvale

@@ -57,7 +57,7 @@ void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vect
     }
 }
 
-Task<int> run(VerbContext& context, ArgumentValues)
+Task<int> runDoctor(VerbContext& context, ArgumentValues)
 {
     auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
@@ -76,6 +76,6 @@ Task<int> run(VerbContext& context, ArgumentValues)
 
 } // namespace
 
-Verb doctorVerb() { return {"doctor", "Say what was found, what is missing, and how to get it", {}, run}; }
+Verb doctorVerb() { return {"doctor", "Say what was found, what is missing, and how to get it", {}, runDoctor}; }
 
 } // namespace lumenvale

@@ -7,7 +7,7 @@ namespace lumenvale {
 
 namespace {
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runGet(VerbContext& context, ArgumentValues values)
 {
     const std::string wanted = values.text(displayArgument().name);
     const auto chosen = chooseDisplays(connectedDisplays(context.screens), wanted);
@@ -37,6 +37,6 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 
 } // namespace
 
-Verb getVerb() { return {"get", "Print a display's brightness", {displayArgument(), jsonFlag()}, run}; }
+Verb getVerb() { return {"get", "Print a display's brightness", {displayArgument(), jsonFlag()}, runGet}; }
 
 } // namespace lumenvale

@@ -31,7 +31,7 @@ void printTable(std::ostream& out, const std::vector<DisplayInfo>& displays, con
     }
 }
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runList(VerbContext& context, ArgumentValues values)
 {
     auto inspection = context.hardware.inspect(connectedDisplays(context.screens));
     const std::vector<DisplayInfo> displays = co_await std::move(inspection);
@@ -46,6 +46,6 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 
 } // namespace
 
-Verb listVerb() { return {"list", "List the displays and their brightness", {jsonFlag()}, run}; }
+Verb listVerb() { return {"list", "List the displays and their brightness", {jsonFlag()}, runList}; }
 
 } // namespace lumenvale

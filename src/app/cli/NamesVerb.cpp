@@ -9,7 +9,7 @@ namespace {
 
 constexpr char presetsFlag[] = "--presets";
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runNames(VerbContext& context, ArgumentValues values)
 {
     if (values.has(presetsFlag)) {
         const PresetStore store(context.defaults);
@@ -28,7 +28,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 Verb namesVerb()
 {
     const Argument presets = {.name = presetsFlag, .kind = ValueKind::flag, .help = "Print the presets' names"};
-    return {"names", "Print the names of the connected displays, at once", {presets}, run};
+    return {"names", "Print the names of the connected displays, at once", {presets}, runNames};
 }
 
 } // namespace lumenvale

@@ -29,7 +29,7 @@ void printLines(std::ostream& out, const std::vector<BrightnessPreset>& presets,
     }
 }
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runPresets(VerbContext& context, ArgumentValues values)
 {
     const PresetStore store(context.defaults);
     if (values.has(jsonFlag().name))
@@ -42,6 +42,6 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 
 } // namespace
 
-Verb presetsVerb() { return {"presets", "List the presets", {jsonFlag()}, run}; }
+Verb presetsVerb() { return {"presets", "List the presets", {jsonFlag()}, runPresets}; }
 
 } // namespace lumenvale

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char levelName[] = "LEVEL";
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runSet(VerbContext& context, ArgumentValues values)
 {
     const auto chosen = chooseDisplays(connectedDisplays(context.screens), values.text(displayArgument().name));
     if (!chosen) {
@@ -29,7 +29,7 @@ Task<int> run(VerbContext& context, ArgumentValues values)
 Verb setVerb()
 {
     const Argument level = {.name = levelName, .kind = ValueKind::level, .help = "42%, 0.42, +5% or -5%"};
-    return {"set", "Set a display's brightness and verify it", {displayArgument(), level}, run};
+    return {"set", "Set a display's brightness and verify it", {displayArgument(), level}, runSet};
 }
 
 } // namespace lumenvale

@@ -16,7 +16,7 @@ namespace {
 
 constexpr char shortcutsInterface[] = "org.freedesktop.portal.GlobalShortcuts";
 constexpr char registryInterface[] = "org.freedesktop.host.portal.Registry";
-constexpr char sessionInterface[] = "org.freedesktop.portal.Session";
+constexpr char portalSessionInterface[] = "org.freedesktop.portal.Session";
 /// Some desktops remember the user's keys under this name, so it is the same in every run.
 constexpr char sessionToken[] = "lumenvale";
 constexpr uint refusedByUser = 1;
@@ -69,7 +69,7 @@ void PortalSession::sendClose()
         QTimer::singleShot(0, this, [this] { onClosed(); });
         return;
     }
-    auto message = QDBusMessage::createMethodCall(portalService, path, sessionInterface, "Close");
+    auto message = QDBusMessage::createMethodCall(portalService, path, portalSessionInterface, "Close");
     message.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this] { onClosed(); });
@@ -106,7 +106,7 @@ void PortalSession::sessionCreated(uint response, const QVariantMap& results)
         fail(response);
         return;
     }
-    bus.connect(portalService, session, sessionInterface, "Closed", this, SLOT(ended()));
+    bus.connect(portalService, session, portalSessionInterface, "Closed", this, SLOT(ended()));
     if (const QVariant bound = results.value("shortcuts"); bound.isValid())
         events.bound(readBoundShortcuts(bound));
     else
