@@ -10,10 +10,10 @@
 namespace lumenvale {
 namespace {
 
-constexpr char key[] = "brightnessPresets";
+constexpr char presetsKey[] = "brightnessPresets";
 using Levels = std::map<std::string, double>;
 
-PropertyData bytes(const std::string& text) { return PropertyData(text.begin(), text.end()); }
+PropertyData asData(const std::string& text) { return PropertyData(text.begin(), text.end()); }
 
 /// One stored preset; `id` completes its identity.
 std::string stored(int id, const std::string& values, const std::string& shortcut = "null")
@@ -27,12 +27,12 @@ PresetShortcut recorded(std::uint32_t code) { return {.recordedKeyCode = code}; 
 struct PresetStoreTest : testing::Test {
     PresetStore load(const std::string& document)
     {
-        defaults.values.insert_or_assign(key, bytes(document));
+        defaults.values.insert_or_assign(presetsKey, asData(document));
         return PresetStore(defaults);
     }
     std::vector<BrightnessPreset> saved() const
     {
-        return decodePresets(*defaults.values.at(key).as<PropertyData>()).value();
+        return decodePresets(*defaults.values.at(presetsKey).as<PropertyData>()).value();
     }
 
     MemoryUserDefaults defaults;
@@ -52,7 +52,7 @@ TEST_F(PresetStoreTest, LoadingKeepsTheFirstOfEqualIdentitiesAndDropsImpossibleL
     EXPECT_FALSE(std::signbit(loaded.presets->at(0).values.at("minus")));
     EXPECT_FALSE(loaded.presets->at(1).shortcut);
     EXPECT_TRUE(loaded.presets->at(2).shortcut);
-    EXPECT_EQ(defaults.values.at(key), PropertyValue(bytes(document))) << "loading does not save";
+    EXPECT_EQ(defaults.values.at(presetsKey), PropertyValue(asData(document))) << "loading does not save";
 }
 
 TEST_F(PresetStoreTest, UnreadablePresetsAreCopiedAsideOnceBeforeTheFirstSaveAndNeverOverwritten)
@@ -68,12 +68,12 @@ TEST_F(PresetStoreTest, UnreadablePresetsAreCopiedAsideOnceBeforeTheFirstSaveAnd
     PresetStore(defaults).addPreset({}, {});
     for (const char* document : {"[1]", "[2]", "[3]", "[2]"})
         load(document).save();
-    defaults.values.insert_or_assign(key, "[] as text");
+    defaults.values.insert_or_assign(presetsKey, "[] as text");
     PresetStore(defaults).save();
-    const std::map<std::string, PropertyValue> expected = {{key, bytes("[]")},
-                                                           {"brightnessPresets.unreadable", bytes("[1]")},
-                                                           {"brightnessPresets.unreadable.2", bytes("[2]")},
-                                                           {"brightnessPresets.unreadable.3", bytes("[3]")},
+    const std::map<std::string, PropertyValue> expected = {{presetsKey, asData("[]")},
+                                                           {"brightnessPresets.unreadable", asData("[1]")},
+                                                           {"brightnessPresets.unreadable.2", asData("[2]")},
+                                                           {"brightnessPresets.unreadable.3", asData("[3]")},
                                                            {"brightnessPresets.unreadable.4", "[] as text"}};
     EXPECT_EQ(defaults.values, expected);
 }
