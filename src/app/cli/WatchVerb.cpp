@@ -116,7 +116,7 @@ private:
     Subscription observation;
 };
 
-Task<int> run(VerbContext& context, ArgumentValues values)
+Task<int> runWatch(VerbContext& context, ArgumentValues values)
 {
     const std::string wanted = values.text(displayArgument().name);
     Watch watch(context, wanted.empty() ? allDisplays : wanted, values.has(jsonFlag().name));
@@ -133,7 +133,7 @@ Verb watchVerb()
     display.isOptional = true;
     Argument json = jsonFlag();
     json.help = "Print every field of the display that changed, as JSON in one line";
-    return {"watch", "Print displays' brightness, and a line at each change", {display, json}, run};
+    return {"watch", "Print displays' brightness, and a line at each change", {display, json}, runWatch};
 }
 
 } // namespace lumenvale
