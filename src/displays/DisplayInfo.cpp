@@ -31,6 +31,35 @@ double normalised(double value) { return std::isfinite(value) ? std::clamp(value
 
 bool isDdc(const DisplayInfo& display) { return display.method == ControlMethod::ddc; }
 
+/// The display's levels, where they count.
+const LevelRange* levelsOf(const DisplayInfo& display)
+{
+    return display.method == ControlMethod::apple && display.levels ? &*display.levels : nullptr;
+}
+
+/// How many of the smallest changes lead from 0.0 to 1.0; 0 where nothing is known of them.
+std::uint32_t hardwareUnits(const DisplayInfo& display)
+{
+    if (isDdc(display))
+        return display.maximum;
+    const LevelRange* levels = levelsOf(display);
+    return levels ? levels->highest - levels->lowest : 0;
+}
+
+/// How many hardware units a step is.
+double unitsPerStep(const DisplayInfo& display)
+{
+    return levelsOf(display) ? std::max(std::round(nativeStep * hardwareUnits(display)), 1.0) : 1.0;
+}
+
+/// `value` to the nearest of `units`, then changed by so many of them.
+double changed(double value, double change, double units)
+{
+    return std::clamp(std::round(normalised(value) * units) + change, 0.0, units) / units;
+}
+
+double signOf(int direction) { return direction < 0 ? -1.0 : direction > 0 ? 1.0 : 0.0; }
+
 int percentageDigits(const DisplayInfo& display)
 {
     if (!isDdc(display))
@@ -95,24 +124,30 @@ std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32
 double quantise(const DisplayInfo& display, double value)
 {
     const double clamped = normalised(value);
-    if (!isDdc(display) || display.maximum == 0)
-        return clamped;
-    return std::round(clamped * display.maximum) / display.maximum;
+    const std::uint32_t units = hardwareUnits(display);
+    return units == 0 ? clamped : changed(clamped, 0.0, units);
 }
 
 double step(int direction, std::optional<std::uint16_t> hardwareUnits, std::optional<double> value)
 {
-    const double current = normalised(value.value_or(0.0));
-    const double sign = direction < 0 ? -1.0 : direction > 0 ? 1.0 : 0.0;
-    if (!hardwareUnits || *hardwareUnits == 0)
-        return std::clamp(current + sign * nativeStep, 0.0, 1.0);
-    const double units = *hardwareUnits;
-    return std::clamp(std::round(current * units) + sign, 0.0, units) / units;
+    const double current = value.value_or(0.0);
+    if (hardwareUnits && *hardwareUnits != 0)
+        return changed(current, signOf(direction), *hardwareUnits);
+    return std::clamp(normalised(current) + signOf(direction) * nativeStep, 0.0, 1.0);
 }
 
 double step(const DisplayInfo& display, int direction)
 {
+    if (levelsOf(display))
+        return changed(display.brightness.value_or(0.0), signOf(direction) * unitsPerStep(display),
+                       hardwareUnits(display));
     return step(direction, isDdc(display) ? std::optional(display.maximum) : std::nullopt, display.brightness);
+}
+
+double stepSize(const DisplayInfo& display)
+{
+    const std::uint32_t units = hardwareUnits(display);
+    return units == 0 ? nativeStep : unitsPerStep(display) / units;
 }
 
 double adjusted(const DisplayInfo& display, double amount)
@@ -135,6 +170,11 @@ std::string percentageText(const DisplayInfo& display, std::optional<double> val
 
 std::string stepSizeText(const DisplayInfo& display)
 {
+    if (levelsOf(display)) {
+        const double count = unitsPerStep(display);
+        return decimal(count, 10) + (count > 1 ? " levels (" : " level (") +
+               decimal(100.0 * stepSize(display), 4) + " percentage points)";
+    }
     if (!isDdc(display))
         return "0.1 percentage points";
     const int units = std::max<int>(display.maximum, 1);
@@ -145,6 +185,10 @@ std::string rawValueText(const DisplayInfo& display)
 {
     if (!display.brightness)
         return "Not available";
+    if (const LevelRange* levels = levelsOf(display)) {
+        const auto above = static_cast<std::uint32_t>(std::llround(*display.brightness * hardwareUnits(display)));
+        return "level " + std::to_string(levels->lowest + above) + " of " + std::to_string(levels->highest);
+    }
     if (!isDdc(display))
         return decimal(*display.brightness, 9) + " / 1.0 (Float32)";
     const long units = std::lround(*display.brightness * display.maximum);
@@ -153,6 +197,9 @@ std::string rawValueText(const DisplayInfo& display)
 
 std::string rangeText(const DisplayInfo& display)
 {
+    if (const LevelRange* levels = levelsOf(display))
+        return std::to_string(std::uint64_t{hardwareUnits(display)} + 1) + " levels; integer range " +
+               std::to_string(levels->lowest) + "–" + std::to_string(levels->highest) + ".";
     if (!isDdc(display))
         return "The API accepts a value from 0 to 1. The panel’s physical step size is not reported.";
     return std::to_string(display.maximum + 1) + " command values; integer range 0–" +

@@ -28,6 +28,14 @@ enum class BrightnessError { disconnected, writeFailed, readFailed, mismatch };
 /// A whole sentence for the user.
 std::string_view description(BrightnessError error);
 
+/// The levels of a panel's brightness scale as its driver counts them. The lowest is 0.0, the highest 1.0.
+struct LevelRange {
+    std::uint32_t lowest = 0;
+    std::uint32_t highest = 1; ///< above `lowest`
+
+    bool operator==(const LevelRange& other) const = default;
+};
+
 struct DisplayInfo {
     std::string id;              ///< the display's UUID in canonical form, or "display-" and its number
     std::uint32_t displayID = 0; ///< the system's number; valid only while connected
@@ -49,6 +57,7 @@ struct DisplayInfo {
     ControlMethod method = ControlMethod::unavailable;
     std::optional<double> brightness; ///< 0.0 to 1.0
     std::uint16_t maximum = 100;      ///< of the DDC/CI luminance scale; without meaning for other methods
+    std::optional<LevelRange> levels; ///< of a native display whose system tells them; none for other methods
     std::string status = "Checking hardware…";
     std::optional<std::string> error;
 
@@ -62,16 +71,21 @@ DisplayInfo* findDisplay(std::vector<DisplayInfo>& displays, const std::string& 
 /// `uuid` where the system gives one, else "display-" and the decimal display number.
 std::string stableIdentifier(const std::optional<std::string>& uuid, std::uint32_t displayID);
 
-/// The nearest brightness that the display can take: not finite gives 0, everything is clamped to 0…1, and a
-/// DDC display's value becomes a whole multiple of 1/maximum (halves away from zero).
+/// The nearest brightness that the display can take: not finite gives 0, everything is clamped to 0…1, and the
+/// value becomes a whole multiple of 1/maximum on a DDC display, and one of its levels on a native display that
+/// has levels (halves away from zero).
 double quantise(const DisplayInfo& display, double value);
 
 /// One step from `value` (0.0 when absent) in the direction of the sign of `direction`: one of `hardwareUnits`
 /// when given and not 0, else 0.001. Clamped to 0…1.
 double step(int direction, std::optional<std::uint16_t> hardwareUnits, std::optional<double> value);
 
-/// The same with the display's own units and brightness.
+/// The same with the display's own units and brightness. On a native display with levels a step is 0.001 to the
+/// nearest level, and at least one level.
 double step(const DisplayInfo& display, int direction);
+
+/// What a step away from the ends changes.
+double stepSize(const DisplayInfo& display);
 
 /// The display's brightness (0.0 when absent) changed by `amount` and quantised. Moves by at least one step unless
 /// `amount` is 0, so that repeating a small change reaches the end of a coarse scale too.

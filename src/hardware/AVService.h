@@ -3,6 +3,8 @@
 // Hardware thread only; shared ownership keeps it open.
 #pragma once
 
+#include "hardware/Hold.h"
+
 #include <cstdint>
 #include <span>
 
@@ -20,6 +22,10 @@ public:
     /// Fills `bytes` from the 7-bit `chipAddress`. Returns 0, or the system's failure code; what was read before
     /// a failure may be in `bytes`.
     virtual int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) = 0;
+
+    /// Keeps other programs from the channel. Never waits: null while one of them has it. While an earlier hold
+    /// lasts, that one again.
+    virtual Hold tryHold() { return holdOfNothing(); }
 };
 
 } // namespace lumenvale

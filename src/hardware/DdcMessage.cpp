@@ -5,6 +5,7 @@ namespace lumenvale {
 
 namespace {
 
+constexpr std::array<std::uint8_t, 2> getHeader = {0x82, 0x01};
 constexpr std::uint8_t getSeed = 0x6E;
 constexpr std::uint8_t setSeed = 0x6E ^ 0x51;
 constexpr std::uint8_t replySeed = 0x50;
@@ -25,7 +26,7 @@ std::uint16_t bigEndian(std::uint8_t high, std::uint8_t low)
 
 std::array<std::uint8_t, 4> getVcpRequest(std::uint8_t code)
 {
-    std::array<std::uint8_t, 4> message = {0x82, 0x01, code, 0};
+    std::array<std::uint8_t, 4> message = {getHeader[0], getHeader[1], code, 0};
     message.back() = checksum(getSeed, std::span(message).first(message.size() - 1));
     return message;
 }
@@ -41,6 +42,14 @@ std::array<std::uint8_t, 6> setVcpRequest(std::uint8_t code, std::uint16_t value
 bool hasValidChecksum(std::span<const std::uint8_t> reply)
 {
     return !reply.empty() && checksum(replySeed, reply.first(reply.size() - 1)) == reply.back();
+}
+
+bool isReplyTo(std::span<const std::uint8_t> message, std::span<const std::uint8_t> reply)
+{
+    const bool isGet = message.size() == 4 && message[0] == getHeader[0] && message[1] == getHeader[1];
+    if (!isGet)
+        return true;
+    return reply.size() == vcpReplyLength && reply[1] == 0x88 && reply[2] == 0x02 && reply[4] == message[2];
 }
 
 std::optional<VcpReading> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code)

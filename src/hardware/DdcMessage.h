@@ -35,6 +35,10 @@ std::array<std::uint8_t, 6> setVcpRequest(std::uint8_t code, std::uint16_t value
 /// True when the last byte is the checksum of the others. False for an empty reply.
 bool hasValidChecksum(std::span<const std::uint8_t> reply);
 
+/// False for what comes instead of a reply to the request `message`: a null message (6E 80 BE), or the reply to
+/// somebody else's request. Its checksum and its result are not looked at. True after any other message.
+bool isReplyTo(std::span<const std::uint8_t> message, std::span<const std::uint8_t> reply);
+
 /// The reading in a reply to a Get request for `code`; none unless every byte of it is as it must be.
 std::optional<VcpReading> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code);
 

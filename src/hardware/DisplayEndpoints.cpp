@@ -3,7 +3,6 @@
 
 #include "hardware/DdcExchange.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -17,6 +16,8 @@ constexpr DdcTiming probeTiming{.retries = 2};
 constexpr DdcTiming writeTiming{.retries = 2};
 /// A display that does not answer at once is left alone until the next round.
 constexpr DdcTiming monitoringTiming{.retries = 0};
+/// A reading gives way to what others do with the display, since what the user asks for must not wait behind it.
+constexpr auto monitoringPatience = 200ms;
 /// Monitors need it to take a value over before they report it.
 constexpr auto settleWait = 80ms;
 /// How far a native value may differ from the requested one and still count as verified: the system's 32-bit
@@ -43,38 +44,68 @@ void describe(DisplayInfo& display, const Route& route)
 } // namespace
 
 DisplayEndpoints::DisplayEndpoints(HardwareAccess access)
-    : access(withLogging(std::move(access))), native(std::move(this->access.native))
+    : holdWait{access.pause, access.log, access.stopping}, access(guarded(std::move(access))),
+      native(std::move(this->access.native))
 {
 }
 
-std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays,
-                                                   const CancellationToken& stopping)
+std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays)
 {
     endpoints.clear();
+    return inspectAgain(displays);
+}
+
+std::vector<DisplayInfo> DisplayEndpoints::inspectAgain(const std::vector<DisplayInfo>& displays)
+{
     if (displays.empty())
         return {};
     std::vector<DisplayInfo> inspected;
     const std::vector<Route> routes = access.routes->find(displays);
-    for (std::size_t i = 0; i < displays.size() && !stopping.isCancelled(); ++i)
-        inspected.push_back(probe(displays[i], routes.at(i)));
+    for (std::size_t i = 0; i < displays.size() && !access.stopping.isCancelled(); ++i)
+        inspected.push_back(probe(displays[i], routes.at(i)).display);
     return inspected;
 }
 
-DisplayInfo DisplayEndpoints::probe(DisplayInfo display, const Route& route)
+std::vector<BrightnessChange> DisplayEndpoints::changeBrightness(
+    const std::vector<DisplayInfo>& displays, const std::function<double(const DisplayInfo&)>& levelFor)
+{
+    endpoints.clear();
+    if (displays.empty())
+        return {};
+    std::vector<BrightnessChange> changes;
+    const std::vector<Route> routes = access.routes->find(displays);
+    for (std::size_t i = 0; i < displays.size() && !access.stopping.isCancelled(); ++i) {
+        const Probe probed = probe(displays[i], routes.at(i));
+        const std::string& id = probed.display.id;
+        changes.push_back({probed.display, tl::unexpected(BrightnessError::writeFailed)});
+        if (probed.hold)
+            changes.back().outcome = write(endpoints.at(id), levelFor(probed.display), id);
+    }
+    return changes;
+}
+
+DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route& route)
 {
     describe(display, route);
+    Hold hold = holdNative(display);
     if (const std::optional<double> value = native.read(display.displayID)) {
         display.method = ControlMethod::apple;
-        display.brightness = value;
+        display.levels = native.levels(display.displayID);
+        display.brightness = quantise(display, *value);
         display.status = "Current hardware brightness read successfully.";
     } else if (route.service) {
-        readLuminance(display, *route.service);
+        hold.reset(); // it may be the same as the channel's
+        hold = holdChannel(*route.service);
+        if (hold)
+            readLuminance(display, *route.service);
+        else
+            display.status = "Another program keeps this display's connection busy. Try again when it has ended.";
     } else {
         display.status =
             "No accessible hardware brightness service. The connection or App Sandbox may restrict access.";
     }
     endpoints.insert_or_assign(display.id, Endpoint{display, route.service});
-    return display;
+    return {std::move(display), std::move(hold)};
 }
 
 void DisplayEndpoints::readLuminance(DisplayInfo& display, AVService& service) const
@@ -88,6 +119,16 @@ void DisplayEndpoints::readLuminance(DisplayInfo& display, AVService& service) c
     display.maximum = reading->maximum;
     display.brightness = fraction(*reading);
     display.status = "DDC luminance (VCP 0x10) responded. Range: 0–" + std::to_string(reading->maximum) + ".";
+}
+
+Hold DisplayEndpoints::holdNative(const DisplayInfo& display) const
+{
+    return waitForHold([&] { return native.tryHold(display.displayID); }, holdWait);
+}
+
+Hold DisplayEndpoints::holdChannel(AVService& service, std::chrono::milliseconds patience) const
+{
+    return waitForHold([&] { return service.tryHold(); }, holdWait, patience);
 }
 
 bool DisplayEndpoints::isStillTheSame(const Endpoint& endpoint, const std::string& id) const
@@ -124,11 +165,17 @@ std::optional<double> DisplayEndpoints::read(const Endpoint& endpoint) const
 {
     switch (endpoint.info.method) {
     case ControlMethod::apple:
-        return native.read(endpoint.info.displayID);
-    case ControlMethod::ddc:
+        if (const std::optional<double> value = native.read(endpoint.info.displayID))
+            return quantise(endpoint.info, *value);
+        return std::nullopt;
+    case ControlMethod::ddc: {
+        const Hold hold = endpoint.service ? holdChannel(*endpoint.service, monitoringPatience) : nullptr;
+        if (!hold)
+            return std::nullopt;
         if (const auto reading = readVcp(endpoint.service.get(), luminanceVcpCode, monitoringTiming, access.pause))
             return fraction(*reading);
         return std::nullopt;
+    }
     case ControlMethod::unavailable:
         break;
     }
@@ -138,15 +185,28 @@ std::optional<double> DisplayEndpoints::read(const Endpoint& endpoint) const
 tl::expected<double, BrightnessError> DisplayEndpoints::setBrightness(double value, const std::string& id)
 {
     const auto found = endpoints.find(id);
-    if (!std::isfinite(value) || found == endpoints.end())
+    if (found == endpoints.end())
         return tl::unexpected(BrightnessError::disconnected);
     const Endpoint& endpoint = found->second;
-    if (endpoint.info.method == ControlMethod::unavailable || !endpoint.info.brightness)
-        return tl::unexpected(BrightnessError::disconnected);
+    Hold hold = holdOfNothing();
+    if (endpoint.info.method == ControlMethod::apple)
+        hold = holdNative(endpoint.info);
+    else if (endpoint.service)
+        hold = holdChannel(*endpoint.service);
+    if (!hold)
+        return tl::unexpected(BrightnessError::writeFailed);
     access.routes->beginRound();
-    if (!isStillTheSame(endpoint, id))
+    return write(endpoint, value, id);
+}
+
+/// While the display is held, in a round that has begun.
+tl::expected<double, BrightnessError> DisplayEndpoints::write(const Endpoint& endpoint, double value,
+                                                              const std::string& id) const
+{
+    const bool isKnown = endpoint.info.method != ControlMethod::unavailable && endpoint.info.brightness;
+    if (!std::isfinite(value) || !isKnown || !isStillTheSame(endpoint, id))
         return tl::unexpected(BrightnessError::disconnected);
-    const double target = value >= 0.0 ? std::min(value, 1.0) : 0.0;
+    const double target = quantise(endpoint.info, value);
     return endpoint.info.method == ControlMethod::apple ? writeNative(endpoint.info, target)
                                                         : writeDdc(endpoint, target);
 }
@@ -161,7 +221,7 @@ tl::expected<double, BrightnessError> DisplayEndpoints::writeNative(const Displa
         return tl::unexpected(BrightnessError::readFailed);
     if (std::abs(*reported - target) > nativeTolerance)
         return tl::unexpected(BrightnessError::mismatch);
-    return *reported;
+    return quantise(display, *reported);
 }
 
 tl::expected<double, BrightnessError> DisplayEndpoints::writeDdc(const Endpoint& endpoint, double target) const

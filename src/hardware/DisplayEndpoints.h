@@ -4,9 +4,11 @@
 #pragma once
 
 #include "base/Worker.h"
-#include "displays/DisplayInfo.h"
+#include "displays/DisplayHardwareControlling.h"
 #include "hardware/HardwareAccess.h"
 
+#include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,9 +22,12 @@ class DisplayEndpoints {
 public:
     explicit DisplayEndpoints(HardwareAccess access);
 
-    /// Forgets all endpoints, then probes the displays in order. Stops between two displays once `stopping` is
-    /// cancelled; the rest then has no endpoints and is missing from the result.
-    std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays, const CancellationToken& stopping);
+    /// Forgets all endpoints, then probes the displays in order. Stops between two displays once the access is
+    /// stopping; the rest then has no endpoints and is missing from the result.
+    std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays);
+
+    /// The same without forgetting the endpoints of other displays.
+    std::vector<DisplayInfo> inspectAgain(const std::vector<DisplayInfo>& displays);
 
     /// See DisplayHardwareControlling. Stops between two displays once `token` is cancelled.
     std::map<std::string, double> currentBrightness(const std::vector<std::string>& ids,
@@ -31,6 +36,10 @@ public:
     /// See DisplayHardwareControlling. The endpoint keeps the values of the last inspection.
     tl::expected<double, BrightnessError> setBrightness(double value, const std::string& id);
 
+    /// See DisplayHardwareControlling. Forgets all endpoints first, and stops as `inspect` does.
+    std::vector<BrightnessChange> changeBrightness(const std::vector<DisplayInfo>& displays,
+                                                   const std::function<double(const DisplayInfo&)>& levelFor);
+
 private:
     /// How a display is reached; written by an inspection only.
     struct Endpoint {
@@ -38,14 +47,25 @@ private:
         std::shared_ptr<AVService> service;
     };
 
-    DisplayInfo probe(DisplayInfo display, const Route& route);
+    /// What a probe found, and what keeps others from the display since; null where another did not let go of it.
+    struct Probe {
+        DisplayInfo display;
+        Hold hold;
+    };
+
+    Probe probe(DisplayInfo display, const Route& route);
     void readLuminance(DisplayInfo& display, AVService& service) const;
+    Hold holdNative(const DisplayInfo& display) const;
+    Hold holdChannel(AVService& service, std::chrono::milliseconds patience = holdPatience) const;
     bool isStillTheSame(const Endpoint& endpoint, const std::string& id) const;
     bool mayWake(const Endpoint& endpoint) const;
     std::optional<double> read(const Endpoint& endpoint) const;
+    tl::expected<double, BrightnessError> write(const Endpoint& endpoint, double value,
+                                                const std::string& id) const;
     tl::expected<double, BrightnessError> writeNative(const DisplayInfo& display, double target) const;
     tl::expected<double, BrightnessError> writeDdc(const Endpoint& endpoint, double target) const;
 
+    HoldWait holdWait;
     HardwareAccess access;
     NativeBrightness native;
     std::map<std::string, Endpoint> endpoints;

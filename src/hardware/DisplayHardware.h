@@ -17,17 +17,20 @@ class DisplayHardware final : public DisplayHardwareControlling {
 public:
     /// Takes over what it needs; `mainThread` must outlive it.
     DisplayHardware(HardwareAccess access, MainThread& mainThread);
-    /// Waits for the display that is being probed, read or written, if any.
+    /// Waits for the transfer or native call that is under way, if any; what would come after it is dropped.
     ~DisplayHardware() override;
 
     Task<std::vector<DisplayInfo>> inspect(std::vector<DisplayInfo> displays) override;
+    Task<std::vector<DisplayInfo>> inspectAgain(std::vector<DisplayInfo> displays) override;
     Task<std::map<std::string, double>> currentBrightness(std::vector<std::string> ids) override;
     Task<tl::expected<double, BrightnessError>> setBrightness(double value, std::string id) override;
+    Task<std::vector<BrightnessChange>> changeBrightness(
+        std::vector<DisplayInfo> displays, std::function<double(const DisplayInfo&)> levelFor) override;
 
 private:
+    CancellationToken stopping;
     std::unique_ptr<DisplayEndpoints> endpoints; // the worker's
     MainThread& mainThread;
-    CancellationToken stopping;
     Worker worker; // last: its thread uses the others
 };
 

@@ -11,6 +11,8 @@ namespace {
 
 using Log = std::function<void(const std::string&)>;
 
+constexpr int stopped = -1; // the status of a transfer that was not made
+
 std::string hexadecimal(std::span<const std::uint8_t> bytes)
 {
     std::string text;
@@ -35,35 +37,44 @@ std::string transferLine(const char* verb, std::uint32_t chipAddress, std::uint3
     return head.data() + hexadecimal(bytes) + outcome(status);
 }
 
-class LoggingAVService final : public AVService {
+class GuardedAVService final : public AVService {
 public:
-    LoggingAVService(std::shared_ptr<AVService> service, Log log)
-        : service(std::move(service)), log(std::move(log))
+    GuardedAVService(std::shared_ptr<AVService> service, CancellationToken stopping, Log log)
+        : service(std::move(service)), stopping(std::move(stopping)), log(std::move(log))
     {
     }
 
     int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                  std::span<const std::uint8_t> bytes) override
     {
+        if (stopping.isCancelled())
+            return stopped;
         const int status = service->writeI2C(chipAddress, dataAddress, bytes);
-        log(transferLine("write", chipAddress, dataAddress, bytes, status));
+        if (log)
+            log(transferLine("write", chipAddress, dataAddress, bytes, status));
         return status;
     }
     int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) override
     {
+        if (stopping.isCancelled())
+            return stopped;
         const int status = service->readI2C(chipAddress, dataAddress, bytes);
-        log(transferLine("read ", chipAddress, dataAddress, bytes, status));
+        if (log)
+            log(transferLine("read ", chipAddress, dataAddress, bytes, status));
         return status;
     }
+    Hold tryHold() override { return service->tryHold(); }
 
 private:
     std::shared_ptr<AVService> service;
-    Log log;
+    CancellationToken stopping;
+    Log log; // may be empty
 };
 
-class LoggingRoutes final : public DisplayRoutes {
+class GuardedRoutes final : public DisplayRoutes {
 public:
-    LoggingRoutes(std::unique_ptr<DisplayRoutes> routes, Log log) : routes(std::move(routes)), log(std::move(log))
+    GuardedRoutes(std::unique_ptr<DisplayRoutes> routes, CancellationToken stopping, Log log)
+        : routes(std::move(routes)), stopping(std::move(stopping)), log(std::move(log))
     {
     }
 
@@ -72,9 +83,10 @@ public:
         std::vector<Route> found = routes->find(displays);
         for (std::size_t i = 0; i < found.size(); ++i) {
             std::shared_ptr<AVService>& service = found[i].service;
-            log("display " + std::to_string(displays[i].displayID) + (service ? ": channel" : ": no channel"));
+            if (log)
+                log("display " + std::to_string(displays[i].displayID) + (service ? ": channel" : ": no channel"));
             if (service)
-                service = std::make_shared<LoggingAVService>(std::move(service), log);
+                service = std::make_shared<GuardedAVService>(std::move(service), stopping, log);
         }
         return found;
     }
@@ -87,7 +99,8 @@ public:
 
 private:
     std::unique_ptr<DisplayRoutes> routes;
-    Log log;
+    CancellationToken stopping;
+    Log log; // may be empty
 };
 
 NativeFunctions logged(NativeFunctions functions, const Log& log)
@@ -113,11 +126,11 @@ NativeFunctions logged(NativeFunctions functions, const Log& log)
 
 } // namespace
 
-HardwareAccess withLogging(HardwareAccess access)
+HardwareAccess guarded(HardwareAccess access)
 {
+    access.routes = std::make_unique<GuardedRoutes>(std::move(access.routes), access.stopping, access.log);
     if (!access.log)
         return access;
-    access.routes = std::make_unique<LoggingRoutes>(std::move(access.routes), access.log);
     access.native = logged(std::move(access.native), access.log);
     access.pause = [pause = std::move(access.pause), log = access.log](std::chrono::microseconds time) {
         log("wait " + std::to_string(time.count()) + " us");

@@ -15,13 +15,16 @@ namespace lumenvale {
 struct HardwareAccess {
     std::unique_ptr<DisplayRoutes> routes;
     NativeFunctions native;
-    Pause pause = blockingPause();
+    /// Cancelled when the program ends: who waits then goes on, and nothing more is transferred.
+    CancellationToken stopping;
+    Pause pause = blockingPause(stopping);
     /// Receives a line for every route, transfer, native call and wait, on the hardware thread; empty: nothing is
     /// logged.
     std::function<void(const std::string&)> log;
 };
 
-/// `access` with its routes, native functions and pause writing to its log; unchanged where it has none.
-HardwareAccess withLogging(HardwareAccess access);
+/// `access` with channels that transfer nothing more once it is stopping, and with channels, native functions and
+/// pause that write to its log where it has one.
+HardwareAccess guarded(HardwareAccess access);
 
 } // namespace lumenvale

@@ -22,4 +22,14 @@ std::optional<double> NativeBrightness::read(std::uint32_t displayID) const
     return isFraction ? std::optional<double>(value) : std::nullopt;
 }
 
+std::optional<LevelRange> NativeBrightness::levels(std::uint32_t displayID) const
+{
+    return functions.levels ? functions.levels(displayID) : std::nullopt;
+}
+
+Hold NativeBrightness::tryHold(std::uint32_t displayID) const
+{
+    return functions.tryHold ? functions.tryHold(displayID) : holdOfNothing();
+}
+
 } // namespace lumenvale

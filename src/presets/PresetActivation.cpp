@@ -10,12 +10,14 @@ namespace {
 
 constexpr double levelTolerance = 0.0001; // of displays without hardware units
 
+/// Compares what is shown with what a write of the level puts on the display.
 bool differs(const DisplayInfo& display, double level)
 {
     const double shown = *display.brightness;
+    const double written = quantise(display, level);
     if (display.method == ControlMethod::ddc)
-        return std::trunc(shown * display.maximum) != std::trunc(level * display.maximum);
-    return std::abs(shown - level) > levelTolerance;
+        return std::trunc(shown * display.maximum) != std::trunc(written * display.maximum);
+    return std::abs(shown - written) > levelTolerance;
 }
 
 enum class Comparison { nothingKnown, same, different };

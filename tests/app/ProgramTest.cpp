@@ -40,5 +40,21 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
 }
 
+TEST(Program, CopiesThatAreStartedAtOnceAllMakeTheirStep)
+{
+    MonitorFolder files;
+    files.write("1.json", R"({"name": "Panel", "native": {"brightness": 0.2, "maximum": 15}})");
+    files.write("2.json", R"({"name": "Desk", "ddc": {"maximum": 100, "current": 20}})");
+    QProcess processes[5];
+    for (QProcess& each : processes)
+        each.start(LUMENVALE_PROGRAM, {"--simulate", QString::fromStdString(files.path()), "set", "all", "+3%"});
+    for (QProcess& each : processes) {
+        EXPECT_TRUE(each.waitForFinished());
+        EXPECT_EQ(each.exitCode(), 0) << each.readAllStandardError().toStdString();
+    }
+    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 8.0 / 15) << "five levels";
+    EXPECT_EQ(files.monitor("2.json").at("ddc").at("current"), 35);
+}
+
 } // namespace
 } // namespace lumenvale

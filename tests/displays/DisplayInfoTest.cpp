@@ -24,12 +24,18 @@ DisplayInfo native(std::optional<double> brightness = std::nullopt)
     return {.method = ControlMethod::apple, .brightness = brightness};
 }
 
+DisplayInfo panel(LevelRange levels, std::optional<double> brightness = std::nullopt)
+{
+    return {.method = ControlMethod::apple, .brightness = brightness, .levels = levels};
+}
+
 TEST(DisplayInfo, LevelsAreClampedAndRoundedToTheDisplaysUnits)
 {
     EXPECT_EQ(quantise(ddc(100), 0.426), 0.43);
     EXPECT_EQ(quantise(ddc(100), 0.125), 0.13);
     EXPECT_EQ(quantise(ddc(0), 0.426), 0.426);
     EXPECT_EQ(quantise(native(), 0.4264), 0.4264);
+    EXPECT_EQ(quantise(panel({1, 8}), 0.5), 4.0 / 7);
     for (const DisplayInfo& display : {ddc(100), ddc(0), native()}) {
         EXPECT_EQ(quantise(display, 1.7), 1.0);
         EXPECT_EQ(quantise(display, -0.2), 0.0);
@@ -46,6 +52,9 @@ TEST(DisplayInfo, AStepIsOneUnitAndStopsAtTheEnds)
     EXPECT_EQ(step(1, 0, 0.9999), 1.0);
     EXPECT_EQ(step(1, 100, std::nullopt), 0.01);
     EXPECT_EQ(step(native(0.5), -1), 0.499);
+    EXPECT_EQ(step(panel({15, 1515}, 0.5), -1), 748.0 / 1500) << "0.1 percentage points, to the nearest level";
+    EXPECT_EQ(step(panel({0, 15}, 0.5), 1), 9.0 / 15);
+    EXPECT_EQ(adjusted(panel({1, 15}, 0.5), 0.03), 8.0 / 14) << "a small change moves by a level";
     for (const std::uint16_t maximum : {1, 100, 255, 4096, 65535}) {
         DisplayInfo display = ddc(maximum, 0.0);
         for (int unit = 1; unit <= maximum + 1; ++unit) {
@@ -88,6 +97,10 @@ TEST(DisplayInfo, TextsSuitTheDisplaysScaleInEveryLocale)
         {rawValueText(ddc(4096, 0.42)), "1720 / 4096"}, // 1720.32
         {rawValueText(ddc(100, 0.426)), "43 / 100"},
         {rawValueText(native(static_cast<double>(0.1F))), "0.100000001 / 1.0 (Float32)"},
+        {stepSizeText(panel({0, 15})), "1 level (6.667 percentage points)"},
+        {stepSizeText(panel({15, 1515})), "2 levels (0.1333 percentage points)"},
+        {rawValueText(panel({15, 1515}, 629.0 / 1500)), "level 644 of 1515"},
+        {rangeText(panel({15, 1515})), "1501 levels; integer range 15–1515."},
         {rawValueText(ddc(100)), "Not available"},
         {rangeText(ddc(65535)), "65536 command values; integer range 0–65535."},
         {rangeText(native()),

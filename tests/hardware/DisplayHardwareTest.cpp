@@ -2,8 +2,8 @@
 #include "hardware/DisplayHardware.h"
 
 #include "hardware/DisplayEndpoints.h"
-#include "support/ManualMainThread.h"
 #include "support/FakeHardwareAccess.h"
+#include "support/ManualMainThread.h"
 
 #include <atomic>
 #include <cmath>
@@ -44,7 +44,7 @@ struct DisplayHardwareTest : testing::Test {
     std::vector<DisplayInfo> inspect()
     {
         endpoints.emplace(makeAccess());
-        std::vector<DisplayInfo> records = endpoints->inspect({panel, other}, {});
+        std::vector<DisplayInfo> records = endpoints->inspect({panel, other});
         probeReads = readsIn(std::exchange(monitor->log, {}));
         return records;
     }
@@ -134,7 +134,7 @@ TEST_F(DisplayHardwareTest, AWriteEndsInWhatTheDisplayReportsOrInItsOwnError)
         EXPECT_EQ(endpoints->setBrightness(row.value, row.id), row.result) << row.name;
         EXPECT_EQ(readsIn(monitor->log), row.reads) << row.name;
         if (row.result == gone) {
-            EXPECT_TRUE(monitor->log.empty()) << row.name;
+            EXPECT_EQ(std::ranges::count(monitor->log, "hold"), std::ssize(monitor->log) / 2) << row.name;
             EXPECT_EQ(endpoints->currentBrightness({"P", row.id}, {}).size(), std::isnan(row.value) ? 2U : 1U);
         }
     }
@@ -160,6 +160,47 @@ TEST_F(DisplayHardwareTest, AWriteSettlesBeforeItIsReadBackAndTheLogHoldsEveryBy
     EXPECT_EQ(lines, (Log{"native write display 1: 0.500000 -> 0", "native read display 1: 0.500000 -> 0"}));
 }
 
+TEST_F(DisplayHardwareTest, AChangeIsOneOperationThatWaitsForOthersAndStartsFromWhatTheyLeft)
+{
+    endpoints.emplace(makeAccess());
+    monitor->busyHolds = 1400; // others let go after 2.8 s
+    const auto brighter = [](const DisplayInfo& display) { return *display.brightness + 0.05; };
+    const auto changes = endpoints->changeBrightness({other}, brighter);
+    EXPECT_EQ(changes.at(0).outcome, 0.55);
+    const auto begin = std::ranges::find(monitor->log, "hold");
+    EXPECT_EQ(std::vector(monitor->log.begin(), begin), Log(1400, "wait 2000"));
+    EXPECT_EQ(std::find(begin, monitor->log.end(), "let go"), monitor->log.end() - 1);
+    monitor->busyHolds = 100000;
+    EXPECT_EQ(endpoints->setBrightness(0.5, "M"), tl::unexpected(Error::writeFailed));
+    EXPECT_TRUE(endpoints->currentBrightness({"M"}, {}).empty());
+    EXPECT_EQ(endpoints->inspectAgain({other}).at(0).status,
+              "Another program keeps this display's connection busy. Try again when it has ended.");
+    EXPECT_EQ(monitor->current, 55);
+}
+
+TEST_F(DisplayHardwareTest, APanelIsSetToWholeLevelsAndSaysWhatItHas)
+{
+    for (std::uint32_t units = 1; units <= 65535; units += units < 300 ? 1 : 97) {
+        HardwareAccess access = makeAccess();
+        std::uint32_t raw = 0;
+        access.native.levels = [&](auto) { return LevelRange{1, units + 1}; };
+        access.native.getter = [&](auto, float* value) {
+            return *value = static_cast<float>(static_cast<double>(raw) / units), 0;
+        };
+        access.native.setter = [&](auto, float value) {
+            return raw = static_cast<std::uint32_t>(std::lround(double{value} * units)), 0;
+        };
+        endpoints.emplace(std::move(access));
+        endpoints->inspect({panel});
+        for (const double wanted : {0.0, 0.25, 0.33, 0.5, 0.99, 1.0}) {
+            const double level = std::round(wanted * units) / units;
+            ASSERT_EQ(endpoints->setBrightness(wanted, "P"), level) << units;
+            ASSERT_EQ(endpoints->currentBrightness({"P"}, {}).at("P"), level) << units;
+            ASSERT_EQ(endpoints->inspect({panel}).at(0).brightness, level) << units;
+        }
+    }
+}
+
 TEST_F(DisplayHardwareTest, AMonitoringReadTriesOnceAndLeavesOutWhatCannotBeRead)
 {
     inspect();
@@ -168,8 +209,8 @@ TEST_F(DisplayHardwareTest, AMonitoringReadTriesOnceAndLeavesOutWhatCannotBeRead
     monitor->log.clear();
     monitor->silent = true;
     EXPECT_EQ(endpoints->currentBrightness({"M", "P"}, {}), (Readings{{"P", 0.625}}));
-    EXPECT_EQ(monitor->log.size(), 7U);
-    EXPECT_EQ(monitor->log.back(), "wait 20000");
+    EXPECT_EQ(monitor->log.size(), 9U);
+    EXPECT_EQ(monitor->log.at(7), "wait 20000");
     for (const float good : {0.0F, -0.0F, 1.0F, std::numeric_limits<float>::denorm_min()}) {
         (*displays)[panelID].nativeBrightness = good;
         EXPECT_EQ(endpoints->currentBrightness({"P"}, {}).at("P"), double{good});
@@ -186,8 +227,7 @@ TEST_F(DisplayHardwareTest, WhatIsForgottenCancelledOrWithoutALibraryIsNotTouche
     cancelled.cancel();
     inspect();
     EXPECT_TRUE(endpoints->currentBrightness({"P"}, cancelled).empty());
-    EXPECT_TRUE(endpoints->inspect({panel, other}, cancelled).empty());
-    EXPECT_TRUE(endpoints->inspect({}, {}).empty());
+    EXPECT_TRUE(endpoints->inspect({}).empty());
     EXPECT_FALSE(endpoints->setBrightness(0.5, "M"));
 
     other.method = ControlMethod::ddc; // a record that brings a method keeps it without a channel

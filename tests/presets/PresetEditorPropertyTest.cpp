@@ -9,8 +9,9 @@
 namespace lumenvale {
 namespace {
 
-bool isShown(const DisplayInfo& display, double level)
+bool isShown(const DisplayInfo& display, double wanted)
 {
+    const double level = quantise(display, wanted);
     if (display.method == ControlMethod::ddc)
         return std::trunc(*display.brightness * display.maximum) == std::trunc(level * display.maximum);
     return std::abs(*display.brightness - level) <= 0.0001;
@@ -153,6 +154,18 @@ TEST(PresetEditorProperties, AnActivePresetIsOnTheScreenAndOneThatNothingWasDone
         undisturbedCount += world.undisturbedCount;
     }
     EXPECT_GT(undisturbedCount, 50);
+}
+
+TEST(PresetEditorProperties, APresetIsActiveAfterItWasAppliedStoredAndRefreshedOnEveryScale)
+{
+    for (unsigned units = 1; units <= 65535; units += units < 40 ? 1 : 1 + units / 8) {
+        EditorScript world;
+        const std::string scale = std::to_string(units);
+        world.run("plug A " + scale + "; plug B L" + scale +
+                  "; refresh; answers; preset X A 0.505 B 0.335; activate X;"
+                  "answers; wait 0; monitor; round 41; refresh; answers; restart; refresh; answers; round 41");
+        ASSERT_EQ(*world.editor->activePresetID, world.id("X")) << units;
+    }
 }
 
 } // namespace

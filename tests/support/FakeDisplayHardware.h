@@ -20,7 +20,8 @@ struct FakeMonitor {
     ControlMethod method = ControlMethod::ddc;
     double brightness = 0.5;
     std::uint16_t maximum = 100;
-    std::optional<BrightnessError> writeError; ///< how every write ends; only `readFailed` takes the value over
+    std::optional<LevelRange> levels{};          ///< of a native one
+    std::optional<BrightnessError> writeError{}; ///< how every write ends; only `readFailed` takes the value over
     bool isReadable = true;
     double highest = 1.0; ///< takes no value over this one, and reports what it took
 };
@@ -32,7 +33,14 @@ public:
 
     Task<std::vector<DisplayInfo>> inspect(std::vector<DisplayInfo> displays) override
     {
-        std::string text = "inspect";
+        return inspect("inspect", std::move(displays));
+    }
+    Task<std::vector<DisplayInfo>> inspectAgain(std::vector<DisplayInfo> displays) override
+    {
+        return inspect("again", std::move(displays));
+    }
+    Task<std::vector<DisplayInfo>> inspect(std::string text, std::vector<DisplayInfo> displays)
+    {
         for (const DisplayInfo& each : displays)
             text += " " + each.id;
         return answerTo<std::vector<DisplayInfo>>(text, [this, displays]() mutable {
@@ -43,6 +51,7 @@ public:
                     continue;
                 each.method = monitor->method;
                 each.maximum = monitor->maximum;
+                each.levels = monitor->levels;
                 if (monitor->isReadable)
                     each.brightness = monitor->brightness;
             }
@@ -73,13 +82,20 @@ public:
             if (!monitor)
                 return tl::unexpected(BrightnessError::disconnected);
             writes.emplace_back(id, value);
-            const DisplayInfo scale{.method = monitor->method, .maximum = monitor->maximum};
+            const DisplayInfo scale{
+                .method = monitor->method, .maximum = monitor->maximum, .levels = monitor->levels};
             if (!monitor->writeError || monitor->writeError == BrightnessError::readFailed)
                 monitor->brightness = quantise(scale, std::min(value, monitor->highest));
             if (monitor->writeError)
                 return tl::unexpected(*monitor->writeError);
             return monitor->brightness;
         });
+    }
+
+    Task<std::vector<BrightnessChange>> changeBrightness(std::vector<DisplayInfo>,
+                                                         std::function<double(const DisplayInfo&)>) override
+    {
+        return answerTo<std::vector<BrightnessChange>>("change", [] { return std::vector<BrightnessChange>(); });
     }
 
     std::size_t waitingCount() const { return calls.size(); }

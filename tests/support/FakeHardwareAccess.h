@@ -66,6 +66,13 @@ public:
         std::copy_n(reply.begin(), std::min(reply.size(), bytes.size()), bytes.begin());
         return silent ? -1 : 0;
     }
+    Hold tryHold() override
+    {
+        if (busyHolds > 0 && busyHolds-- > 0)
+            return nullptr;
+        log.emplace_back("hold");
+        return Hold(this, [this](void*) { log.emplace_back("let go"); });
+    }
     Pause recordingPause()
     {
         return [this](std::chrono::microseconds time) { log.push_back("wait " + std::to_string(time.count())); };
@@ -75,6 +82,7 @@ public:
     std::uint16_t current = 50;
     bool silent = false; ///< reads fail
     bool acceptsWrites = true;
+    int busyHolds = 0;             ///< how often another program still has the channel
     std::deque<int> writeStatuses; ///< of the next writes; 0 after these
     std::deque<Bytes> replies;     ///< instead of the true one
     std::vector<std::string> log;
@@ -96,6 +104,7 @@ public:
 
     std::vector<Route> find(const std::vector<DisplayInfo>& list) override
     {
+        beginRound();
         std::vector<Route> routes;
         for (const DisplayInfo& each : list)
             routes.push_back(displays->at(each.displayID).route);

@@ -168,7 +168,8 @@ protected:
         {"maximum", [this](const Words& w) { monitor(w).maximum = static_cast<std::uint16_t>(std::stoi(w[2])); }},
         {"unreadable", [this](const Words& w) { monitor(w).isReadable = false; }},
         {"readable", [this](const Words& w) { monitor(w).isReadable = true; }},
-        {"writes", [this](const Words& w) { monitor(w).writeError = errors.at(w[2]); }}, // from now on
+        {"writes", [this](const Words& w) { monitor(w).writeError = errors.at(w[2]); }},   // from now on
+        {"answering", [this](const Words& w) { monitor(w).method = ControlMethod::ddc; }}, // DDC/CI, from now on
         {"plug", [this](const Words& w) { connect(plugged[w[1]] = w); }},
         {"unplug", [this](const Words& w) { unplug(w[1]); }},
         {"cable", // is pulled or put in again, and the system says so
@@ -214,6 +215,8 @@ private:
         FakeMonitor monitor;
         if (kind == "native" || kind == "none")
             monitor.method = kind == "native" ? ControlMethod::apple : ControlMethod::unavailable;
+        else if (kind[0] == 'L') // a native one with so many levels above the lowest
+            monitor.method = ControlMethod::apple, monitor.levels = LevelRange{3, 3U + std::stoi(kind.substr(1))};
         else
             monitor.maximum = static_cast<std::uint16_t>(std::stoi(kind));
         plug(words[1], monitor);

@@ -25,13 +25,11 @@ bool printOutcome(VerbContext& context, const DisplayInfo& display,
 Task<int> setDisplays(VerbContext& context, std::vector<DisplayInfo> displays,
                       std::function<double(const DisplayInfo&)> levelFor)
 {
-    auto inspection = context.hardware.inspect(std::move(displays));
-    const std::vector<DisplayInfo> inspected = co_await std::move(inspection);
+    auto change = context.hardware.changeBrightness(std::move(displays), std::move(levelFor));
+    const std::vector<BrightnessChange> changes = co_await std::move(change);
     int status = exitDone;
-    for (const DisplayInfo& display : inspected) {
-        auto write = context.hardware.setBrightness(levelFor(display), display.id);
-        const auto outcome = co_await std::move(write);
-        const bool isSet = printOutcome(context, display, outcome);
+    for (const BrightnessChange& each : changes) {
+        const bool isSet = printOutcome(context, each.display, each.outcome);
         if (!isSet)
             status = exitRefused;
     }

@@ -56,8 +56,8 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
                                                           options.windowSystem, clock);
     platform.diagnostics = std::make_unique<LinuxDiagnostics>(paths, records);
     HardwareAccess& hardware = platform.hardware;
-    hardware.routes =
-        std::make_unique<LinuxRoutes>(snapshot, makeI2cDriver(paths.devices), hardware.pause, options.log);
+    hardware.routes = std::make_unique<LinuxRoutes>(snapshot, makeI2cDriver(paths.devices),
+                                                    HoldWait{hardware.pause, options.log, hardware.stopping});
     hardware.native = makeLinuxBrightness(snapshot, {writeNumber, setThroughLogind}, options.log);
     return platform;
 }

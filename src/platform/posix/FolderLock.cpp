@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/FolderLock.h"
 
+#include "platform/posix/FileLock.h"
+
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <thread>
 
 namespace lumenvale {
@@ -16,15 +17,16 @@ constexpr auto retryWait = std::chrono::milliseconds(5);
 } // namespace
 
 FolderLock::FolderLock(const std::string& path, std::chrono::milliseconds patience)
-    : folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (folder.isOpen()) {
-        if (flock(folder.get(), LOCK_EX | LOCK_NB) == 0) {
+    for (;;) {
+        tl::expected<FileDescriptor, int> locked = tryLockFile(path, O_DIRECTORY);
+        if (locked) {
+            folder = std::move(*locked);
             current = State::held;
             return;
         }
-        current = errno == EWOULDBLOCK || errno == EINTR ? State::taken : State::unavailable;
+        current = locked.error() == EWOULDBLOCK || locked.error() == EINTR ? State::taken : State::unavailable;
         if (current == State::unavailable || std::chrono::steady_clock::now() >= end)
             return;
         std::this_thread::sleep_for(retryWait);

@@ -139,8 +139,10 @@ private:
 
 NativeControl readNative(ObjectReader& reader)
 {
+    constexpr std::int64_t longWord = std::numeric_limits<std::uint32_t>::max();
     NativeControl native;
     reader.read("brightness", native.brightness, 1.0);
+    reader.read("maximum", native.maximum, true, std::int64_t{1}, longWord);
     reader.read("readFails", native.readFails);
     reader.read("writeFails", native.writeFails);
     reader.read("overridesTo", native.overridesTo, true, 1.0);

@@ -8,7 +8,8 @@
 //       "pixelWidth": 3840, "pixelHeight": 2160, "logicalWidth": 1920, "logicalHeight": 1080, "refreshRate": 60,
 //       "nativePixelWidth": 3840, "nativePixelHeight": 2160, "alphanumericSerial": "QX7200143",
 //       "upstream": "DP", "downstream": "HDMI", "online": true,
-//       "native": { "brightness": 0.625, "readFails": false, "writeFails": false, "overridesTo": null },
+//       "native": { "brightness": 0.625, "maximum": null, "readFails": false, "writeFails": false,
+//                   "overridesTo": null },
 //       "ddc": { "maximum": 100, "current": 42, "silent": false, "ignoresWrites": false, "overridesTo": null,
 //                "failNextTransfers": 0, "corruptEvery": 0, "delayMs": 0 } }
 //
@@ -24,10 +25,11 @@ namespace lumenvale {
 
 /// The system's own brightness functions, as this display answers them.
 struct NativeControl {
-    double brightness = 0.5;
+    double brightness = 0.5; ///< the panel shows the nearest of its levels
     bool readFails = false;
     bool writeFails = false;
-    std::optional<double> overridesTo; ///< what every write ends in
+    std::optional<double> overridesTo;    ///< what every write ends in
+    std::optional<std::uint32_t> maximum; ///< the levels are 0 to this one, at least 1; none: it takes every value
 
     bool operator==(const NativeControl& other) const = default;
 };

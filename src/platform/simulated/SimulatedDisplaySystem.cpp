@@ -21,12 +21,18 @@ double readable(float brightness)
     return static_cast<float>(rounded) == brightness ? rounded : double{brightness};
 }
 
+/// The nearest brightness that the panel can show.
+double onScale(const NativeControl& native, double brightness)
+{
+    return native.maximum ? std::round(brightness * *native.maximum) / *native.maximum : brightness;
+}
+
 std::int32_t getBrightness(SimulatedFolder& folder, std::uint32_t displayID, float* brightness)
 {
     const auto display = folder.find(displayID);
     if (!display || !display->monitor.native || display->monitor.native->readFails)
         return refused;
-    *brightness = static_cast<float>(display->monitor.native->brightness);
+    *brightness = static_cast<float>(onScale(*display->monitor.native, display->monitor.native->brightness));
     return 0;
 }
 
@@ -36,7 +42,7 @@ std::int32_t setBrightness(SimulatedFolder& folder, std::uint32_t displayID, flo
     if (!display || !display->monitor.native || display->monitor.native->writeFails)
         return refused;
     const NativeControl& native = *display->monitor.native;
-    const double next = native.overridesTo.value_or(readable(brightness));
+    const double next = native.overridesTo.value_or(onScale(native, readable(brightness)));
     return next == native.brightness || display->file.setNativeBrightness(next) ? 0 : refused;
 }
 
@@ -75,6 +81,15 @@ NativeFunctions simulatedNativeFunctions(const std::string& path)
     };
     functions.setter = [folder](std::uint32_t displayID, float brightness) {
         return setBrightness(*folder, displayID, brightness);
+    };
+    functions.levels = [folder](std::uint32_t displayID) -> std::optional<LevelRange> {
+        const auto display = folder->find(displayID);
+        const bool hasLevels = display && display->monitor.native && display->monitor.native->maximum;
+        return hasLevels ? std::optional(LevelRange{0, *display->monitor.native->maximum}) : std::nullopt;
+    };
+    functions.tryHold = [folder](std::uint32_t displayID) {
+        const auto display = folder->find(displayID);
+        return display && display->monitor.native ? display->file.tryHold() : holdOfNothing();
     };
     return functions;
 }

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/simulated/SimulatedMonitor.h"
 
+#include "platform/posix/FileLock.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <cerrno>
+#include <fcntl.h>
 
 namespace lumenvale {
 
@@ -65,6 +69,16 @@ bool SimulatedMonitor::setDdcCurrent(std::uint16_t current) const
 bool SimulatedMonitor::setFailNextTransfers(std::uint32_t count) const
 {
     return change(path, &MonitorFile::ddc, count, &withFailNextTransfers);
+}
+
+Hold SimulatedMonitor::tryHold() const
+{
+    const QFileInfo file(QString::fromStdString(path));
+    const QString lock = file.path() + QStringLiteral("/.") + file.fileName() + QStringLiteral(".lock");
+    tl::expected<FileDescriptor, int> locked = tryLockFile(lock.toStdString(), O_CREAT);
+    if (!locked)
+        return locked.error() == EWOULDBLOCK ? nullptr : holdOfNothing(); // the folder may be read-only
+    return std::make_shared<FileDescriptor>(std::move(*locked));
 }
 
 } // namespace lumenvale

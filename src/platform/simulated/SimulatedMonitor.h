@@ -3,6 +3,7 @@
 // editing the file is turning the monitor's own buttons. Any thread; who changes it reads it first.
 #pragma once
 
+#include "hardware/Hold.h"
 #include "platform/simulated/MonitorFile.h"
 
 #include <string>
@@ -21,6 +22,10 @@ public:
     bool setNativeBrightness(double brightness) const;
     bool setDdcCurrent(std::uint16_t current) const;
     bool setFailNextTransfers(std::uint32_t count) const;
+
+    /// Keeps other copies of the program from the monitor: the lock of a hidden file beside the monitor's own,
+    /// which is replaced at each change. Never waits: null while another copy has it.
+    Hold tryHold() const;
 
     bool operator==(const SimulatedMonitor& other) const = default;
 

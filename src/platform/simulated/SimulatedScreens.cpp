@@ -37,7 +37,7 @@ std::pair<std::uint32_t, MonitorFile> identity(const SimulatedDisplay& display)
 {
     MonitorFile monitor = display.monitor;
     if (monitor.native)
-        monitor.native = NativeControl();
+        monitor.native = NativeControl{.maximum = monitor.native->maximum};
     if (monitor.ddc) {
         const std::uint16_t maximum = monitor.ddc->maximum;
         monitor.ddc = DdcControl();

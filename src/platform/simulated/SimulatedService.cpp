@@ -91,6 +91,15 @@ int SimulatedService::readI2C(std::uint32_t chipAddress, std::uint32_t dataAddre
     return 0;
 }
 
+Hold SimulatedService::tryHold()
+{
+    Hold hold = held.lock();
+    if (!hold)
+        hold = monitor.tryHold();
+    held = hold;
+    return hold;
+}
+
 /// What every transfer begins with: the monitor's state if it answers its address, else none.
 std::optional<DdcControl> SimulatedService::acknowledge(std::uint32_t chipAddress, std::uint32_t dataAddress)
 {

@@ -21,6 +21,7 @@ public:
     int writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                  std::span<const std::uint8_t> bytes) override;
     int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) override;
+    Hold tryHold() override;
 
 private:
     std::optional<DdcControl> acknowledge(std::uint32_t chipAddress, std::uint32_t dataAddress);
@@ -30,6 +31,7 @@ private:
     Pause pause;
     std::optional<std::uint8_t> requestedCode; // of the last request, until its reply was read
     std::uint32_t replies = 0;
+    std::weak_ptr<void> held;
 };
 
 } // namespace lumenvale

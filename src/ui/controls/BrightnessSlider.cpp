@@ -16,17 +16,10 @@ constexpr int reasonHeight = 30; // of two lines, where they take the slider's p
 constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
-constexpr int nativeUnits = 1000; // a step of native control is 0.1 percentage points
 
 bool canBeSet(const BrightnessRow& row)
 {
     return !row.disabled && row.display.method != ControlMethod::unavailable && row.display.brightness;
-}
-
-double stepFraction(const DisplayInfo& display)
-{
-    const bool hasUnits = display.method == ControlMethod::ddc && display.maximum > 0;
-    return 1.0 / (hasUnits ? display.maximum : nativeUnits);
 }
 
 } // namespace
@@ -88,7 +81,7 @@ void BrightnessSlider::show(const BrightnessRow& row)
     slider->setFixedHeight(reason.isEmpty() ? controlsHeight : reasonHeight);
     slider->setAccessibleDescription(display.error ? error : reason);
     slider->setEnabled(canBeSet(shown));
-    slider->setStep(stepFraction(display));
+    slider->setStep(stepSize(display));
     showBrightness();
 }
 

@@ -69,7 +69,7 @@ TEST(Backlight, TheLowestLevelStaysVisibleAndTheScaleIsUsedWhole)
     EXPECT_EQ(Backlight{}.rawValue(0.0), 0) << "a device that only knows on and off";
 }
 
-TEST(LinuxBrightness, KeepsTheLevelThatWasSetAndAsksTheServiceOnlyForAMissingRight)
+TEST(LinuxBrightness, ReadsWhatTheDeviceHoldsAndAsksTheServiceOnlyForAMissingRight)
 {
     FakeSysfs system("i915 eDP-1=P DP-1=S");
     const auto file = system.addBacklight(resolved(system["eDP-1"]), "intel_backlight", "raw", "1515");
@@ -94,7 +94,11 @@ TEST(LinuxBrightness, KeepsTheLevelThatWasSetAndAsksTheServiceOnlyForAMissingRig
     EXPECT_FLOAT_EQ(read(), 35.0F / 1500.0F);
     EXPECT_EQ(native.setter(panel, 0.33333F), 0);
     EXPECT_EQ(readNumber(file), 515);
-    EXPECT_EQ(read(), 0.33333F);
+    EXPECT_FLOAT_EQ(read(), 500.0F / 1500.0F);
+    EXPECT_EQ(native.levels(panel), (LevelRange{15, 1515}));
+    const Hold hold = native.tryHold(panel);
+    EXPECT_TRUE(hold && !native.tryHold(panel)) << "another copy of the program waits";
+    EXPECT_TRUE(!native.levels(external) && native.tryHold(external));
     FakeSysfs::write(file, "516"); // a brightness key
     EXPECT_FLOAT_EQ(read(), 501.0F / 1500.0F);
     EXPECT_EQ(native.getter(external, &level), ENODEV);

@@ -16,8 +16,9 @@
 namespace lumenvale {
 
 struct FakeI2cDriver final : I2cDriver {
-    std::map<int, EdidBlock> monitors; ///< what answers at 0x50, by bus; everything answers zeros at 0x37
+    std::map<int, EdidBlock> monitors; ///< what answers at 0x50, by bus; everything answers `reply` at 0x37
     std::vector<std::string> log;      ///< "open 3", "lock", "W37 51 82", "R37 11", "single W50 00"
+    std::vector<std::uint8_t> reply;
     int openError = 0;
     int busyLocks = 0;     ///< how many attempts to lock still fail
     int transferError = 0; ///< of every combined transfer
@@ -61,6 +62,8 @@ private:
         }
         if (message.address != 0x37 && !monitors.contains(bus))
             return ENXIO;
+        if (message.isRead && message.address == 0x37)
+            std::copy_n(reply.begin(), std::min(reply.size(), message.bytes.size()), message.bytes.begin());
         if (message.isRead && message.address == 0x50)
             std::copy_n(monitors[bus].begin(), message.bytes.size(), message.bytes.begin());
         return 0;

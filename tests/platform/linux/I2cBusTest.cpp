@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FakeI2cDriver.h"
 #include "FakeSysfs.h"
+#include "support/FakeHardwareAccess.h"
 
 #include "platform/linux/displays/I2cBus.h"
 
@@ -17,8 +18,7 @@ struct I2cBusTest : testing::Test {
 
     FakeSysfs system{"i915; 3 S AUX B/DDI B/PHY B"};
     std::shared_ptr<FakeI2cDriver> driver = std::make_shared<FakeI2cDriver>();
-    std::chrono::microseconds waited{};
-    I2cBus bus{readDisplayAdapters(system.paths()).at(0), driver, [this](auto time) { waited += time; }};
+    I2cBus bus{readDisplayAdapters(system.paths()).at(0), driver};
     const std::array<std::uint8_t, 4> request = {0x82, 0x01, 0x10, 0xFD};
     std::array<std::uint8_t, 200> buffer{};
 };
@@ -28,8 +28,8 @@ TEST_F(I2cBusTest, TheBytesOnTheWire)
     driver->monitors = system.answers;
     EXPECT_EQ(write(), 0);
     EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "W37 51 82 01 10 fd"}));
-    EXPECT_EQ(bus.readI2C(0x37, 0x51, std::span(buffer).first(11)), 0);
-    EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "R37 11"}));
+    EXPECT_EQ(bus.readI2C(0x37, 0x51, std::span(buffer).first(3)), EPROTO);
+    EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "R37 3"}));
     EXPECT_EQ(bus.readEdid().value(), edidOf('S'));
     EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "W50 00", "R50 128"})) << "nothing is written but the offset";
     driver->transferError = EINVAL; // a driver that refuses transactions gets the messages one by one
@@ -40,24 +40,37 @@ TEST_F(I2cBusTest, TheBytesOnTheWire)
     driver->transferError = 0;
     driver->monitors.clear();
     EXPECT_EQ(bus.readEdid().error(), ENXIO);
-    EXPECT_EQ(waited.count(), 0);
 }
 
-TEST_F(I2cBusTest, ABusyBusIsWaitedForAShortWhileOnly)
+TEST_F(I2cBusTest, OneLockIsHeldFromTheRequestToTheReplyAndNothingIsDoneOnABusyBus)
 {
-    driver->busyLocks = 2;
+    Hold hold = bus.tryHold();
+    EXPECT_EQ(bus.tryHold(), hold);
     EXPECT_EQ(write(), 0);
-    EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "lock", "lock", "W37 51 82 01 10 fd"}));
-    EXPECT_EQ(std::exchange(waited, {}), 2 * I2cBus::lockInterval);
-    driver->busyLocks = 1000;
+    EXPECT_EQ(bus.readI2C(0x37, 0x51, std::span(buffer).first(11)), EPROTO);
+    EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "W37 51 82 01 10 fd", "R37 11"}));
+    hold.reset();
+    driver->busyLocks = 2;
+    EXPECT_FALSE(bus.tryHold());
     EXPECT_EQ(write(), EAGAIN);
-    EXPECT_EQ(waited, (I2cBus::lockAttempts - 1) * I2cBus::lockInterval);
-    EXPECT_EQ(bus.readEdid().error(), EAGAIN);
-    EXPECT_LT(waited, std::chrono::seconds(1));
-    takeLog();
+    EXPECT_EQ(takeLog(), (Log{"open 3", "lock", "open 3", "lock"}));
     driver->openError = EACCES;
+    EXPECT_TRUE(bus.tryHold()) << "no permission is nothing to wait for";
     EXPECT_EQ(write(), EACCES);
-    EXPECT_EQ(takeLog(), Log{"open 3"}) << "no permission is nothing to wait for";
+}
+
+TEST_F(I2cBusTest, WhatIsNoReplyToTheRequestIsAFailedRead)
+{
+    const std::pair<Bytes, int> rows[] = {
+        {luminanceReply(100, 50), 0},
+        {{0x6E, 0x88, 0x02, 0x01, 0x10, 0, 0, 0, 0, 0, 0}, 0},                        // "unsupported" is an answer
+        {{0x6E, 0x80, 0xBE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, EPROTO}, // a null message
+        {sealed({0x6E, 0x88, 0x02, 0x00, 0x12, 0, 0, 100, 0, 50}), EPROTO}}; // to another program's request
+    EXPECT_EQ(write(), 0);
+    for (const auto& [reply, status] : rows) {
+        driver->reply = reply;
+        EXPECT_EQ(bus.readI2C(0x37, 0x51, std::span(buffer).first(11)), status);
+    }
 }
 
 TEST_F(I2cBusTest, NeitherAnotherAdapterNorAnotherFileNorAnAddressBeyondTheBusIsUsed)

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxBrightness.h"
 
+#include "platform/posix/FileLock.h"
 #include "platform/posix/SystemError.h"
 
 #include <cerrno>
 #include <cmath>
-#include <map>
 #include <utility>
 
 namespace lumenvale {
@@ -29,13 +29,11 @@ public:
             snapshot->forget();
             return EIO;
         }
-        const auto known = lastSet.find(backlight->name);
-        const bool isUnchanged = known != lastSet.end() && known->second.raw == *raw;
-        brightness = isUnchanged ? known->second.level : static_cast<float>(backlight->level(*raw));
+        brightness = static_cast<float>(backlight->level(*raw));
         return 0;
     }
 
-    std::int32_t write(std::uint32_t displayID, float brightness)
+    std::int32_t write(std::uint32_t displayID, float brightness) const
     {
         const std::optional<Backlight> backlight = backlightOf(displayID);
         if (!backlight)
@@ -51,17 +49,30 @@ public:
             log(backlight->name + ": set " + std::to_string(raw) + " of " + std::to_string(backlight->maximum) +
                 (isForbidden ? " through the login service" : "") +
                 (error == 0 ? "" : ": " + systemErrorText(error)));
-        if (error == 0)
-            lastSet[backlight->name] = {raw, brightness};
         return error;
     }
 
-private:
-    struct Setting {
-        std::int64_t raw = 0;
-        float level = 0.0F;
-    };
+    std::optional<LevelRange> levels(std::uint32_t displayID) const
+    {
+        const std::optional<Backlight> backlight = backlightOf(displayID);
+        if (!backlight)
+            return std::nullopt;
+        return LevelRange{static_cast<std::uint32_t>(backlight->minimum()),
+                          static_cast<std::uint32_t>(backlight->maximum)};
+    }
 
+    Hold tryHold(std::uint32_t displayID) const
+    {
+        const std::optional<Backlight> backlight = backlightOf(displayID);
+        if (!backlight)
+            return holdOfNothing();
+        tl::expected<FileDescriptor, int> file = tryLockFile(backlight->path / "brightness");
+        if (!file)
+            return file.error() == EWOULDBLOCK ? nullptr : holdOfNothing();
+        return std::make_shared<FileDescriptor>(std::move(*file));
+    }
+
+private:
     std::optional<Backlight> backlightOf(std::uint32_t displayID) const
     {
         const Connector* display = snapshot->display(displayID);
@@ -71,7 +82,6 @@ private:
     std::shared_ptr<const DisplaySnapshot> snapshot;
     BacklightWriters writers;
     LogSink log;
-    std::map<std::string, Setting> lastSet; // by backlight device
 };
 
 } // namespace
@@ -89,6 +99,8 @@ NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snaps
     functions.setter = [brightness](std::uint32_t displayID, float level) {
         return brightness->write(displayID, level);
     };
+    functions.levels = [brightness](std::uint32_t displayID) { return brightness->levels(displayID); };
+    functions.tryHold = [brightness](std::uint32_t displayID) { return brightness->tryHold(displayID); };
     return functions;
 }
 

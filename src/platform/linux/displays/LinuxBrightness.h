@@ -21,9 +21,9 @@ struct BacklightWriters {
     std::function<int(const std::string& device, std::int64_t raw)> service;
 };
 
-/// A getter and a setter for the panels of `snapshot` as it was last taken. A level that was set reads back as
-/// exactly that level for as long as the device holds the raw value that it maps to. Failures are the system's
-/// error numbers.
+/// The functions for the panels of `snapshot` as it was last taken. A panel's levels are the raw values that it is
+/// given, and what is read is what the device holds. Failures are the system's error numbers. A hold is the
+/// advisory lock of the device's file.
 NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
                                     LogSink log);
 

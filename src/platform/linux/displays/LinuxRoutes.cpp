@@ -57,14 +57,13 @@ struct Search {
     const std::vector<Connector>& connectors;
     const std::vector<I2cAdapter>& adapters;
     std::shared_ptr<I2cDriver> driver;
-    Pause pause;
-    LogSink log;
+    HoldWait wait;
     std::map<int, std::optional<EdidBlock>> edids;
 
     void note(const std::string& line) const
     {
-        if (log)
-            log(line);
+        if (wait.log)
+            wait.log(line);
     }
 
     std::optional<EdidBlock> readEdid(const I2cAdapter& adapter)
@@ -72,7 +71,9 @@ struct Search {
         const auto known = edids.find(adapter.number);
         if (known != edids.end())
             return known->second;
-        const tl::expected<EdidBlock, int> block = I2cBus(adapter, driver, pause).readEdid();
+        I2cBus bus(adapter, driver);
+        const Hold hold = waitForHold([&bus] { return bus.tryHold(); }, wait);
+        const tl::expected<EdidBlock, int> block = bus.readEdid();
         note("i2c-" + std::to_string(adapter.number) + " (" + adapter.name + "): EDID " +
              (block ? std::string("read") : "not read: " + systemErrorText(block.error())));
         const std::optional<EdidBlock> result = block ? std::optional(*block) : std::nullopt;
@@ -89,22 +90,21 @@ struct Search {
                       [this](const I2cAdapter& adapter) { return readEdid(adapter); });
         note(connector.card + "-" + connector.name +
              (bus ? ": channel i2c-" + std::to_string(bus->number) : std::string(": no channel")));
-        return bus ? std::make_shared<I2cBus>(*bus, driver, pause) : nullptr;
+        return bus ? std::make_shared<I2cBus>(*bus, driver) : nullptr;
     }
 };
 
 } // namespace
 
-LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, Pause pause,
-                         LogSink log)
-    : snapshot(std::move(snapshot)), driver(std::move(driver)), pause(std::move(pause)), log(std::move(log))
+LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, HoldWait wait)
+    : snapshot(std::move(snapshot)), driver(std::move(driver)), wait(std::move(wait))
 {
 }
 
 std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
 {
     snapshot->take();
-    Search search{snapshot->connectors(), snapshot->adapters(), driver, pause, log, {}};
+    Search search{snapshot->connectors(), snapshot->adapters(), driver, wait, {}};
     std::vector<Route> routes;
     for (const DisplayInfo& display : displays) {
         Route& route = routes.emplace_back();

@@ -4,8 +4,6 @@
 #pragma once
 
 #include "hardware/DisplayRoutes.h"
-#include "hardware/Pause.h"
-#include "platform/Platform.h"
 #include "platform/linux/displays/DisplaySnapshot.h"
 #include "platform/linux/displays/I2cDriver.h"
 
@@ -16,9 +14,8 @@ namespace lumenvale {
 
 class LinuxRoutes final : public DisplayRoutes {
 public:
-    /// Takes `snapshot` anew whenever a round begins.
-    LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, Pause pause,
-                LogSink log);
+    /// Takes `snapshot` anew whenever a round begins. `wait` says how to wait for programs that have a bus.
+    LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, HoldWait wait);
 
     std::vector<Route> find(const std::vector<DisplayInfo>& displays) override;
     void beginRound() override { snapshot->take(); }
@@ -28,8 +25,7 @@ public:
 private:
     std::shared_ptr<DisplaySnapshot> snapshot;
     std::shared_ptr<I2cDriver> driver;
-    Pause pause;
-    LogSink log;
+    HoldWait wait;
 };
 
 } // namespace lumenvale

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// The advisory lock of a file or folder (flock), which programs agree to respect. The system drops it when its
+// descriptor is closed or the process ends, however it ends. Any thread.
+#pragma once
+
+#include "platform/posix/FileDescriptor.h"
+
+#include <string>
+#include <tl/expected.hpp>
+
+namespace lumenvale {
+
+/// Opens `path` for reading, and with `flags` of open(2) beside that (O_CREAT makes it readable and writable for
+/// all, within the user's mask), and locks it for this descriptor alone. Never waits. The error is the system's
+/// number: EWOULDBLOCK while another descriptor has the lock.
+tl::expected<FileDescriptor, int> tryLockFile(const std::string& path, int flags = 0);
+
+} // namespace lumenvale
