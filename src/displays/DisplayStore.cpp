@@ -59,13 +59,15 @@ void DisplayStore::receive(SystemEvent event)
     switch (event) {
     case SystemEvent::screensDidSleep:
     case SystemEvent::systemWillSleep:
-        monitor.setPaused(true);
+        setPaused(true);
         break;
     case SystemEvent::screensDidWake:
-        monitor.setPaused(false);
+        setPaused(false);
+        if (!isRefreshing.get())
+            late.watch(clock.now());
         break;
     case SystemEvent::systemDidWake:
-        monitor.setPaused(false);
+        setPaused(false);
         requestRefresh(wakeDelay);
         break;
     case SystemEvent::screenParametersChanged:
@@ -74,10 +76,17 @@ void DisplayStore::receive(SystemEvent event)
     }
 }
 
+void DisplayStore::setPaused(bool paused)
+{
+    monitor.setPaused(paused);
+    late.setPaused(paused);
+}
+
 void DisplayStore::requestRefresh(Clock::Duration delay)
 {
     const std::int64_t generation = ++refreshGeneration;
     writer.beginRefresh(generation);
+    late.stop();
     isRefreshing.setIfChanged(true);
     refreshTask.run(refresh(delay, generation)); // cancels the one before
     announceIfIdle();
@@ -89,13 +98,14 @@ Task<> DisplayStore::refresh(Clock::Duration delay, std::int64_t generation)
         co_await sleepFor(clock, delay);
     if (generation != refreshGeneration)
         co_return;
+    const Clock::TimePoint inspected = clock.now();
     Task<std::vector<DisplayInfo>> inspection = hardware.inspect(connectedDisplays(screens));
     std::vector<DisplayInfo> found = co_await std::move(inspection);
     if (generation == refreshGeneration)
-        publish(std::move(found), generation);
+        publish(std::move(found), generation, inspected);
 }
 
-void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generation)
+void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generation, Clock::TimePoint inspected)
 {
     setOrder(mergedOrder(savedOrder, identifiers(found)));
     found = sortedDisplays(std::move(found), savedOrder);
@@ -104,6 +114,7 @@ void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generati
     displays.set(std::move(found));
     if (generation != refreshGeneration)
         return; // an observer has asked for the next refresh
+    late.watch(inspected);
     isRefreshing.set(false);
     lastRefresh.set(clock.wallTime());
     announceIfIdle();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The one owner of the list of connected displays: discovers them and keeps them in the user's order. A
-// `BrightnessWriter` carries requests to the hardware, a `BrightnessMonitor` notices changes made elsewhere. Main
-// thread only.
+// `BrightnessWriter` carries requests to the hardware, a `BrightnessMonitor` notices changes made elsewhere, and
+// `LateDisplays` asks displays that gave no answer again. Main thread only.
 //
 // Staleness is decided by two counters that are compared after every wait: a refresh makes the refreshes and
 // writes before it stale (`refreshGeneration`), and a refresh or a request makes a reading under way stale
@@ -16,6 +16,7 @@
 #include "displays/BrightnessMonitor.h"
 #include "displays/BrightnessWriter.h"
 #include "displays/DisplayHardwareControlling.h"
+#include "displays/LateDisplays.h"
 #include "displays/PresetDisplayControlling.h"
 #include "displays/ScreenSource.h"
 #include "displays/SystemEvents.h"
@@ -88,7 +89,8 @@ public:
 private:
     void receive(SystemEvent event);
     Task<> refresh(Clock::Duration delay, std::int64_t generation);
-    void publish(std::vector<DisplayInfo> found, std::int64_t generation);
+    void publish(std::vector<DisplayInfo> found, std::int64_t generation, Clock::TimePoint inspected);
+    void setPaused(bool paused);
     void setOrder(std::vector<std::string> order);
     bool isIdle() const;
     void announceIfIdle();
@@ -103,6 +105,7 @@ private:
     Signal<> idle;
     BrightnessWriter writer{hardware, clock, displays};
     BrightnessMonitor monitor{hardware, clock, screens, displays, isRefreshing, writer};
+    LateDisplays late{hardware, clock, screens, displays, writer};
     TaskHandle refreshTask;
     Subscription observers; ///< of the system's events
 };

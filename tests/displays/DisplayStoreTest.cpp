@@ -114,6 +114,20 @@ constexpr Scenario refreshes[] = {
         answers           | refresh done at 0)"},
 };
 
+constexpr Scenario late[] = {
+    {"a display that cannot be controlled is asked again by itself after 2, 5, 10 and 30 s", R"(
+        plug D none; refresh; answers; wait 1999 | D — uncontrolled; list ABCD; order ABCD; > inspect A B C D
+        wait 1; answers; wait 2999               | > again D
+        wait 1; set A 0.4; answering D; answers; wait 90; answers | A 40% verified; D 50% found; > again D; > set A 0.4
+        wait 60000                               |)"},
+    {"not while the user's requests are written, nor in the dark, nor after the last time", R"(
+        plug D none; refresh; answers; wait 1950; set A 0.3; wait 500; answer; wait 40; answers
+        wait 210; answers         | > again D
+        dark D; wait 3000; lit D; system screensSleep; wait 10000 |
+        wait 30000                |
+        system screensWake; answering D; wait 2000; answers | D 50% found; > again D)"},
+};
+
 constexpr Scenario monitoring[] = {
     {"what was changed elsewhere is shown and reported once", R"(
         monitor; round          | B 50.0% read; > read B
@@ -168,6 +182,7 @@ TEST(DisplayStore, CarriesRequests) { playAll(requests); }
 TEST(DisplayStore, WritesPresets) { playAll(batches); }
 TEST(DisplayStore, TellsWhenWritesHaveEnded) { playAll(waits); }
 TEST(DisplayStore, Refreshes) { playAll(refreshes); }
+TEST(DisplayStore, AsksLateDisplaysAgain) { playAll(late); }
 TEST(DisplayStore, MonitorsBrightness) { playAll(monitoring); }
 
 TEST_F(StoreScript, AReadingThatChangesNothingIsNotPublished)
