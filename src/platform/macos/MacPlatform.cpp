@@ -9,6 +9,10 @@
 #include "platform/macos/displays/MacServiceRegistry.h"
 #include "platform/macos/displays/MacSystemEvents.h"
 #include "platform/macos/foundation/MacUserDefaults.h"
+#include "platform/posix/FileLock.h"
+#include "platform/posix/InstanceLock.h"
+
+#include <fcntl.h>
 
 namespace lumenvale {
 
@@ -19,9 +23,14 @@ Platform makeNativePlatform(const PlatformOptions& /*options*/, Clock& clock, Ma
     platform.screens = std::make_unique<MacScreenSource>();
     platform.events = std::make_unique<MacSystemEvents>();
     platform.diagnostics = std::make_unique<MacDiagnostics>();
-    platform.hardware.routes = std::make_unique<ServiceDiscovery>(std::make_unique<MacServiceRegistry>(),
+    // The system locks neither channels nor panels: copies of this program agree on a file for all of them.
+    const auto holder = [file = supportFolder(applicationIdentifier) + "/hardware.lock"] {
+        return tryHoldFile(file, O_CREAT);
+    };
+    platform.hardware.routes = std::make_unique<ServiceDiscovery>(std::make_unique<MacServiceRegistry>(holder),
                                                                   std::make_unique<MacDisplaySystem>());
     platform.hardware.native = loadDisplayServices();
+    platform.hardware.native.tryHold = [holder](std::uint32_t /*displayID*/) { return holder(); };
     return platform;
 }
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <utility>
 
 namespace lumenvale {
 
@@ -15,6 +16,14 @@ tl::expected<FileDescriptor, int> tryLockFile(const std::string& path, int flags
     if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return tl::unexpected(errno);
     return file;
+}
+
+Hold tryHoldFile(const std::string& path, int flags)
+{
+    tl::expected<FileDescriptor, int> file = tryLockFile(path, flags);
+    if (!file)
+        return file.error() == EWOULDBLOCK ? nullptr : holdOfNothing();
+    return std::make_shared<FileDescriptor>(std::move(*file));
 }
 
 } // namespace lumenvale

@@ -3,6 +3,7 @@
 // descriptor is closed or the process ends, however it ends. Any thread.
 #pragma once
 
+#include "hardware/Hold.h"
 #include "platform/posix/FileDescriptor.h"
 
 #include <string>
@@ -14,5 +15,9 @@ namespace lumenvale {
 /// all, within the user's mask), and locks it for this descriptor alone. Never waits. The error is the system's
 /// number: EWOULDBLOCK while another descriptor has the lock.
 tl::expected<FileDescriptor, int> tryLockFile(const std::string& path, int flags = 0);
+
+/// The same as a hold: null while another descriptor has the lock, a hold of nothing where the file cannot be
+/// locked.
+Hold tryHoldFile(const std::string& path, int flags = 0);
 
 } // namespace lumenvale

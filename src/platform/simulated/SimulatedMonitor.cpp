@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <cerrno>
 #include <fcntl.h>
 
 namespace lumenvale {
@@ -75,10 +74,7 @@ Hold SimulatedMonitor::tryHold() const
 {
     const QFileInfo file(QString::fromStdString(path));
     const QString lock = file.path() + QStringLiteral("/.") + file.fileName() + QStringLiteral(".lock");
-    tl::expected<FileDescriptor, int> locked = tryLockFile(lock.toStdString(), O_CREAT);
-    if (!locked)
-        return locked.error() == EWOULDBLOCK ? nullptr : holdOfNothing(); // the folder may be read-only
-    return std::make_shared<FileDescriptor>(std::move(*locked));
+    return tryHoldFile(lock.toStdString(), O_CREAT);
 }
 
 } // namespace lumenvale

@@ -64,12 +64,7 @@ public:
     Hold tryHold(std::uint32_t displayID) const
     {
         const std::optional<Backlight> backlight = backlightOf(displayID);
-        if (!backlight)
-            return holdOfNothing();
-        tl::expected<FileDescriptor, int> file = tryLockFile(backlight->path / "brightness");
-        if (!file)
-            return file.error() == EWOULDBLOCK ? nullptr : holdOfNothing();
-        return std::make_shared<FileDescriptor>(std::move(*file));
+        return backlight ? tryHoldFile(backlight->path / "brightness") : holdOfNothing();
     }
 
 private:

@@ -7,15 +7,18 @@
 
 namespace lumenvale {
 
-std::shared_ptr<AVService> MacAVService::open(io_service_t entry)
+std::shared_ptr<AVService> MacAVService::open(io_service_t entry, std::function<Hold()> holder)
 {
     if (!IOAVServiceCreateWithService || !IOAVServiceReadI2C || !IOAVServiceWriteI2C)
         return nullptr;
     CFReference<IOAVServiceRef> opened(IOAVServiceCreateWithService(kCFAllocatorDefault, entry));
-    return opened ? std::make_shared<MacAVService>(std::move(opened)) : nullptr;
+    return opened ? std::make_shared<MacAVService>(std::move(opened), std::move(holder)) : nullptr;
 }
 
-MacAVService::MacAVService(CFReference<IOAVServiceRef> service) : service(std::move(service)) {}
+MacAVService::MacAVService(CFReference<IOAVServiceRef> service, std::function<Hold()> holder)
+    : service(std::move(service)), holder(std::move(holder))
+{
+}
 
 int MacAVService::writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
                            std::span<const std::uint8_t> bytes)

@@ -17,7 +17,10 @@ constexpr IOOptionBits propertyOptions = 1;
 
 class MacRegistryEntry final : public RegistryEntry {
 public:
-    explicit MacRegistryEntry(io_registry_entry_t borrowed) : entry(borrowed) {}
+    MacRegistryEntry(io_registry_entry_t borrowed, const std::function<Hold()>& holder)
+        : entry(borrowed), holder(holder)
+    {
+    }
 
     std::string name() const override
     {
@@ -41,10 +44,11 @@ public:
         return IORegistryEntryGetPath(entry, kIOServicePlane, text) == KERN_SUCCESS ? text : "";
     }
 
-    std::shared_ptr<AVService> createAVService() const override { return MacAVService::open(entry); }
+    std::shared_ptr<AVService> createAVService() const override { return MacAVService::open(entry, holder); }
 
 private:
     io_registry_entry_t entry;
+    const std::function<Hold()>& holder;
 };
 
 /// Null when the walk cannot begin.
@@ -80,7 +84,7 @@ void MacServiceRegistry::forEachEntry(const std::function<void(const RegistryEnt
     if (!iterator)
         return;
     for (const IOReference& entry : walk(iterator.get()))
-        visit(MacRegistryEntry(entry.get()));
+        visit(MacRegistryEntry(entry.get(), holder));
 }
 
 } // namespace lumenvale
