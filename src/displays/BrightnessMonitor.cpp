@@ -13,6 +13,7 @@ constexpr auto monitoringInterval = 750ms;
 // Reading over DDC/CI costs a display some 80 ms of its bus each time and keeps some monitors from power saving.
 constexpr int ddcRoundsWhileVisible = 4;
 constexpr int ddcRoundsWhileHidden = 40;
+constexpr auto errorTime = 5s; // leaves time to read the error of a failed write
 constexpr char readStatus[] = "Current hardware brightness read successfully.";
 
 } // namespace
@@ -36,11 +37,10 @@ void BrightnessMonitor::setWindowVisible(bool visible) { windowVisible = visible
 void BrightnessMonitor::writeEnded(const std::string& id, bool isVerified)
 {
     if (isVerified) {
-        unconfirmed.erase(id);
+        failures.erase(id);
         return;
     }
-    unconfirmed.insert(id);
-    roundsSinceDdcRead = 0; // leaves time to read the error, which the next reading in turn clears
+    failures[id] = {.time = clock.now()};
 }
 
 Task<> BrightnessMonitor::monitor()
@@ -58,9 +58,11 @@ Task<> BrightnessMonitor::monitor()
         const Readings readings = co_await std::move(reading);
         if (isStale(revision))
             continue;
-        for (const std::string& id : ids)
-            unconfirmed.erase(id); // one that cannot be read waits for its turn again
-        showReadings(readings, isDdcRound);
+        for (const std::string& id : ids) {
+            if (const auto failure = failures.find(id); failure != failures.end())
+                failure->second.isRead = true; // one that cannot be read waits for its turn again
+        }
+        showReadings(readings);
     }
 }
 
@@ -74,12 +76,19 @@ bool BrightnessMonitor::beginsDdcRound()
     return true;
 }
 
+/// The last write failed, and the display was not read since.
+bool BrightnessMonitor::isUnconfirmed(const std::string& id) const
+{
+    const auto failure = failures.find(id);
+    return failure != failures.end() && !failure->second.isRead;
+}
+
 std::vector<std::string> BrightnessMonitor::displaysToRead(bool isDdcRound) const
 {
     std::vector<std::string> ids;
     for (const DisplayInfo& each : displays.get()) {
         const bool isDue = each.method == ControlMethod::apple ||
-                           (each.method == ControlMethod::ddc && (isDdcRound || unconfirmed.contains(each.id)) &&
+                           (each.method == ControlMethod::ddc && (isDdcRound || isUnconfirmed(each.id)) &&
                             !screens.isAsleep(each.displayID));
         if (isDue)
             ids.push_back(each.id);
@@ -101,7 +110,7 @@ Task<BrightnessMonitor::Readings> BrightnessMonitor::read(std::vector<std::strin
     co_return readings;
 }
 
-void BrightnessMonitor::showReadings(const Readings& readings, bool isDdcRound)
+void BrightnessMonitor::showReadings(const Readings& readings)
 {
     std::vector<DisplayInfo> list = displays.get();
     std::vector<DisplayInfo> changed;
@@ -111,8 +120,8 @@ void BrightnessMonitor::showReadings(const Readings& readings, bool isDdcRound)
             continue;
         const bool differs = each.brightness != reading->second;
         each.brightness = reading->second;
-        // A DDC display outside of its round was read after a failed write, whose error stays on show.
-        if (each.method == ControlMethod::apple || isDdcRound) {
+        const auto failure = failures.find(each.id);
+        if (failure == failures.end() || clock.now() - failure->second.time >= errorTime) {
             each.status = readStatus;
             each.error.reset();
         }

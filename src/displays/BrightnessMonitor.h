@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -29,10 +28,10 @@ public:
     /// DDC displays are read less often while no window of ours shows brightness.
     void setWindowVisible(bool visible);
     /// A write has ended. A display whose write failed is read in the next round, so that a request is not shown
-    /// for long as if it were the truth.
+    /// for long as if it were the truth; its error stays on show for 5 s, whatever is read.
     void writeEnded(const std::string& id, bool isVerified);
     /// A refresh has read all displays.
-    void forgetFailedWrites() { unconfirmed.clear(); }
+    void forgetFailedWrites() { failures.clear(); }
 
     /// Called after each round that has read another brightness than was shown, with the displays that changed.
     std::function<void(const std::vector<DisplayInfo>&)> changesSeen;
@@ -45,7 +44,8 @@ private:
     bool beginsDdcRound();
     std::vector<std::string> displaysToRead(bool isDdcRound) const;
     bool isStale(std::int64_t revision) const { return monitoringPaused || writer.revision() != revision; }
-    void showReadings(const Readings& readings, bool isDdcRound);
+    bool isUnconfirmed(const std::string& id) const;
+    void showReadings(const Readings& readings);
 
     DisplayHardwareControlling& hardware;
     Clock& clock;
@@ -56,8 +56,13 @@ private:
     bool monitoringPaused = false;
     bool windowVisible = false;
     int roundsSinceDdcRead = 0;
-    std::set<std::string> unconfirmed; ///< a write failed and the display was not read since
-    TaskHandle monitoringTask;         ///< last: it uses the others
+    struct Failure {
+        Clock::TimePoint time{};
+        bool isRead = false; ///< the display was read since
+    };
+
+    std::map<std::string, Failure> failures; ///< of the last write, by display
+    TaskHandle monitoringTask;               ///< last: it uses the others
 };
 
 } // namespace lumenvale

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presets/PresetActivation.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -20,20 +21,29 @@ bool differs(const DisplayInfo& display, double level)
     return std::abs(shown - written) > levelTolerance;
 }
 
+bool isCompared(const DisplayInfo& display, const BrightnessPreset& preset)
+{
+    return display.brightness && preset.values.contains(display.id);
+}
+
+/// The first display that does not show the preset's level, or null.
+const DisplayInfo* firstDifferent(const std::vector<DisplayInfo>& shown, const BrightnessPreset& preset)
+{
+    const auto found = std::ranges::find_if(shown, [&preset](const DisplayInfo& each) {
+        return isCompared(each, preset) && differs(each, preset.values.at(each.id));
+    });
+    return found == shown.end() ? nullptr : &*found;
+}
+
 enum class Comparison { nothingKnown, same, different };
 
 Comparison compare(const std::vector<DisplayInfo>& shown, const BrightnessPreset& preset)
 {
-    Comparison result = Comparison::nothingKnown;
-    for (const DisplayInfo& each : shown) {
-        const auto level = preset.values.find(each.id);
-        if (!each.brightness || level == preset.values.end())
-            continue;
-        if (differs(each, level->second))
-            return Comparison::different;
-        result = Comparison::same;
-    }
-    return result;
+    if (firstDifferent(shown, preset))
+        return Comparison::different;
+    const bool isKnown =
+        std::ranges::any_of(shown, [&preset](const DisplayInfo& each) { return isCompared(each, preset); });
+    return isKnown ? Comparison::same : Comparison::nothingKnown;
 }
 
 } // namespace
@@ -98,6 +108,7 @@ void PresetActivation::cancelOperation()
 
 void PresetActivation::write(const std::function<void()>& request)
 {
+    failed.clear();
     writesAreOurs = true; // the new levels are announced before `request` returns
     request();
     settling.run(finishWrites());
@@ -107,7 +118,25 @@ Task<> PresetActivation::finishWrites()
 {
     co_await displays.pendingWritesFinished();
     writesAreOurs = false;
+    const std::optional<Uuid> active = activePresetID.get();
+    if (const BrightnessPreset* preset = active ? presets.preset(*active) : nullptr)
+        noteFailures(*preset);
     deactivateIfDifferent(displays.displayList());
+}
+
+/// Shows the first error that our writes have left behind.
+void PresetActivation::noteFailures(const BrightnessPreset& preset)
+{
+    std::string words;
+    for (const DisplayInfo& each : displays.displayList()) {
+        if (!each.error || !preset.values.contains(each.id))
+            continue;
+        failed.insert(each.id);
+        if (words.empty())
+            words = each.name + ": " + *each.error;
+    }
+    if (!words.empty())
+        message.set(words);
 }
 
 void PresetActivation::deactivateIfDifferent(const std::vector<DisplayInfo>& shown)
@@ -115,10 +144,13 @@ void PresetActivation::deactivateIfDifferent(const std::vector<DisplayInfo>& sho
     if (isPreparing.get() || writesAreOurs || !activePresetID.get())
         return;
     const BrightnessPreset* preset = presets.preset(*activePresetID.get());
-    if (!preset || compare(shown, *preset) != Comparison::different)
+    const DisplayInfo* different = preset ? firstDifferent(shown, *preset) : nullptr;
+    if (!different)
         return;
+    const bool isFailure = failed.contains(different->id);
     activePresetID.set(std::nullopt);
-    message.set("Brightness changed outside the preset. This preset is no longer active.");
+    if (!isFailure)
+        message.set("Brightness changed outside the preset. This preset is no longer active.");
 }
 
 void PresetActivation::restoreWhenShown(const std::optional<Uuid>& id)

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,8 @@ public:
     /// Calls `request`, which requests brightness, and counts it as ours until the writes have ended.
     void write(const std::function<void()>& request);
 
-    /// Ends the active preset when one of these displays does not show its level. Not while an operation is
-    /// prepared or our own writes are under way.
+    /// Ends the active preset when one of these displays does not show its level, and says so, or leaves the error
+    /// of our own failed write on show. Not while an operation is prepared or our own writes are under way.
     void deactivateIfDifferent(const std::vector<DisplayInfo>& shown);
     /// After a start: this preset becomes active, without being applied, if the first displays that become known
     /// still have its levels and no operation comes before.
@@ -56,6 +57,7 @@ public:
 private:
     Task<> prepare(std::function<void()> finish);
     Task<> finishWrites();
+    void noteFailures(const BrightnessPreset& preset);
     void apply(const Uuid& id, bool isAnnounced);
 
     PresetDisplayControlling& displays;
@@ -63,8 +65,9 @@ private:
     std::int64_t generation = 0;      ///< grows with each cancellation, thus with each operation
     std::optional<Uuid> preparingID;  ///< the preset that will be applied when earlier writes have ended
     std::optional<Uuid> restorableID; ///< the preset that may still prove to be active after a start
-    bool writesAreOurs = false;       ///< brightness that was requested here is on its way
-    TaskHandle settling;              ///< waits for our writes to end
+    std::set<std::string> failed; ///< displays on which our last write failed; what they show is not from outside
+    bool writesAreOurs = false;   ///< brightness that was requested here is on its way
+    TaskHandle settling;          ///< waits for our writes to end
     TaskHandle operation;
 };
 

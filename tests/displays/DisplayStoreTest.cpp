@@ -151,12 +151,13 @@ constexpr Scenario monitoring[] = {
     {"it stops asking the other displays when a request comes", R"(
         plug D native; refresh; answers; monitor; wait 750; set D 0.9
         answers |)"},
-    {"after a failed write a DDC display is read next, with the error left on show", R"(
-        monitor; window on; round 3; writes A refused; set A 0.9; wait 90; answers
-        dark A; round | > read B
+    {"after a failed write a display is read next, with the error left on show for 5 s", R"(
+        monitor; window on; round 3; writes A refused; writes B differ; set A 0.9; set B 0.9; wait 90; answers
+        dark A; round | B 50.0% differ!; C 50% read; > read B; > read C; seen B 50.0%
         lit A; round  | A 50% refused!; > read A; > read B; seen A 50%
-        round         | > read B
-        round         | A 50% read; C 50% read; > read A; > read B; > read C)"},
+        round 4       | > read B *2; > read A; > read B; > read C; > read B
+        round         | B 50.0% read; > read B
+        round 2       | A 50% read; > read B; > read A; > read B; > read C)"},
     {"a failure that was overcome makes no reading out of turn", R"(
         monitor; writes A refused; set A 0.9; wait 90; answers; writes A succeed; set A 0.8; wait 90; answers
         round   | B 50.0% read; > read B
