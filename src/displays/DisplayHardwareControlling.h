@@ -32,7 +32,8 @@ public:
     /// (method, brightness, maximum, status and the reported texts) filled in.
     virtual Task<std::vector<DisplayInfo>> inspect(std::vector<DisplayInfo> displays) = 0;
 
-    /// Probes these displays anew and leaves the others of the last inspection as they are.
+    /// Probes these displays anew and leaves the others of the last inspection as they are. Leaves out those whose
+    /// picture is off.
     virtual Task<std::vector<DisplayInfo>> inspectAgain(std::vector<DisplayInfo> displays) = 0;
 
     /// The present brightness of those displays of the last inspection that can be read now, by identifier.

@@ -52,10 +52,17 @@ DisplayEndpoints::DisplayEndpoints(HardwareAccess access)
 std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays)
 {
     endpoints.clear();
-    return inspectAgain(displays);
+    return probeAll(displays);
 }
 
-std::vector<DisplayInfo> DisplayEndpoints::inspectAgain(const std::vector<DisplayInfo>& displays)
+std::vector<DisplayInfo> DisplayEndpoints::inspectAgain(std::vector<DisplayInfo> displays)
+{
+    access.routes->beginRound();
+    std::erase_if(displays, [this](const DisplayInfo& each) { return access.routes->isDark(each.displayID); });
+    return probeAll(displays);
+}
+
+std::vector<DisplayInfo> DisplayEndpoints::probeAll(const std::vector<DisplayInfo>& displays)
 {
     if (displays.empty())
         return {};

@@ -26,8 +26,8 @@ public:
     /// stopping; the rest then has no endpoints and is missing from the result.
     std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays);
 
-    /// The same without forgetting the endpoints of other displays.
-    std::vector<DisplayInfo> inspectAgain(const std::vector<DisplayInfo>& displays);
+    /// The same without forgetting the endpoints of other displays. Leaves out those whose picture is off.
+    std::vector<DisplayInfo> inspectAgain(std::vector<DisplayInfo> displays);
 
     /// See DisplayHardwareControlling. Stops between two displays once `token` is cancelled.
     std::map<std::string, double> currentBrightness(const std::vector<std::string>& ids,
@@ -53,6 +53,7 @@ private:
         Hold hold;
     };
 
+    std::vector<DisplayInfo> probeAll(const std::vector<DisplayInfo>& displays);
     Probe probe(DisplayInfo display, const Route& route);
     void readLuminance(DisplayInfo& display, AVService& service) const;
     Hold holdNative(const DisplayInfo& display) const;

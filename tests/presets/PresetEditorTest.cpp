@@ -33,9 +33,10 @@ constexpr Scenario applying[] = {
         hand A 0.199; round 4 | A 20% read; B 30.0% read; active none; message outside; > read B *2; > read A;
             | > read B *2)"},
     {"it ends with the error of its own failed write, which stays", R"(
-        monitor; writes A differ; highest A 0.1; activate X; answers; wait 0
-        round | B 30.0% read; message Q: no
-        hand B 0.9; round 4 |)"},
+        monitor; writes A differ; activate X; answers; wait 0 | A 20% differ!; B 30.0% verified; active X;
+            | message Name of A: The display reported a different brightness. Another app or a monitor preset may be
+            | overriding it.; selected X; stored none X; tab presets; > set A 0.2; > set B 0.3
+        round | A 50% differ!; B 30.0% read; active none; > read A; > read B)"},
     {"brightness that is unknown is no difference", R"(
         activate X; answers; wait 0; unreadable B; refresh; answers | A 20% found; B — found; active X;
             | message Applied X.; selected X; stored none X; tab presets; > set A 0.2; > set B 0.3;

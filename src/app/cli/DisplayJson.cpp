@@ -32,6 +32,7 @@ void eachField(Display& display, const Visit& visit)
     visit("maximum", display.maximum);
     visit("status", display.status);
     visit("error", display.error);
+    visit("levels", display.levels);
 }
 
 template <typename T>
@@ -40,6 +41,7 @@ OrderedJson encoded(const T& value)
     return value;
 }
 OrderedJson encoded(ControlMethod method) { return rawValue(method); }
+OrderedJson encoded(const LevelRange& levels) { return {{"lowest", levels.lowest}, {"highest", levels.highest}}; }
 template <typename T>
 OrderedJson encoded(const std::optional<T>& value)
 {
@@ -62,6 +64,13 @@ void decode(const Json& json, ControlMethod& method)
             method = each;
     }
 }
+void decode(const Json& json, LevelRange& levels)
+{
+    if (!json.is_object())
+        return;
+    decode(json.value("lowest", Json()), levels.lowest);
+    decode(json.value("highest", Json()), levels.highest);
+}
 template <typename T>
 void decode(const Json& json, std::optional<T>& value)
 {
@@ -73,6 +82,8 @@ OrderedJson toJson(const DisplayInfo& display)
 {
     OrderedJson object;
     eachField(display, [&object](const char* name, const auto& field) { object[name] = encoded(field); });
+    if (!display.levels)
+        object.erase("levels"); // most displays have none
     return object;
 }
 
