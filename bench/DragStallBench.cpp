@@ -7,8 +7,8 @@
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtMainThread.h"
 #include "presets/PresetEditor.h"
-#include "ui/panel/BrightnessMenu.h"
 #include "ui/controls/LevelSlider.h"
+#include "ui/panel/BrightnessMenu.h"
 
 #include <QApplication>
 #include <QFile>

@@ -56,7 +56,7 @@ set(CPACK_RPM_CLI_POST_UNINSTALL_SCRIPT_FILE ${PROJECT_SOURCE_DIR}/packaging/rpm
 # Folders that other packages own.
 set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
   /usr/lib/udev /usr/lib/udev/rules.d /usr/lib/modules-load.d /usr/share/applications /usr/share/dbus-1
-  /usr/share/dbus-1/services /usr/share/icons /usr/share/icons/hicolor /usr/share/metainfo /usr/share/man
+  /usr/libexec /usr/share/dbus-1/interfaces /usr/share/dbus-1/services /usr/share/icons /usr/share/icons/hicolor /usr/share/metainfo /usr/share/man
   /usr/share/man/man1 /usr/share/bash-completion /usr/share/bash-completion/completions /usr/share/zsh
   /usr/share/zsh/vendor-completions /usr/share/fish /usr/share/fish/vendor_completions.d)
 

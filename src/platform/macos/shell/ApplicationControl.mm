@@ -22,7 +22,7 @@
 }
 - (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply
 {
-    const auto call = reopened;               // it may end the handler
+    const auto call = reopened; // it may end the handler
     call();
 }
 @end
