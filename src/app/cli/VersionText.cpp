@@ -10,8 +10,9 @@ namespace lumenvale {
 
 std::string versionText()
 {
-    return std::string(applicationName) + " " + LUMENVALE_VERSION + " (" + LUMENVALE_BUILD_NUMBER + ")" +
-           LUMENVALE_COMMIT;
+    std::string text = applicationName;
+    text += " " LUMENVALE_VERSION " (" LUMENVALE_BUILD_NUMBER ")" LUMENVALE_COMMIT;
+    return text;
 }
 
 } // namespace lumenvale
