@@ -73,6 +73,7 @@ int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, 
     };
     if (line.isVerbose)
         options.log = standardErrorLog();
+    options.wantsModes = line.values.has(jsonFlag().name); // nothing else prints them
 
     QtMainThread mainThread;
     QtClock clock;

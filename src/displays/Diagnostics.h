@@ -28,6 +28,10 @@ public:
     /// Looks at the system's own records (device files, permissions, drivers), never at the displays' buses.
     /// `displays` are inspected records. First what concerns the system, then display by display. Main thread.
     virtual std::vector<Finding> examine(const std::vector<DisplayInfo>& displays) = 0;
+
+    /// What kept the display from being set just now: cause and remedy in one line. Empty where no more is known
+    /// than the error says.
+    virtual std::string obstacle(const DisplayInfo&) { return {}; }
 };
 
 } // namespace lumenvale

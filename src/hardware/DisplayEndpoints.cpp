@@ -111,6 +111,9 @@ DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route
         display.status =
             "No accessible hardware brightness service. The connection or App Sandbox may restrict access.";
     }
+    const bool isControlled = display.method != ControlMethod::unavailable;
+    if (std::string cause = isControlled ? "" : access.routes->obstacle(display); !cause.empty())
+        display.status = std::move(cause);
     endpoints.insert_or_assign(display.id, Endpoint{display, route.service});
     return {std::move(display), std::move(hold)};
 }

@@ -45,6 +45,10 @@ public:
     /// It tells whether a display was replaced behind its number.
     virtual std::optional<std::string> identifier(std::uint32_t displayID) = 0;
 
+    /// What keeps a display from being read or set, after it failed: cause and remedy in whole sentences. Empty
+    /// where no more is known than that it failed.
+    virtual std::string obstacle(const DisplayInfo&) { return {}; }
+
     /// True while the display's picture is switched off to save power, at this very moment: being read could wake
     /// it. False where the system does not tell.
     virtual bool isDark(std::uint32_t) { return false; }

@@ -95,6 +95,7 @@ public:
     {
         return routes->identifier(displayID);
     }
+    std::string obstacle(const DisplayInfo& display) override { return routes->obstacle(display); }
     bool isDark(std::uint32_t displayID) override { return routes->isDark(displayID); }
 
 private:

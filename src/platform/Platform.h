@@ -29,8 +29,9 @@ using LogSink = std::function<void(const std::string&)>;
 struct PlatformOptions {
     std::optional<std::string> simulationFolder; ///< monitors are the files in it; none: the real displays
     WindowSystem* windowSystem =
-        nullptr;    ///< knows the screens, too, and outlives the platform; null: there is none
-    LogSink log;    ///< empty: nothing is logged
+        nullptr;             ///< knows the screens, too, and outlives the platform; null: there is none
+    bool wantsModes = false; ///< the screens' modes are wanted though there is no window system; takes longer
+    LogSink log;             ///< empty: nothing is logged
     LogSink report; ///< main thread: what the user must be told, in whole sentences; empty: nobody is told
 };
 

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "displays/ScreenSource.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +24,7 @@ struct WindowScreen {
     bool isPrimary = false;
     double x = 0.0; ///< points; of the upper left corner on the desktop
     double y = 0.0;
+    std::optional<ScreenMode> mode = {}; ///< exact, where it is known; the points above may be rounded
 };
 
 class WindowSystem {

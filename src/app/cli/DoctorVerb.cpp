@@ -3,6 +3,7 @@
 #include "app/cli/Verb.h"
 #include "app/cli/VersionText.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace lumenvale {
@@ -50,7 +51,11 @@ void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vect
     out << "  " << methodText(display.method, words);
     if (display.brightness)
         out << ", " << percentageText(display);
-    out << "\n  " << attempts(display.method) << "\n  " << display.status << '\n';
+    out << "\n  " << attempts(display.method) << '\n';
+    const bool isSaidBelow =
+        std::ranges::any_of(findings, [&](const Finding& each) { return display.status.starts_with(each.text); });
+    if (!isSaidBelow)
+        out << "  " << display.status << '\n';
     for (const Finding& finding : findings) {
         if (finding.displayID == display.id)
             printFinding(out, finding, "  ");
@@ -71,7 +76,9 @@ Task<int> runDoctor(VerbContext& context, ArgumentValues)
         context.out << "\nThere is no display.\n";
     for (const DisplayInfo& display : displays)
         printDisplay(context.out, display, findings, context.words);
-    co_return exitDone;
+    const bool isAllWell =
+        std::ranges::none_of(findings, [](const Finding& each) { return each.kind == Finding::Kind::problem; });
+    co_return isAllWell ? exitDone : exitRefused;
 }
 
 } // namespace

@@ -39,6 +39,10 @@ Task<int> runList(VerbContext& context, ArgumentValues values)
         context.out << displaysAsJson(displays) << '\n';
     else
         printTable(context.out, displays, context.words);
+    for (const DisplayInfo& display : displays) {
+        if (display.method == ControlMethod::unavailable)
+            context.err << display.name << ": " << display.status << '\n';
+    }
     if (displays.empty())
         context.err << "There is no display.\n";
     co_return context.reports == 0 ? exitDone : exitMisused;

@@ -14,9 +14,11 @@ bool printOutcome(VerbContext& context, const DisplayInfo& display,
                     << ".\n";
         return true;
     }
-    context.err << display.name << ": " << description(outcome.error()) << '\n';
-    if (display.method == ControlMethod::unavailable)
-        context.err << display.name << ": " << display.status << '\n';
+    const bool isControlled = display.method != ControlMethod::unavailable;
+    std::string reason = isControlled ? context.diagnostics.obstacle(display) : display.status;
+    if (reason.empty())
+        reason = description(outcome.error());
+    context.err << display.name << ": " << reason << '\n';
     return false;
 }
 

@@ -23,7 +23,7 @@ namespace lumenvale {
 
 // The program's exit statuses.
 constexpr int exitDone = 0;
-constexpr int exitRefused = 1; ///< by the hardware
+constexpr int exitRefused = 1; ///< by the hardware; or `doctor` found a problem
 constexpr int exitMisused = 2; ///< wrong arguments, or a mistake in a file that was read
 constexpr int exitUnknown = 3; ///< no such display or preset
 

@@ -99,7 +99,7 @@ constexpr char tail[] = R"(.SH EXIT STATUS
 Done.
 .TP
 .B 1
-The hardware refused; standard error says what and why.
+The hardware refused, and standard error says what and why; or doctor found a problem.
 .TP
 .B 2
 Wrong use, or a mistake in the files that were read.

@@ -135,8 +135,9 @@ const std::vector<Finding>& DisplaySettings::findingsFor(const DisplayInfo& disp
     findings.clear();
     if (display.method == ControlMethod::unavailable) {
         for (const Finding& finding : diagnostics.examine({display})) {
-            if (finding.kind != Finding::Kind::good &&
-                (finding.displayID.empty() || finding.displayID == display.id))
+            const bool isAboutIt = finding.displayID.empty() || finding.displayID == display.id;
+            const bool isOnThePage = display.status.find(finding.text) != std::string::npos;
+            if (finding.kind != Finding::Kind::good && isAboutIt && !isOnThePage)
                 findings.push_back(finding);
         }
     }

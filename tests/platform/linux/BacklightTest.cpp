@@ -85,7 +85,8 @@ TEST(LinuxBrightness, ReadsWhatTheDeviceHoldsAndAsksTheServiceOnlyForAMissingRig
         asked.push_back(name + " " + std::to_string(raw));
         return serviceError != 0 ? serviceError : writeNumber(file, raw);
     };
-    const NativeFunctions native = makeLinuxBrightness(snapshot, {intoFile, throughService}, {});
+    const NativeFunctions native =
+        makeLinuxBrightness(snapshot, {intoFile, throughService}, std::make_shared<DisplayTroubles>(), {});
     const std::uint32_t panel = displayNumber("card0", "eDP-1");
     const std::uint32_t external = displayNumber("card0", "DP-1");
     float level = -1.0F;

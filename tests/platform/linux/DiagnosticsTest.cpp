@@ -15,7 +15,7 @@ using enum ControlMethod;
 constexpr char bare[] = "i915 DP-1=T";
 constexpr char wired[] = "i915 DP-1=T/4; 4 - AUX B/DDI B/PHY B";
 constexpr char laptop[] = "i915 eDP-1=P";
-constexpr char noAnswer[] = "No valid DDC brightness reply. …";
+using Trouble = DisplayTrouble::Kind;
 
 void nothing(FakeSysfs&) {}
 void addBacklight(FakeSysfs& system) { system.addBacklight(resolved(system["eDP-1"]), "intel", "raw", "9"); }
@@ -40,40 +40,86 @@ TEST(LinuxDiagnostics, EachDisplayIsToldWhatIsWrongAndWhatWouldHelp)
         void (*change)(FakeSysfs&);
         const char* connector;
         ControlMethod method;
-        const char* status;
+        std::optional<DisplayTrouble> trouble;
         Kind kind;
         const char* text; ///< what the finding says, or its remedy
     } rows[] = {
-        {wired, nothing, "DP-1", ddc, "", Kind::good, "answers over DDC/CI"},
-        {wired, nothing, "DP-1", unavailable, noAnswer, Kind::problem, "Switch on DDC/CI"},
-        {wired, [](FakeSysfs& it) { it.write(it["DP-1"] / "dpms", "Off"); }, "DP-1", unavailable, noAnswer,
-         Kind::problem, "save power"},
-        {wired, [](FakeSysfs& it) { addLock(it, "FLOCK"); }, "DP-1", unavailable, "", Kind::problem,
-         "in use by monitortool"},
-        {wired, [](FakeSysfs& it) { addLock(it, "POSIX"); }, "DP-1", unavailable, "", Kind::problem,
+        {wired, nothing, "DP-1", ddc, {}, Kind::good, "answers over DDC/CI"},
+        {wired, nothing, "DP-1", unavailable, {{Trouble::silent, EIO}}, Kind::problem, "Switch on DDC/CI"},
+        {wired,
+         nothing,
+         "DP-1",
+         unavailable,
+         {{Trouble::implausible, 0, 100, 120}},
+         Kind::problem,
+         "brightness of 120 on a scale that ends at 100"},
+        {wired, nothing, "DP-1", unavailable, {{Trouble::withoutValue}}, Kind::problem, "no brightness to set"},
+        {wired, nothing, "DP-1", unavailable, {{Trouble::unclear}}, Kind::problem, "not as DDC/CI does"},
+        {laptop, addBacklight, "eDP-1", apple, {{Trouble::refusedService, EACCES}}, Kind::problem, "refuses to"},
+        {laptop,
+         addBacklight,
+         "eDP-1",
+         apple,
+         {{Trouble::refusedService, ENOTCONN}},
+         Kind::problem,
+         "no login service"},
+        {laptop,
+         addBacklight,
+         "eDP-1",
+         apple,
+         {{Trouble::refusedService, ETIMEDOUT}},
+         Kind::problem,
+         "gives no answer. Nothing was set"},
+        {wired,
+         [](FakeSysfs& it) { it.write(it["DP-1"] / "dpms", "Off"); },
+         "DP-1",
+         unavailable,
+         {{Trouble::silent, EIO}},
+         Kind::problem,
+         "save power"},
+        {wired,
+         [](FakeSysfs& it) { addLock(it, "FLOCK"); },
+         "DP-1",
+         unavailable,
+         {},
+         Kind::problem,
+         "in use by monitortool (process 812)"},
+        {wired,
+         [](FakeSysfs& it) { addLock(it, "POSIX"); },
+         "DP-1",
+         unavailable,
+         {},
+         Kind::problem,
          "shows this monitor's identification"},
-        {bare, nothing, "DP-1", unavailable, "", Kind::problem, "i915 offers no channel"},
-        {"i915 DP-1=T DP-2=T; 9 - DPMST", nothing, "DP-1", unavailable, "", Kind::problem, "same identification"},
-        {"nouveau DP-1=S eDP-1=P; 1 - sor-6-0f42", nothing, "DP-1", unavailable, "", Kind::problem,
+        {bare, nothing, "DP-1", unavailable, {}, Kind::problem, "i915 offers no channel"},
+        {"i915 DP-1=T DP-2=T; 9 - DPMST", nothing, "DP-1", unavailable, {}, Kind::problem, "same identification"},
+        {"nouveau DP-1=S eDP-1=P; 1 - sor-6-0f42",
+         nothing,
+         "DP-1",
+         unavailable,
+         {},
+         Kind::problem,
          "built-in panel"},
-        {bare, [](FakeSysfs& it) { it.plug(it["DP-1"], {}); }, "DP-1", unavailable, "", Kind::problem, "EDID"},
-        {"i915 Virtual-1=S", nothing, "Virtual-1", unavailable, "", Kind::problem, "(Virtual)"},
-        {bare, nothing, "DP-7", unavailable, "", Kind::problem, "does not show which monitor"},
-        {laptop, nothing, "eDP-1", unavailable, "", Kind::problem, "no backlight device"},
-        {laptop, addBacklight, "eDP-1", unavailable, "", Kind::problem, "could not be read"},
-        {laptop, addBacklight, "eDP-1", apple, "", Kind::good, "device intel."},
+        {bare, [](FakeSysfs& it) { it.plug(it["DP-1"], {}); }, "DP-1", unavailable, {}, Kind::problem, "EDID"},
+        {"i915 Virtual-1=S", nothing, "Virtual-1", unavailable, {}, Kind::problem, "(Virtual)"},
+        {bare, nothing, "DP-7", unavailable, {}, Kind::problem, "does not show which monitor"},
+        {laptop, nothing, "eDP-1", unavailable, {}, Kind::problem, "no backlight device"},
+        {laptop, addBacklight, "eDP-1", unavailable, {}, Kind::problem, "could not be read"},
+        {laptop, addBacklight, "eDP-1", apple, {}, Kind::good, "device intel."},
     };
     for (const auto& row : rows) {
         FakeSysfs system(row.machine);
         row.change(system);
-        const DisplayInfo display{.id = "X",
-                                  .displayID = displayNumber("card0", row.connector),
-                                  .method = row.method,
-                                  .status = row.status};
-        const Finding finding =
-            LinuxDiagnostics(system.paths(), system.records(), [](const auto&) { return true; })
-                .examine({display})
-                .back();
+        const DisplayInfo display{
+            .id = "X", .displayID = displayNumber("card0", row.connector), .method = row.method};
+        const auto troubles = std::make_shared<DisplayTroubles>();
+        if (row.trouble)
+            troubles->note(display.displayID, *row.trouble);
+        const DisplayDiagnosis diagnosis(system.paths(), system.records(), troubles,
+                                         [](const auto&) { return true; });
+        const Finding finding = diagnosis.examine(display);
+        const bool isMereSilence = row.text == std::string("Switch on DDC/CI");
+        EXPECT_EQ(diagnosis.obstacle(display).empty(), finding.kind != Kind::problem || isMereSilence) << row.text;
         EXPECT_EQ(finding.displayID, "X");
         EXPECT_EQ(finding.kind, row.kind) << row.text;
         EXPECT_NE((finding.text + finding.remedy).find(row.text), std::string::npos) << row.text << finding.text;
@@ -85,10 +131,14 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     FakeSysfs system(wired);
     DisplayInfo display;
     display.displayID = displayNumber("card0", "DP-1");
-    const auto examine = [&](bool mayUse) {
-        return LinuxDiagnostics(system.paths(), system.records(), [mayUse](const auto&) { return mayUse; })
-            .examine({display});
+    const auto examineOn = [&](const FakeSysfs& machine, bool mayUse) {
+        const auto records = machine.records();
+        const auto diagnosis =
+            std::make_shared<const DisplayDiagnosis>(machine.paths(), records, std::make_shared<DisplayTroubles>(),
+                                                     [mayUse](const auto&) { return mayUse; });
+        return LinuxDiagnostics(machine.paths(), records, diagnosis, {}).examine({display});
     };
+    const auto examine = [&](bool mayUse) { return examineOn(system, mayUse); };
     const auto holds = [](const std::string& text, const std::string& part) {
         return text.find(part) != std::string::npos;
     };
@@ -113,13 +163,11 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     addBacklight(panel);
     display.displayID = displayNumber("card0", "eDP-1");
     display.method = apple;
-    LinuxDiagnostics forbidden(panel.paths(), panel.records(), [](const auto&) { return false; });
-    EXPECT_TRUE(holds(forbidden.examine({display}).at(0).text, "login service"));
+    EXPECT_TRUE(holds(examineOn(panel, false).at(0).text, "login service"));
     FakeSysfs empty;
-    EXPECT_TRUE(
-        holds(LinuxDiagnostics(empty.paths(), empty.records()).examine({}).at(0).text, "no display connectors"));
+    EXPECT_TRUE(holds(examineOn(empty, true).at(0).text, "no display connectors"));
     empty.addPciDevice("x", "nvidia", "0x030000");
-    EXPECT_TRUE(holds(LinuxDiagnostics(empty.paths(), empty.records()).examine({}).at(0).remedy, "modeset=1"));
+    EXPECT_TRUE(holds(examineOn(empty, true).at(0).remedy, "modeset=1"));
 }
 
 } // namespace

@@ -89,7 +89,11 @@ struct RoutesOf {
 
     const FakeSysfs& system;
     std::shared_ptr<FakeI2cDriver> driver = std::make_shared<FakeI2cDriver>();
-    LinuxRoutes routes{std::make_shared<DisplaySnapshot>(system.records()), driver, {[](auto) {}, {}, {}}};
+    LinuxRoutes routes{std::make_shared<DisplaySnapshot>(system.records()),
+                       driver,
+                       {[](auto) {}, {}, {}},
+                       std::make_shared<DisplayTroubles>(),
+                       {}};
 };
 
 TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)

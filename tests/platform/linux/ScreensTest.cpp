@@ -46,7 +46,7 @@ TEST(Screens, WhatShowsAPictureIsADisplayPanelFirst)
 TEST(Screens, DisplaysTakenOutOfUseToSavePowerAreDarkAndNotGone)
 {
     const auto dark = [](const FakeSysfs& system) {
-        LinuxScreenSource source(system.records(), {});
+        LinuxScreenSource source(system.records(), nullptr, {});
         return source.isAsleep(displayNumber("card0", "DP-1"));
     };
     FakeSysfs system("i915 eDP-1=P DP-1=S DP-2");
@@ -135,6 +135,33 @@ TEST(Screens, WindowsAreJoinedBySerialThenModelAndNameThenWhatIsLeft)
     EXPECT_EQ(std::tuple(screens[0].mode->pixelWidth, screens[0].mode->pixelHeight), std::tuple(1920, 1080));
     EXPECT_EQ(screens[0].mode->refreshRate, 59.94);
     EXPECT_EQ(screens[1].frameWidth, 0.0) << "a mirror is no window";
+}
+
+TEST(Screens, TheModeIsTheOneThatIsKnownExactly)
+{
+    const FakeSysfs system("i915 DP-1=S DP-2=O HDMI-A-1=T");
+    const auto numbers = [](const Screen& screen) {
+        const ScreenMode mode = screen.mode.value_or(ScreenMode());
+        return std::tuple(mode.pixelWidth, mode.pixelHeight, mode.refreshRate);
+    };
+    const KernelModes kernel = {{displayNumber("card0", "DP-2"), {1920, 1080, 59.95}},
+                                {displayNumber("card0", "HDMI-A-1"), {1280, 1024, 75}}};
+    const WindowScreen rounded{.name = "DP-1", .width = 1707, .height = 960, .pixelRatio = 1.5, .isPrimary = true};
+    WindowScreen exact = rounded;
+    exact.mode = {2560, 1440, 143.91};
+    const WindowScreen turned{.name = "DP-2", .width = 720, .height = 1280, .pixelRatio = 1.5};
+    const auto joined = joinScreens(readConnectors(system.paths()), {exact, turned}, kernel);
+    EXPECT_EQ(numbers(joined.at(0)), std::tuple(2560, 1440, 143.91));
+    EXPECT_EQ(numbers(joined.at(1)), std::tuple(1080, 1920, 59.95));
+    EXPECT_EQ(numbers(joined.at(2)), std::tuple(1280, 1024, 75));
+    EXPECT_EQ(numbers(joinScreens(readConnectors(system.paths()), {rounded}, {}).at(0)),
+              std::tuple(2561, 1440, 0));
+
+    const auto described =
+        describeDisplays(readConnectors(system.paths()), {{.name = "remote", .isPrimary = true}, exact}, kernel);
+    EXPECT_EQ(names(described), names(join(system))) << "in the order of the connectors, and no other machine's";
+    EXPECT_EQ(numbers(described.at(0)), std::tuple(2560, 1440, 143.91));
+    EXPECT_TRUE(described.at(0).isMain && !described.at(1).isMain);
 }
 
 } // namespace

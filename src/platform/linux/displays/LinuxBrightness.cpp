@@ -14,8 +14,10 @@ namespace {
 
 class LinuxBrightness {
 public:
-    LinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers, LogSink log)
-        : snapshot(std::move(snapshot)), writers(std::move(writers)), log(std::move(log))
+    LinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
+                    std::shared_ptr<DisplayTroubles> troubles, LogSink log)
+        : snapshot(std::move(snapshot)), writers(std::move(writers)), troubles(std::move(troubles)),
+          log(std::move(log))
     {
     }
 
@@ -49,6 +51,11 @@ public:
             log(backlight->name + ": set " + std::to_string(raw) + " of " + std::to_string(backlight->maximum) +
                 (isForbidden ? " through the login service" : "") +
                 (error == 0 ? "" : ": " + systemErrorText(error)));
+        using enum DisplayTrouble::Kind;
+        if (error == 0)
+            troubles->clear(displayID);
+        else
+            troubles->note(displayID, {isForbidden ? refusedService : refusedWrite, error});
         return error;
     }
 
@@ -76,16 +83,17 @@ private:
 
     std::shared_ptr<const DisplaySnapshot> snapshot;
     BacklightWriters writers;
+    std::shared_ptr<DisplayTroubles> troubles;
     LogSink log;
 };
 
 } // namespace
 
 NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
-                                    LogSink log)
+                                    std::shared_ptr<DisplayTroubles> troubles, LogSink log)
 {
-    const auto brightness =
-        std::make_shared<LinuxBrightness>(std::move(snapshot), std::move(writers), std::move(log));
+    const auto brightness = std::make_shared<LinuxBrightness>(std::move(snapshot), std::move(writers),
+                                                              std::move(troubles), std::move(log));
     NativeFunctions functions;
     functions.handle = brightness;
     functions.getter = [brightness](std::uint32_t displayID, float* level) {

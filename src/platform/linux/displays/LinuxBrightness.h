@@ -6,6 +6,7 @@
 #include "hardware/NativeBrightness.h"
 #include "platform/Platform.h"
 #include "platform/linux/displays/DisplaySnapshot.h"
+#include "platform/linux/displays/DisplayTroubles.h"
 
 #include <cstdint>
 #include <functional>
@@ -22,9 +23,9 @@ struct BacklightWriters {
 };
 
 /// The functions for the panels of `snapshot` as it was last taken. A panel's levels are the raw values that it is
-/// given, and what is read is what the device holds. Failures are the system's error numbers. A hold is the
-/// advisory lock of the device's file.
+/// given, and what is read is what the device holds. Failures are the system's error numbers; `troubles` is told
+/// of those of the setter. A hold is the advisory lock of the device's file.
 NativeFunctions makeLinuxBrightness(std::shared_ptr<const DisplaySnapshot> snapshot, BacklightWriters writers,
-                                    LogSink log);
+                                    std::shared_ptr<DisplayTroubles> troubles, LogSink log);
 
 } // namespace lumenvale

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Says in plain words why a display cannot be controlled here, and what would help. Looks at the kernel's records
-// and at permissions only. Main thread.
+// Says in plain words what keeps displays from being controlled here, and what would help. Main thread.
 #pragma once
 
 #include "displays/Diagnostics.h"
-#include "platform/linux/displays/KernelRecords.h"
+#include "platform/linux/displays/DisplayDiagnosis.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,20 +14,20 @@ namespace lumenvale {
 
 class LinuxDiagnostics final : public Diagnostics {
 public:
-    /// True when this process may read and write the file.
-    using AccessCheck = std::function<bool(const std::filesystem::path&)>;
+    /// True when the desktop itself sets the brightness of the displays.
+    using DesktopCheck = std::function<bool()>;
 
     LinuxDiagnostics(SystemPaths paths, std::shared_ptr<KernelRecords> records,
-                     AccessCheck mayUse = systemAccessCheck());
+                     std::shared_ptr<const DisplayDiagnosis> diagnosis, DesktopCheck doesDesktopSet);
 
     std::vector<Finding> examine(const std::vector<DisplayInfo>& displays) override;
-
-    static AccessCheck systemAccessCheck();
+    std::string obstacle(const DisplayInfo& display) override { return diagnosis->obstacle(display); }
 
 private:
     SystemPaths paths;
     std::shared_ptr<KernelRecords> records;
-    AccessCheck mayUse;
+    std::shared_ptr<const DisplayDiagnosis> diagnosis;
+    DesktopCheck doesDesktopSet;
 };
 
 } // namespace lumenvale

@@ -96,8 +96,10 @@ struct Search {
 
 } // namespace
 
-LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, HoldWait wait)
-    : snapshot(std::move(snapshot)), driver(std::move(driver)), wait(std::move(wait))
+LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver,
+                         HoldWait wait, std::shared_ptr<DisplayTroubles> troubles, Explanation explain)
+    : snapshot(std::move(snapshot)), driver(std::move(driver)), wait(std::move(wait)),
+      troubles(std::move(troubles)), explain(std::move(explain))
 {
 }
 
@@ -110,7 +112,9 @@ std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
         Route& route = routes.emplace_back();
         if (const Connector* connector = snapshot->display(display.displayID)) {
             route = describe(*connector);
-            route.service = search.openChannel(*connector);
+            troubles->clear(display.displayID);
+            if (std::shared_ptr<AVService> channel = search.openChannel(*connector))
+                route.service = notingTroubles(std::move(channel), display.displayID, troubles);
         }
     }
     return routes;

@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/LinuxScreenSource.h"
 
+#include "platform/linux/displays/RandrOutputs.h"
+#include "platform/linux/displays/WaylandOutputs.h"
+
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace lumenvale {
 
-LinuxScreenSource::LinuxScreenSource(std::shared_ptr<KernelRecords> records, WindowSystem* windowSystem)
-    : records(std::move(records)), windowSystem(windowSystem)
+LinuxScreenSource::LinuxScreenSource(std::shared_ptr<KernelRecords> records, WindowSystem* windowSystem,
+                                     ModeSources modes)
+    : records(std::move(records)), windowSystem(windowSystem), modes(std::move(modes))
 {
 }
 
@@ -16,9 +21,36 @@ std::vector<WindowScreen> LinuxScreenSource::windowScreens() const
     return windowSystem ? windowSystem->screens() : std::vector<WindowScreen>();
 }
 
+/// The kernel's modes, where the window system does not know all.
+KernelModes LinuxScreenSource::kernelModes(const std::vector<Connector>& connectors,
+                                           const std::vector<WindowScreen>& known) const
+{
+    const auto displays = std::ranges::count_if(connectors, &Connector::isDisplay);
+    const auto exact =
+        std::ranges::count_if(known, [](const WindowScreen& each) { return each.mode.has_value(); });
+    if (!modes.kernel || exact >= displays)
+        return {};
+    std::set<std::string> cards;
+    for (const Connector& each : connectors) {
+        if (each.isDisplay())
+            cards.insert(each.card);
+    }
+    return modes.kernel(cards);
+}
+
 std::vector<Screen> LinuxScreenSource::screens()
 {
-    return joinScreens(records->last()->connectors, windowScreens());
+    const SharedRecords known = records->last();
+    const std::vector<WindowScreen> outputs = modes.outputs ? modes.outputs() : std::vector<WindowScreen>();
+    if (!windowSystem)
+        return describeDisplays(known->connectors, outputs, kernelModes(known->connectors, outputs));
+    std::vector<WindowScreen> windows = windowScreens();
+    for (WindowScreen& each : windows) {
+        const auto output = std::ranges::find(outputs, each.name, &WindowScreen::name);
+        if (output != outputs.end())
+            each.mode = output->mode;
+    }
+    return joinScreens(known->connectors, windows, kernelModes(known->connectors, windows));
 }
 
 bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
@@ -42,6 +74,13 @@ std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
         ++position;
     }
     return std::nullopt;
+}
+
+std::vector<WindowScreen> sessionOutputs()
+{
+    constexpr std::chrono::milliseconds patience(500); // it answers at once, or hangs
+    const std::string socket = waylandSocket();
+    return socket.empty() ? randrOutputs() : waylandOutputs(socket, patience);
 }
 
 } // namespace lumenvale

@@ -17,7 +17,7 @@ constexpr char managerInterface[] = "org.freedesktop.login1.Manager";
 /// The caller's own session, or the user's display session for a caller outside of all sessions.
 constexpr char sessionPath[] = "/org/freedesktop/login1/session/auto";
 constexpr char sessionInterface[] = "org.freedesktop.login1.Session";
-constexpr auto answerTimeout = std::chrono::milliseconds(1000); // it writes a file and answers
+constexpr auto answerTimeout = std::chrono::milliseconds(3000); // it writes a file and answers
 
 int errorNumber(const QDBusError& error)
 {

@@ -12,7 +12,7 @@
 namespace lumenvale {
 
 /// Sets a backlight device's raw value (Session.SetBrightness; systemd 243 or newer). Waits for the answer, at
-/// most a second. Returns 0 or an error number: ENOTCONN without the bus or the service, ETIMEDOUT, EACCES when
+/// most 3 seconds. Returns 0 or an error number: ENOTCONN without the bus or the service, ETIMEDOUT, EACCES when
 /// it is refused. Hardware thread.
 int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& backlight, std::int64_t raw);
 

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace lumenvale {
 
@@ -73,7 +74,7 @@ bool joinLikeliest(Pairing& pairing, const std::vector<WindowScreen>& screens)
     return bestConnector != nullptr;
 }
 
-Pairing pair(const std::vector<Connector>& connectors, const std::vector<WindowScreen>& screens)
+Pairing pairBySigns(const std::vector<Connector>& connectors, const std::vector<WindowScreen>& screens)
 {
     Pairing pairing;
     for (const Connector& connector : connectors) {
@@ -83,6 +84,12 @@ Pairing pair(const std::vector<Connector>& connectors, const std::vector<WindowS
     pairing.ofScreen.resize(screens.size());
     while (joinLikeliest(pairing, screens)) {
     }
+    return pairing;
+}
+
+Pairing pair(const std::vector<Connector>& connectors, const std::vector<WindowScreen>& screens)
+{
+    Pairing pairing = pairBySigns(connectors, screens);
     // What is left on both sides belongs together, whatever it is called.
     for (std::size_t i = 0; i < screens.size(); ++i) {
         for (const Connector* connector : pairing.displays) {
@@ -113,18 +120,39 @@ Screen describe(const Connector* connector, const std::vector<Connector>& all)
     return screen;
 }
 
-void addWindow(Screen& screen, const WindowScreen& window)
+std::optional<ScreenMode> find(const KernelModes& modes, const Screen& screen)
+{
+    const auto found = screen.displayID ? modes.find(*screen.displayID) : modes.end();
+    return found == modes.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// The mode that the window system knows, else that of the kernel, which does not know how the picture is turned,
+/// else what the points come to.
+ScreenMode modeOf(const WindowScreen& window, std::optional<ScreenMode> kernelMode)
+{
+    if (window.mode)
+        return *window.mode;
+    if (!kernelMode)
+        return {std::llround(window.width * window.pixelRatio), std::llround(window.height * window.pixelRatio),
+                window.refreshRate};
+    const bool isTurned = (window.width < window.height) != (kernelMode->pixelWidth < kernelMode->pixelHeight);
+    if (isTurned)
+        std::swap(kernelMode->pixelWidth, kernelMode->pixelHeight);
+    return *kernelMode;
+}
+
+void addWindow(Screen& screen, const WindowScreen& window, const KernelModes& modes)
 {
     screen.isMain = window.isPrimary;
     screen.frameWidth = window.width;
     screen.frameHeight = window.height;
-    screen.mode = ScreenMode{std::llround(window.width * window.pixelRatio),
-                             std::llround(window.height * window.pixelRatio), window.refreshRate};
+    screen.mode = modeOf(window, find(modes, screen));
 }
 
 } // namespace
 
-std::vector<Screen> joinScreens(const std::vector<Connector>& connectors, const std::vector<WindowScreen>& screens)
+std::vector<Screen> joinScreens(const std::vector<Connector>& connectors, const std::vector<WindowScreen>& screens,
+                                const KernelModes& modes)
 {
     const Pairing pairing = pair(connectors, screens);
     std::vector<Screen> result;
@@ -139,13 +167,33 @@ std::vector<Screen> joinScreens(const std::vector<Connector>& connectors, const 
         } else {
             continue;
         }
-        addWindow(screen, window);
+        addWindow(screen, window, modes);
         result.push_back(std::move(screen));
     }
     for (const Connector* connector : pairing.displays) {
-        if (!isTaken(pairing, connector))
-            result.push_back(describe(connector, connectors));
+        if (isTaken(pairing, connector))
+            continue;
+        result.push_back(describe(connector, connectors));
+        result.back().mode = find(modes, result.back());
     }
+    return result;
+}
+
+std::vector<Screen> describeDisplays(const std::vector<Connector>& connectors,
+                                     const std::vector<WindowScreen>& outputs, const KernelModes& modes)
+{
+    const Pairing pairing = pairBySigns(connectors, outputs);
+    std::vector<Screen> result;
+    for (const Connector* connector : pairing.displays) {
+        Screen& screen = result.emplace_back(describe(connector, connectors));
+        screen.mode = find(modes, screen);
+        for (std::size_t i = 0; i < outputs.size(); ++i) {
+            if (pairing.ofScreen[i] == connector)
+                addWindow(screen, outputs[i], modes);
+        }
+    }
+    if (result.size() == 1)
+        result.front().isMain = true; // whoever knows what
     return result;
 }
 
