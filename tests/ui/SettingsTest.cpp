@@ -3,6 +3,7 @@
 #include "preferences/BuildInfo.h"
 #include "preferences/GeneralPreferences.h"
 #include "support/FakeStartupService.h"
+#include "ui/look/KeyboardFocus.h"
 #include "ui/settings/DisplayDetail.h"
 #include "ui/settings/SettingsFooter.h"
 #include "ui/settings/SettingsTabController.h"
@@ -97,6 +98,8 @@ TEST_F(SettingsTest, TheGeneralPageShowsAndChangesThePreferences)
 TEST_F(SettingsTest, TheDisplaysPageShowsMovesAndExplainsTheSelectedDisplay)
 {
     Sidebar* list = sidebar("Displays");
+    window.activateWindow();
+    list->setFocus(Qt::TabFocusReason);
     list->setCurrentRow(0);
     expectShown({"Brightness: 42 / 100 (42%)"}, {"No permission.\n1"});
     for (const auto& [key, row] :
@@ -105,6 +108,13 @@ TEST_F(SettingsTest, TheDisplaysPageShowsMovesAndExplainsTheSelectedDisplay)
         EXPECT_EQ(shownIDs().at(row), "A");
         EXPECT_EQ(list->currentRow(), int(row)) << "the selection moves with its display";
     }
+    EXPECT_TRUE(showsFocus(*list)) << "it was reached by the keyboard";
+    QMouseEvent press(QEvent::MouseButtonPress, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(list->viewport(), &press);
+    EXPECT_FALSE(showsFocus(*list));
+    click(window, "Presets"); // which hides the list and moves the focus on
+    EXPECT_FALSE(showsFocus(*QApplication::focusWidget()));
+    click(window, "Displays");
     hardware.monitors["A"].method = ControlMethod::unavailable;
     replug();
     expectShown({QString::fromStdString(store->display("A")->status), "No permission.\n1"},

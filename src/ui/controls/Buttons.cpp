@@ -28,7 +28,7 @@ PaintedButton::PaintedButton()
 {
     setFocusPolicy(Qt::StrongFocus); // a weaker one is left out where the system tabs through text fields only
     setAttribute(Qt::WA_Hover);
-    trackFocus(*this);
+    trackFocus();
 }
 
 void PaintedButton::keyPressEvent(QKeyEvent* event)

@@ -58,7 +58,7 @@ private:
 LevelSlider::LevelSlider()
 {
     installAccessible<LevelSlider, LevelSliderAccessible>();
-    trackFocus(*this);
+    trackFocus();
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

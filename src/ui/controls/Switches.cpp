@@ -23,7 +23,7 @@ public:
     {
         setFont(fontFor(TextRole::digits));
         setAttribute(Qt::WA_Hover);
-        trackFocus(*this);
+        trackFocus();
     }
 
     QSize sizeHint() const override { return {fontMetrics().horizontalAdvance(text()) + 22, segmentHeight}; }
@@ -53,7 +53,7 @@ protected:
 ToggleSwitch::ToggleSwitch(const QString& label)
 {
     setAccessibleName(label);
-    trackFocus(*this);
+    trackFocus();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

@@ -3,7 +3,7 @@
 
 #include "ui/look/Theme.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFocusEvent>
 #include <QLayout>
 #include <QPainter>
@@ -18,21 +18,42 @@ namespace {
 
 constexpr char fromKeyboard[] = "focusFromKeyboard"; // a widget's property
 
-/// Sees the focus arrive at each widget that it filters.
+/// Sees the focus arrive at widgets. A click gives it to its own widget, or to another when it hides the one that
+/// had it.
 class FocusTracker final : public QObject {
 public:
-    using QObject::QObject;
+    explicit FocusTracker(QApplication* application) : QObject(application)
+    {
+        application->installEventFilter(this);
+    }
 
     bool eventFilter(QObject* object, QEvent* event) override
     {
-        if (event->type() == QEvent::FocusIn) {
-            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) // else it was here before
-                object->setProperty(fromKeyboard, reason != Qt::MouseFocusReason);
-            static_cast<QWidget*>(object)->update();
-        }
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+            usesMouse = event->type() == QEvent::MouseButtonPress;
+        if (object->isWidgetType())
+            follow(static_cast<QWidget&>(*object), *event);
         return QObject::eventFilter(object, event);
     }
+
+private:
+    void follow(QWidget& widget, const QEvent& event) const
+    {
+        if (event.type() == QEvent::FocusIn) {
+            const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
+            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) // else it was here before
+                widget.setProperty(fromKeyboard, !usesMouse && reason != Qt::MouseFocusReason);
+            widget.update();
+        } else if (event.type() == QEvent::MouseButtonPress) {
+            QWidget* const focused = QApplication::focusWidget();
+            if (!focused || (focused != &widget && !focused->isAncestorOf(&widget)))
+                return;
+            focused->setProperty(fromKeyboard, false);
+            focused->update();
+        }
+    }
+
+    bool usesMouse = false; // since the last press of a key
 };
 
 void collect(QWidget& widget, std::vector<QWidget*>& controls);
@@ -73,12 +94,11 @@ void orderTabs(QWidget& root)
     root.setFocusPolicy(policy);
 }
 
-void trackFocus(QWidget& widget)
+void trackFocus()
 {
     static QPointer<FocusTracker> tracker; // the application owns it
     if (!tracker)
         tracker = new FocusTracker(qApp);
-    widget.installEventFilter(tracker);
 }
 
 bool showsFocus(const QWidget& widget) { return widget.hasFocus() && widget.property(fromKeyboard).toBool(); }

@@ -15,10 +15,11 @@ struct Theme;
 /// or moved: Qt appends new ones at the end.
 void orderTabs(QWidget& root);
 
-/// Remembers from now on how the widget comes by the focus. Controls call it when they are made.
-void trackFocus(QWidget& widget);
+/// Remembers from now on how widgets come by the focus. Controls call it when they are made.
+void trackFocus();
 
-/// True when the widget has the focus and got it by the keyboard, so that a ring helps; a click needs none.
+/// True when the widget has the focus and got it by the keyboard, so that a ring helps; a click needs none, and
+/// ends it.
 bool showsFocus(const QWidget& widget);
 
 /// The ring around what has the keyboard focus. `box` is the control's; the ring lies just inside.

@@ -87,7 +87,7 @@ private:
 
 Sidebar::Sidebar(const QString& label, bool canMove)
 {
-    trackFocus(*this);
+    trackFocus();
     setAccessibleName(label);
     setItemDelegate(new ItemDelegate(this));
     setFrameShape(QFrame::NoFrame);
