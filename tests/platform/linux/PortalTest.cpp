@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopStandIn.h"
+#include "platform/linux/keyboard/KeyCodes.h"
 #include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
 #include "platform/linux/portal/PortalShortcut.h"
@@ -201,6 +202,7 @@ TEST_F(PortalHotKeysTest, DeliversPressesAndFollowsTheUsersChangesAndThePortalsC
               "Key 127 uses a key that this desktop does not know. Record another one.");
     EXPECT_EQ(portalTrigger({.functionKey = 5, .command = true, .shift = true}), "SHIFT+LOGO+F5");
     EXPECT_EQ(portalTrigger({.option = true, .recordedKeyCode = 0x31}), "ALT+space");
+    EXPECT_EQ(portalTrigger({.control = true, .recordedKeyCode = foreignKeyBase + 119}), "CTRL+Pause");
 }
 
 } // namespace

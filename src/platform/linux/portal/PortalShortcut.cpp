@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/portal/PortalShortcut.h"
 
+#include "platform/linux/keyboard/KeyCodes.h"
+
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QVariantMap>
@@ -35,6 +37,7 @@ constexpr auto namedKeys = std::to_array<NamedKey>({
     {0x41, "KP_Decimal"}, {0x43, "KP_Multiply"}, {0x45, "KP_Add"}, {0x4B, "KP_Divide"}, {0x4C, "KP_Enter"},
     {0x4E, "KP_Subtract"}, {0x51, "KP_Equal"}, {0x52, "KP_0"}, {0x53, "KP_1"}, {0x54, "KP_2"}, {0x55, "KP_3"},
     {0x56, "KP_4"}, {0x57, "KP_5"}, {0x58, "KP_6"}, {0x59, "KP_7"}, {0x5B, "KP_8"}, {0x5C, "KP_9"},
+    {foreignKeyBase + 99, "Print"}, {foreignKeyBase + 119, "Pause"}, // KEY_SYSRQ, KEY_PAUSE
     // clang-format on
 });
 
