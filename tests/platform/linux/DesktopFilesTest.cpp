@@ -97,20 +97,21 @@ TEST_F(XdgAutostartTest, SwitchesOnAndOffAndHidesAnEntryOfTheSystems)
 
 TEST_F(XdgAutostartTest, ReportsWhatTheDesktopWillDo)
 {
-    const std::string ours = "Exec=/bin/sh\nX-Lumenvale-Registered=true\n";
     const std::pair<std::string, StartupStatus> entries[] = {
         {"Exec=/bin/sh\n", StartupStatus::enabled},
         {"Name=No command\n", StartupStatus::off},
         {"Exec=/bin/sh\nHidden=true\n", StartupStatus::off},
         {"Exec=/bin/sh\nX-GNOME-Autostart-enabled=false\n", StartupStatus::off},
-        {ours + "X-GNOME-Autostart-enabled=false\n", StartupStatus::requiresApproval},
-        {ours + "OnlyShowIn=KDE;\n", StartupStatus::off},
-        {ours + "OnlyShowIn=KDE;GNOME;\n", StartupStatus::enabled},
-        {ours + "NotShowIn=GNOME;\n", StartupStatus::off},
-        {ours + "TryExec=/nowhere/at/all\n", StartupStatus::off}};
+        {"Exec=/bin/sh\nOnlyShowIn=KDE;\n", StartupStatus::off},
+        {"Exec=/bin/sh\nOnlyShowIn=KDE;GNOME;\n", StartupStatus::enabled},
+        {"Exec=/bin/sh\nNotShowIn=GNOME;\n", StartupStatus::off},
+        {"Exec=/bin/sh\nTryExec=/nowhere/at/all\n", StartupStatus::off}};
     for (const auto& [text, expected] : entries) {
         ASSERT_TRUE(writeTextFile(userFile, "[Desktop Entry]\n" + text));
-        EXPECT_EQ(XdgAutostart(place).status(), expected) << text;
+        XdgAutostart service(place);
+        EXPECT_EQ(service.status(), expected) << text;
+        ASSERT_TRUE(service.setEnabled(true));
+        EXPECT_EQ(service.status(), StartupStatus::enabled) << text;
     }
 }
 

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/XdgAutostart.h"
 
-#include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
-#include <QUrl>
 #include <algorithm>
 #include <sstream>
 #include <utility>
@@ -14,8 +11,6 @@
 namespace lumenvale {
 
 namespace {
-
-constexpr char registeredKey[] = "X-Lumenvale-Registered";
 
 bool listsOneOf(const std::string& list, char separator, const std::string& desktops)
 {
@@ -99,10 +94,7 @@ StartupStatus XdgAutostart::status()
     const std::optional<DesktopEntry> entry = own ? DesktopEntry::parse(*own) : systemEntry();
     if (!entry || !entry->value(DesktopEntry::mainGroup, "Exec"))
         return StartupStatus::off;
-    if (isSwitchedOff(*entry))
-        return entry->flag(DesktopEntry::mainGroup, registeredKey) ? StartupStatus::requiresApproval
-                                                                   : StartupStatus::off;
-    return appliesHere(*entry) ? StartupStatus::enabled : StartupStatus::off;
+    return !isSwitchedOff(*entry) && appliesHere(*entry) ? StartupStatus::enabled : StartupStatus::off;
 }
 
 tl::expected<void, std::string> XdgAutostart::setEnabled(bool enabled)
@@ -123,7 +115,6 @@ tl::expected<void, std::string> XdgAutostart::setEnabled(bool enabled)
         entry.set(DesktopEntry::mainGroup, "X-GNOME-Autostart-enabled",
                   "true"); // some settings programs only flip this
         entry.set(DesktopEntry::mainGroup, "X-KDE-autostart-after", "panel"); // the status item finds its bar
-        entry.set(DesktopEntry::mainGroup, registeredKey, "true");
         return writeTextFile(userFile(), entry.toString());
     }
     if (systemEntry()) { // only a hidden entry of the user's own stands before it
@@ -134,25 +125,6 @@ tl::expected<void, std::string> XdgAutostart::setEnabled(bool enabled)
     if (file.exists() && !file.remove())
         return tl::unexpected(file.errorString().toStdString());
     return {};
-}
-
-void XdgAutostart::openSystemSettings()
-{
-    const std::pair<const char*, QStringList> programs[] = {
-        {"kcmshell6", {"kcm_autostart"}},
-        {"kcmshell5", {"kcm_autostart"}},
-        {"xfce4-session-settings", {}},
-        {"mate-session-properties", {}},
-        {"cinnamon-settings", {"startup"}},
-        {"lxqt-config-session", {}},
-        {"gnome-tweaks", {}},
-    };
-    for (const auto& [program, arguments] : programs) {
-        const QString path = QStandardPaths::findExecutable(program);
-        if (!path.isEmpty() && QProcess::startDetached(path, arguments))
-            return;
-    }
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(place.userFolder)));
 }
 
 } // namespace lumenvale

