@@ -23,7 +23,7 @@ namespace lumenvale {
 struct MenuEntry {
     std::string id; ///< distinct and stable within its menu; empty: a separator, and nothing else counts
     std::string title;
-    bool isCheckable = false;
+    bool isCheckable = false; ///< one of several, of which one at most is checked
     bool isChecked = false;
     std::function<void()> action;
     std::vector<std::string> arguments; ///< of the program: started with them, it does the same
@@ -102,20 +102,29 @@ public:
 /// `QWidget::winId` of a window.
 using WindowHandle = std::uintptr_t;
 
+/// What the system does for a panel's look.
+struct PanelGround {
+    bool isDrawn = false;     ///< it draws ground, edge, corners and shadow; nothing else counts then
+    bool canBlend = true;     ///< false: every window covers what is behind it
+    bool isBlurred = false;   ///< what is behind a translucent window is blurred, so that texts on it can be read
+    bool isPlaced = true;     ///< windows stand where they ask to; else where the system finds room
+    bool needsShadow = false; ///< a window that is larger than its panel can draw a shadow, and nothing else does
+};
+
 class PanelWindows {
 public:
     virtual ~PanelWindows() = default;
 
-    /// False where every window covers what is behind it, so that translucent ones would look wrong.
-    virtual bool canBlend() = 0;
+    /// As it is now; it may have changed when the next panel opens.
+    virtual PanelGround ground() = 0;
 
     /// Makes a created, not yet visible window a floating panel: above others, in no list of windows, without
-    /// making the program the active one. True where the system then draws the panel's ground, edge and corners.
-    virtual bool dress(WindowHandle window) = 0;
+    /// making the program the active one.
+    virtual void dress(WindowHandle window) = 0;
 
-    /// Blurs what is behind the window, which has this size and round corners, where the system can. Called
-    /// after each change of the size.
-    virtual void blurBehind(WindowHandle window, double width, double height, double cornerRadius) = 0;
+    /// The panel is this part of the window, with round corners; the rest is its shadow, which takes no clicks.
+    /// What is behind it is blurred where the system can. Called after each change of the size.
+    virtual void setShape(WindowHandle window, const Rect& panel, double cornerRadius) = 0;
 
     /// Gives the visible panel the keyboard focus.
     virtual void focus(WindowHandle window) = 0;

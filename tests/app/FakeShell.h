@@ -55,9 +55,9 @@ struct FakeClickMonitor final : OnDesktop<EventMonitor> {
 
 struct FakePanelWindows final : OnDesktop<PanelWindows> {
     using OnDesktop::OnDesktop;
-    bool canBlend() override { return true; }
-    bool dress(WindowHandle) override { return ++desktop.dressed == 0; }
-    void blurBehind(WindowHandle, double, double, double) override {}
+    PanelGround ground() override { return {}; }
+    void dress(WindowHandle) override { ++desktop.dressed; }
+    void setShape(WindowHandle, const Rect&, double) override {}
     void focus(WindowHandle) override {}
     std::unique_ptr<EventMonitor> monitorOutsideClicks(WindowHandle, std::function<void()> clicked) override
     {

@@ -257,7 +257,8 @@ void AppDelegate::createSettingsWindow()
     auto* pages = new SettingsTabController({store, presets, presetEditor(), preferences, services.diagnostics,
                                              services.clock, services.words, services.build});
     settingsWindow = std::make_unique<SettingsWindow>(pages, presetEditor(), services.defaults);
-    settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier)); // searching the themes takes time
+    const QIcon ownIcon(":/app.lumenvale.Lumenvale.svg");
+    settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier, ownIcon)); // the search takes time
     settingsWindow->addActions(mainMenu->actions());
     settingsWindow->closed = [this] { tellVisibility(); };
 }

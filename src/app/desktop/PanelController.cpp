@@ -34,6 +34,14 @@ QRegion roundedMask(QSize size)
     return mask;
 }
 
+MenuGlassBackground::Material materialOn(const PanelGround& ground)
+{
+    using Material = MenuGlassBackground::Material;
+    if (ground.isDrawn)
+        return Material::system;
+    return ground.canBlend && ground.isBlurred ? Material::translucent : Material::opaque;
+}
+
 Rect visibleFrame(const QScreen& screen)
 {
     const QRect frame = screen.availableGeometry();
@@ -133,16 +141,18 @@ void PanelController::showPanel(const Rect& frame)
     PanelWindows& windows = *shell.panels;
     menuPanel = std::make_unique<BrightnessPanel>();
     menuPanel->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-    menuPanel->setAttribute(Qt::WA_TranslucentBackground, windows.canBlend());
+    ground = windows.ground();
+    menuPanel->setAttribute(Qt::WA_TranslucentBackground, ground.canBlend);
     menuPanel->setAttribute(Qt::WA_MacAlwaysShowToolWindow);
     menuPanel->setWindowTitle("Lumenvale");
     auto* layout = new QVBoxLayout(menuPanel.get());
     layout->setContentsMargins(0, 0, 0, 0);
     auto* content = makeContent();
     layout->addWidget(content);
-    menuPanel->windowMade = [&windows, content, panel = menuPanel.get()] {
-        content->setHasSystemMaterial(windows.dress(panel->winId()));
-        windows.blurBehind(panel->winId(), panel->width(), panel->height(), panelCornerRadius);
+    content->setMaterial(materialOn(ground));
+    menuPanel->windowMade = [this] {
+        shell.panels->dress(menuPanel->winId());
+        shapeWindow();
     };
     menuPanel->winId(); // makes the window
     setFrame(frame);
@@ -178,11 +188,28 @@ void PanelController::bringToFront()
 void PanelController::setFrame(const Rect& frame)
 {
     const QRect geometry = QRectF(frame.x, frame.y, frame.width, frame.height).toRect();
-    menuPanel->setFixedSize(geometry.size()); // window managers leave alone what cannot be resized
-    menuPanel->move(geometry.topLeft());
+    menuPanel->setPanelGeometry(geometry, roomForShadow(geometry));
     if (!menuPanel->testAttribute(Qt::WA_TranslucentBackground))
         menuPanel->setMask(roundedMask(geometry.size()));
-    shell.panels->blurBehind(menuPanel->winId(), geometry.width(), geometry.height(), panelCornerRadius);
+    shapeWindow();
+}
+
+/// Window managers move a window that reaches beyond the screen or under a bar, and its panel with it.
+QRect PanelController::roomForShadow(const QRect& panel) const
+{
+    const QScreen* const screen = QGuiApplication::screenAt(panel.center());
+    if (!ground.needsShadow || !screen)
+        return panel;
+    constexpr int enough = 100;
+    return ground.isPlaced ? screen->availableGeometry() : panel.adjusted(-enough, -enough, enough, enough);
+}
+
+void PanelController::shapeWindow()
+{
+    const QRect panel = menuPanel->contentsRect();
+    shell.panels->setShape(menuPanel->winId(),
+                           {double(panel.x()), double(panel.y()), double(panel.width()), double(panel.height())},
+                           panelCornerRadius);
 }
 
 bool PanelController::handleEvent(QWindow* window, QEvent* event)

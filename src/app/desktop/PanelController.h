@@ -52,6 +52,8 @@ private:
     void positionMenu();
     void bringToFront();
     void setFrame(const Rect& frame);
+    QRect roomForShadow(const QRect& panel) const;
+    void shapeWindow();
     bool handleEvent(QWindow* window, QEvent* event);
     void clickedOutside();
     double preferredPanelHeight() const;
@@ -66,6 +68,7 @@ private:
     std::optional<Point> dockAnchor; ///< where the panel was opened near the Dock
     Rect lastStatusItemFrame;        ///< where the item was taken to be when the panel was last opened at it
     std::unique_ptr<BrightnessPanel> menuPanel;
+    PanelGround ground; ///< of the panel that was opened last
     std::unique_ptr<EventMonitor> outsideClickMonitor;
     std::unique_ptr<LocalEventMonitor> localEventMonitor;
     std::optional<Clock::TimePoint> dismissedByClick;

@@ -52,6 +52,24 @@ void drawRoundedBox(QPainter& painter, const QRectF& box, double radius, const Q
     painter.drawRoundedRect(outer.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
 }
 
+void drawShadow(QPainter& painter, const QRectF& box, double radius, double margin)
+{
+    constexpr double darkest = 0.30; // at the box's edge
+    const double drop = margin / 4;
+    const double reach = margin - drop;
+    const auto opacityAt = [reach](double distance) { return darkest * std::pow(1 - distance / reach, 2); };
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (double distance = reach; distance >= 1; --distance) { // they add up towards the box
+        painter.setBrush(shadowColour(opacityAt(distance - 1) - opacityAt(distance)));
+        const QRectF ring = box.adjusted(-distance, -distance, distance, distance).translated(0, drop);
+        painter.drawRoundedRect(ring, radius + distance, radius + distance);
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.setBrush(Qt::black);
+    painter.drawRoundedRect(box, radius, radius);
+}
+
 void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled)
 {
     painter.setRenderHint(QPainter::Antialiasing);

@@ -21,6 +21,10 @@ QRectF snapped(const QPainter& painter, const QRectF& box);
 /// A rounded box, filled, with a line of one pixel just inside its edge.
 void drawRoundedBox(QPainter& painter, const QRectF& box, double radius, const QColor& fill, const QColor& edge);
 
+/// The soft shadow of a rounded box, a little below it and at most `margin` beyond it; nothing inside the box,
+/// which may be translucent. For windows that are empty there.
+void drawShadow(QPainter& painter, const QRectF& box, double radius, double margin);
+
 /// A disc with a soft shadow below it: white, or faded where it cannot be moved.
 void drawKnob(QPainter& painter, const QPointF& centre, double radius, const Theme& theme, bool enabled);
 

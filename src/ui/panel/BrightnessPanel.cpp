@@ -10,6 +10,12 @@
 
 namespace lumenvale {
 
+namespace {
+
+constexpr int shadowMargin = 24; ///< that the shadow fills
+
+}
+
 BrightnessPanel::BrightnessPanel() { setAccessibleRole(*this, QAccessible::Window); }
 
 bool BrightnessPanel::event(QEvent* event)
@@ -28,21 +34,38 @@ bool BrightnessPanel::focusNextPrevChild(bool next)
     return QWidget::focusNextPrevChild(next);
 }
 
+void BrightnessPanel::setPanelGeometry(const QRect& panel, const QRect& room)
+{
+    const QRect whole = panel.adjusted(-shadowMargin, -shadowMargin, shadowMargin, shadowMargin) & (room | panel);
+    setContentsMargins(panel.left() - whole.left(), panel.top() - whole.top(), whole.right() - panel.right(),
+                       whole.bottom() - panel.bottom());
+    setFixedSize(whole.size()); // window managers leave alone what cannot be resized
+    move(whole.topLeft());
+}
+
+void BrightnessPanel::paintEvent(QPaintEvent*)
+{
+    if (contentsMargins().isNull())
+        return;
+    QPainter painter(this);
+    drawShadow(painter, contentsRect(), panelCornerRadius, shadowMargin);
+}
+
 void BrightnessPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     setFocus(); // none of its controls has it; the first Tab goes to the first of them
 }
 
-void MenuGlassBackground::setHasSystemMaterial(bool has)
+void MenuGlassBackground::setMaterial(Material next)
 {
-    hasSystemMaterial = has;
+    material = next;
     update();
 }
 
 void MenuGlassBackground::paintEvent(QPaintEvent*)
 {
-    if (hasSystemMaterial)
+    if (material == Material::system)
         return;
     QPainter painter(this);
     const Theme theme = Theme::of(this);
@@ -51,7 +74,7 @@ void MenuGlassBackground::paintEvent(QPaintEvent*)
     // The edge darkens what is behind the panel, not its surface.
     drawRoundedBox(painter, rect(), panelCornerRadius, Qt::transparent, theme.edge);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(theme.surface);
+    painter.setBrush(material == Material::opaque ? QColor(theme.surface.rgb()) : theme.surface);
     painter.drawRoundedRect(inner, panelCornerRadius - line, panelCornerRadius - line);
 }
 

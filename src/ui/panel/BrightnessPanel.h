@@ -13,26 +13,35 @@ class BrightnessPanel final : public QWidget {
 public:
     BrightnessPanel();
 
+    /// Places and sizes the window so that the panel is there. Its own shadow is drawn around it as far as the
+    /// window may reach: a rectangle around the panel.
+    void setPanelGeometry(const QRect& panel, const QRect& room);
+
     /// The system's window was made, or made anew: what was set on it natively is to be set again.
     std::function<void()> windowMade;
 
 protected:
     bool event(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+    void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
 };
 
-/// The panel's translucent, rounded ground.
+/// The panel's rounded ground.
 class MenuGlassBackground : public QWidget {
 public:
-    /// True where the system draws material, edge and corners: nothing is painted here.
-    void setHasSystemMaterial(bool has);
+    enum class Material {
+        translucent,
+        opaque, ///< for systems that do not blur what would shine through
+        system  ///< the system draws it with its edge and corners; nothing is painted here
+    };
+    void setMaterial(Material next);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool hasSystemMaterial = false;
+    Material material = Material::translucent;
 };
 
 } // namespace lumenvale

@@ -69,11 +69,12 @@ TEST_F(StatusItemTest, ShowsATintedSquareImageOnceAWatcherIsThereAndAgainAfterIt
 {
     const auto images = qdbus_cast<QList<DBusImage>>(property("IconPixmap"));
     ASSERT_EQ(images.size(), 4);
-    EXPECT_EQ(images[2].height, 44);
-    ASSERT_EQ(images[0].pixels.size(), 22 * 22 * 4);
-    const QByteArray row = images[0].pixels.mid(2 * 22 * 4, 12); // two blank rows make it square
-    // Opaque, half and no alpha first; dark, for the light windows of a test.
-    EXPECT_EQ(row.toHex(), "ff1d1d1f801d1d1f001d1d1f");
+    EXPECT_EQ(images[2].height, 48);
+    ASSERT_EQ(images[0].pixels.size(), 24 * 24 * 4);
+    // Three rows make it square and leave room for the outline. Light, opaque, half, and beyond the outline: dark
+    // on light, for the light windows of a test.
+    const QByteArray row = images[0].pixels.mid(3 * 24 * 4, 20);
+    EXPECT_EQ(row.toHex(), "fff2f2f4ff1d1d1fff87878980f2f2f400000000");
     EXPECT_EQ(qdbus_cast<DBusToolTip>(property("ToolTip")).title, "Tip");
     EXPECT_EQ(property("Status").toString(), "Active");
     EXPECT_FALSE(property("ItemIsMenu").toBool());

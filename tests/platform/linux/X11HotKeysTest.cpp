@@ -114,7 +114,7 @@ TEST_F(X11HotKeysTest, RefusedKeysSayWhyAndAreFreeWhenTheOtherProgramLetsGo)
 
 TEST(X11, RoundedRegionCoversEveryRowOnceAndIsSymmetrical)
 {
-    const auto region = x11::roundedRegion(340, 284, 12);
+    const auto region = x11::roundedRegion({0, 0, 340, 284}, 12);
     std::uint32_t next = 0;
     for (std::size_t i = 0; i < region.size(); i += 4) { // x, y, width, height
         EXPECT_EQ(region[i + 1], next);

@@ -46,7 +46,7 @@ Shell makeNativeShell(const ProgramIdentity& identity)
     shell.statusBar = std::make_unique<LinuxStatusBar>(bus, QString::fromStdString(identity.identifier));
     shell.dock =
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
-    shell.panels = std::make_unique<LinuxPanelWindows>();
+    shell.panels = std::make_unique<LinuxPanelWindows>(identity.identifier);
     shell.appearance = makePortalAppearance(bus);
     shell.startup =
         std::make_unique<XdgAutostart>(autostartPlace(identity.identifier, identity.name, identity.command));

@@ -21,7 +21,7 @@ QVariantMap properties(const MenuEntry& entry)
         return {{"type", "separator"}};
     QVariantMap all = {{"label", label(entry.title)}};
     if (entry.isCheckable) {
-        all["toggle-type"] = "checkmark";
+        all["toggle-type"] = "radio"; // an empty check box would look like something to switch on
         all["toggle-state"] = entry.isChecked ? 1 : 0;
     }
     return all;
@@ -36,8 +36,8 @@ QVariantMap selected(QVariantMap all, const QStringList& names)
 
 } // namespace
 
-DBusMenu::DBusMenu(QObject* parent, std::function<Menu()> menu)
-    : QDBusAbstractAdaptor(parent), source(std::move(menu))
+DBusMenu::DBusMenu(QObject* parent, std::function<Menu()> menu, std::function<void()> opened)
+    : QDBusAbstractAdaptor(parent), source(std::move(menu)), opened(std::move(opened))
 {
     registerDBusMenuTypes();
 }
@@ -107,6 +107,8 @@ QDBusVariant DBusMenu::GetProperty(int id, const QString& name)
 
 void DBusMenu::Event(int id, const QString& event, const QDBusVariant&, uint)
 {
+    if (id == rootId && event == "opened")
+        opened();
     const auto entry = event == "clicked" ? entryWithNumber(id) : std::nullopt;
     if (entry && entry->action)
         entry->action();
@@ -124,11 +126,18 @@ QList<int> DBusMenu::EventGroup(const QList<DBusMenuEvent>& events)
     return unknown;
 }
 
-bool DBusMenu::AboutToShow(int) { return false; } // every change has been announced
+bool DBusMenu::AboutToShow(int id)
+{
+    if (id == rootId)
+        opened();
+    return false; // every change has been announced
+}
 
-QList<int> DBusMenu::AboutToShowGroup(const QList<int>&, QList<int>& idErrors)
+QList<int> DBusMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors)
 {
     idErrors.clear();
+    for (const int id : ids)
+        AboutToShow(id);
     return {};
 }
 

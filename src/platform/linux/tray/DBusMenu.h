@@ -23,7 +23,8 @@ class DBusMenu final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath)
 
 public:
-    DBusMenu(QObject* parent, std::function<Menu()> menu);
+    /// `opened` is called when a host opens the menu.
+    DBusMenu(QObject* parent, std::function<Menu()> menu, std::function<void()> opened);
 
     uint version() const { return 3; }
     QString textDirection() const;
@@ -56,6 +57,7 @@ private:
     std::optional<MenuEntry> entryWithNumber(int id);
 
     std::function<Menu()> source;
+    std::function<void()> opened;
     uint revision = 1;
     /// Numbers stay with their rows, so that a click on a menu that has just changed does what the row said.
     std::map<std::string, int> numbers;

@@ -16,11 +16,12 @@ namespace lumenvale {
 
 namespace {
 
-/// The shell of GNOME has a dark bar in every theme; others colour it as they colour windows.
+/// The shell of GNOME has a dark bar in every theme, and XFCE's starts with one; others colour it as they colour
+/// windows. A guess: nothing asks for less than an image that can be seen on the other kind too.
 bool isBarDark()
 {
     const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-    return desktop.contains("GNOME") || desktop.contains("Unity") ||
+    return desktop.contains("GNOME") || desktop.contains("Unity") || desktop.contains("XFCE") ||
            QGuiApplication::palette().windowText().color().lightness() > 127;
 }
 
@@ -41,10 +42,8 @@ public:
 
     std::optional<Rect> frame() const override
     {
-        if (notifier) {
-            const auto point = notifier->activationPoint();
-            return point ? std::optional(Rect{point->x, point->y, 0, 0}) : std::nullopt;
-        }
+        if (notifier)
+            return notifier->frame();
         return tray ? tray->frame() : std::nullopt;
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/StatusNotifierItem.h"
 
+#include "platform/linux/tray/BarImage.h"
 #include "platform/linux/tray/DBusMenu.h"
 #include "platform/linux/x11/X11.h"
 
@@ -16,20 +17,21 @@ namespace lumenvale {
 
 namespace {
 
-/// On a square, as hosts lay items out, in the byte order of the protocol.
-DBusImage squareImage(const Bitmap& bitmap, bool isLight)
+/// In the byte order of the protocol.
+DBusImage onTheWire(const Bitmap& bitmap)
 {
-    const int side = std::max(bitmap.width, bitmap.height);
-    DBusImage image = {side, side, QByteArray(qsizetype(side) * side * 4, '\0')};
-    const int left = (side - bitmap.width) / 2;
-    const int top = (side - bitmap.height) / 2;
-    for (int y = 0; y < bitmap.height; ++y) {
-        for (int x = 0; x < bitmap.width; ++x) {
-            const std::uint32_t pixel = tinted(bitmap.pixels[std::size_t(y) * bitmap.width + x], isLight);
-            qToBigEndian(pixel, image.pixels.data() + (qsizetype(top + y) * side + left + x) * 4);
-        }
-    }
+    DBusImage image = {bitmap.width, bitmap.height, QByteArray(qsizetype(bitmap.pixels.size()) * 4, '\0')};
+    qToBigEndian<std::uint32_t>(bitmap.pixels.data(), qsizetype(bitmap.pixels.size()), image.pixels.data());
     return image;
+}
+
+/// Whether the desktop's bar gives a symbolic icon the colour of its texts. Others show it as it is drawn, dark.
+bool doesBarRecolour()
+{
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':');
+    return std::ranges::any_of(desktops, [](const QString& each) {
+        return each == "KDE" || each == "GNOME" || each == "Unity" || each == "XFCE";
+    });
 }
 
 QString newServiceName()
@@ -46,7 +48,10 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, const StatusI
       serviceName(newServiceName())
 {
     registerDBusMenuTypes();
-    menu = new DBusMenu(&menuObject, content.menu);
+    menu = new DBusMenu(&menuObject, content.menu, [this] {
+        if (const auto place = x11::pointedPlaceOnBar())
+            lastFrame = place;
+    });
     new StatusNotifierItemAdaptor(this);
     this->bus.registerObject(menuPath, &menuObject, QDBusConnection::ExportAdaptors);
     this->bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
@@ -75,9 +80,9 @@ void StatusNotifierItem::imageChanged() { Q_EMIT findChild<StatusNotifierItemAda
 
 QString StatusNotifierItem::iconName() const
 {
-    // Hosts tint symbolic icons themselves, to fit their bar. There is one once the program is installed.
+    // There is one once the program is installed. Hosts prefer it to the images.
     const QString symbolic = "app.lumenvale.Lumenvale-symbolic";
-    return QIcon::hasThemeIcon(symbolic) ? symbolic : QString();
+    return doesBarRecolour() && QIcon::hasThemeIcon(symbolic) ? symbolic : QString();
 }
 
 QList<DBusImage> StatusNotifierItem::images() const
@@ -85,13 +90,16 @@ QList<DBusImage> StatusNotifierItem::images() const
     QList<DBusImage> images;
     const bool isLight = isBarDark();
     for (const double scale : {1.0, 1.5, 2.0, 3.0})
-        images.append(squareImage(content.image(scale), isLight));
+        images.append(onTheWire(barImage(content.image(scale), scale, isLight)));
     return images;
 }
 
 void StatusNotifierItem::activate(int x, int y)
 {
-    lastPoint = x11::logicalPoint(x, y);
+    // Some hosts send coordinates of their own, or the same ones wherever the item is. The pointer tells the
+    // truth.
+    const Point told = x11::logicalPoint(x, y);
+    lastFrame = x11::pointedPlaceOnBar().value_or(Rect{told.x, told.y, 0, 0});
     content.activated();
 }
 

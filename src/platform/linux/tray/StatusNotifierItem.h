@@ -37,8 +37,8 @@ public:
     void registerWithWatcher();
     void menuChanged();
     void imageChanged();
-    /// The point of the last activation, in device-independent pixels.
-    std::optional<Point> activationPoint() const { return lastPoint; }
+    /// Where the item was last clicked: across the bar where the bar is known, else a point. Device-independent.
+    std::optional<Rect> frame() const { return lastFrame; }
 
     // What the adaptor passes on.
     const StatusItemContent& shown() const { return content; }
@@ -58,7 +58,7 @@ private:
     QString serviceName;
     QObject menuObject;
     DBusMenu* menu = nullptr; // child of menuObject
-    std::optional<Point> lastPoint;
+    std::optional<Rect> lastFrame;
     WheelSteps wheel;
 };
 

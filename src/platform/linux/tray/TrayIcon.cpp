@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/TrayIcon.h"
 
+#include "platform/linux/tray/BarImage.h"
+#include "platform/linux/x11/X11.h"
+
+#include <QActionGroup>
 #include <QIcon>
 #include <QImage>
 #include <QPixmap>
@@ -10,28 +14,20 @@ namespace lumenvale {
 
 namespace {
 
-QIcon tintedIcon(const std::function<Bitmap(double)>& draw, bool isLight)
+QIcon barIcon(const std::function<Bitmap(double)>& draw, bool isLight)
 {
     QIcon icon;
     for (const double scale : {1.0, 2.0, 3.0}) {
-        const Bitmap bitmap = draw(scale);
-        QImage image(bitmap.width, bitmap.height, QImage::Format_ARGB32);
-        for (int y = 0; y < bitmap.height; ++y) {
-            for (int x = 0; x < bitmap.width; ++x) {
-                image.setPixel(x, y, tinted(bitmap.pixels[std::size_t(y) * bitmap.width + x], isLight));
-            }
-        }
-        icon.addPixmap(QPixmap::fromImage(image));
+        const Bitmap bitmap = barImage(draw(scale), scale, isLight);
+        const auto* const pixels = reinterpret_cast<const uchar*>(bitmap.pixels.data());
+        // The icon keeps a copy.
+        icon.addPixmap(
+            QPixmap::fromImage(QImage(pixels, bitmap.width, bitmap.height, QImage::Format_ARGB32).copy()));
     }
     return icon;
 }
 
 } // namespace
-
-std::uint32_t tinted(std::uint32_t pixel, bool isLight)
-{
-    return (pixel & 0xFF000000u) | (isLight ? 0xF2F2F4u : 0x1D1D1Fu);
-}
 
 int WheelSteps::turn(int units)
 {
@@ -49,6 +45,7 @@ TrayIcon::TrayIcon(const StatusItemContent& content, bool isBarDark) : content(c
     icon.setContextMenu(&menu);
     icon.installEventFilter(this);
     QObject::connect(&icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        lastPlace = x11::pointedPlaceOnBar();
         if (reason != QSystemTrayIcon::Context)
             this->content.activated();
     });
@@ -60,12 +57,23 @@ std::optional<Rect> TrayIcon::frame() const
     const QRect place = icon.geometry();
     if (!place.isValid())
         return std::nullopt;
-    return Rect{double(place.x()), double(place.y()), double(place.width()), double(place.height())};
+    Rect frame = {double(place.x()), double(place.y()), double(place.width()), double(place.height())};
+    if (lastPlace && lastPlace->width == 0) {
+        frame.y = lastPlace->y;
+        frame.height = lastPlace->height;
+    } else if (lastPlace) {
+        frame.x = lastPlace->x;
+        frame.width = lastPlace->width;
+    }
+    return frame;
 }
 
 void TrayIcon::menuChanged()
 {
     menu.clear();
+    delete menu.findChild<QActionGroup*>();
+    auto* const presets = new QActionGroup(&menu); // has round marks, not empty check boxes
+    presets->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const MenuEntry& each : content.menu()) {
         if (each.id.empty()) {
             menu.addSeparator();
@@ -74,10 +82,12 @@ void TrayIcon::menuChanged()
         QAction* action = menu.addAction(QString::fromStdString(each.title).replace('&', "&&"), each.action);
         action->setCheckable(each.isCheckable);
         action->setChecked(each.isChecked);
+        if (each.isCheckable)
+            presets->addAction(action);
     }
 }
 
-void TrayIcon::imageChanged(bool isBarDark) { icon.setIcon(tintedIcon(content.image, isBarDark)); }
+void TrayIcon::imageChanged(bool isBarDark) { icon.setIcon(barIcon(content.image, isBarDark)); }
 
 bool TrayIcon::eventFilter(QObject*, QEvent* event)
 {

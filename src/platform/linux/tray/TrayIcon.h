@@ -23,13 +23,11 @@ private:
     int unused = 0;
 };
 
-/// The status item's colour at a pixel's opacity: light for dark bars.
-std::uint32_t tinted(std::uint32_t pixel, bool isLight);
-
 class TrayIcon final : public QObject {
 public:
     TrayIcon(const StatusItemContent& content, bool isBarDark);
 
+    /// The icon, from one side of its bar to the other once it was clicked.
     std::optional<Rect> frame() const;
     void menuChanged();
     void imageChanged(bool isBarDark);
@@ -38,6 +36,7 @@ public:
 
 private:
     StatusItemContent content;
+    std::optional<Rect> lastPlace; ///< of the pointer on the bar
     QMenu menu;
     QSystemTrayIcon icon;
     WheelSteps wheel;

@@ -6,6 +6,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
 #include <QWindow>
 #include <cmath>
 #include <optional>
@@ -60,22 +61,51 @@ private:
 
 } // namespace
 
-bool LinuxPanelWindows::canBlend() { return QGuiApplication::platformName() != "xcb" || x11::hasCompositor(); }
-
-bool LinuxPanelWindows::dress(WindowHandle window)
+LinuxPanelWindows::LinuxPanelWindows(std::string identifier) : identifier(std::move(identifier))
 {
-    x11::skipTaskbar(window);
+    qApp->installEventFilter(this);
+}
+
+bool LinuxPanelWindows::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PlatformSurface && watched->isWindowType() &&
+        static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
+        x11::setClass(static_cast<QWindow*>(watched)->winId(), identifier);
     return false;
 }
 
-void LinuxPanelWindows::blurBehind(WindowHandle window, double width, double height, double cornerRadius)
+PanelGround LinuxPanelWindows::ground()
 {
-    const QWindow* const panel = windowOf(window);
-    if (!panel)
+    // No Wayland compositor draws shadows for such windows or blurs behind them unasked.
+    const QString system = QGuiApplication::platformName();
+    const bool isWayland = system.startsWith("wayland");
+    if (system != "xcb")
+        return {.isPlaced = !isWayland, .needsShadow = isWayland};
+    const bool canBlend = x11::hasCompositor();
+    return {.canBlend = canBlend,
+            .isBlurred = canBlend && x11::doesBlur(),
+            .needsShadow = canBlend && x11::knowsFrameExtents()};
+}
+
+void LinuxPanelWindows::dress(WindowHandle window) { x11::skipTaskbar(window); }
+
+void LinuxPanelWindows::setShape(WindowHandle window, const Rect& panel, double cornerRadius)
+{
+    QWindow* const whole = windowOf(window);
+    if (!whole)
         return;
-    const double ratio = panel->devicePixelRatio();
+    if (QGuiApplication::platformName().startsWith("wayland")) {
+        whole->setMask(QRectF(panel.x, panel.y, panel.width, panel.height).toRect()); // where it takes clicks
+        return;
+    }
+    const double ratio = whole->devicePixelRatio();
     const auto pixels = [ratio](double length) { return int(std::lround(length * ratio)); };
-    x11::blurBehind(window, x11::roundedRegion(pixels(width), pixels(height), pixels(cornerRadius)));
+    const QRect content(pixels(panel.x), pixels(panel.y), pixels(panel.width), pixels(panel.height));
+    x11::setInputRegion(window, content);
+    if (x11::doesBlur()) // KWin draws no shadow unasked, and given extents would move the region by them
+        x11::blurBehind(window, x11::roundedRegion(content, pixels(cornerRadius)));
+    else
+        x11::setFrameExtents(window, QRect(QPoint(), whole->size() * ratio), content);
 }
 
 void LinuxPanelWindows::focus(WindowHandle window) { x11::requestFocus(window); }

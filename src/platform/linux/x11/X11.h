@@ -6,12 +6,18 @@
 #include "base/Geometry.h"
 #include "platform/Shell.h"
 
+#include <QRect>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace lumenvale::x11 {
 
 /// Whether a compositing manager runs.
 bool hasCompositor();
+
+/// Names the program that a window belongs to, before the window is shown. Qt would name it by its file.
+void setClass(WindowHandle window, const std::string& identifier);
 
 /// Keeps the window out of taskbars and pagers.
 void skipTaskbar(WindowHandle window);
@@ -20,10 +26,26 @@ void skipTaskbar(WindowHandle window);
 void requestFocus(WindowHandle window);
 
 /// Rows of pixels that make up a rectangle with round corners; x, y, width, height each.
-std::vector<std::uint32_t> roundedRegion(int width, int height, int radius);
+std::vector<std::uint32_t> roundedRegion(const QRect& box, int radius);
+
+/// Whether the compositor blurs what is behind windows that ask for it.
+bool doesBlur();
+
+/// Whether the window manager knows of shadows that windows draw themselves; it then draws none for them.
+bool knowsFrameExtents();
+
+/// Makes what lies between the edges of the window and of `content` its shadow, in the server's pixels.
+void setFrameExtents(WindowHandle window, const QRect& whole, const QRect& content);
+
+/// Lets clicks beside `content` through to what is behind the window, in the server's pixels.
+void setInputRegion(WindowHandle window, const QRect& content);
 
 /// Asks the compositor to blur what is behind the region of the window (in the server's pixels).
 void blurBehind(WindowHandle window, const std::vector<std::uint32_t>& region);
+
+/// Where the pointer is while it is over a bar, from one side of the bar to the other: what is clicked there, as
+/// far as its place counts. Device-independent; none elsewhere.
+std::optional<Rect> pointedPlaceOnBar();
 
 /// A point of the root window, in pixels, as a device-independent one. Qt keeps each screen's origin and scales
 /// within the screen. Hosts of status items use these coordinates under Wayland too.

@@ -26,6 +26,8 @@ DesktopEntry entryOfOurOwn(const ProgramIdentity& identity)
     entry.set(mainGroup, "Terminal", "false");
     entry.set(mainGroup, "Categories", "Settings;HardwareSettings;");
     entry.set(mainGroup, "StartupNotify", "false");
+    entry.set(mainGroup, "StartupWMClass", identity.identifier);
+    entry.set(mainGroup, "SingleMainWindow", "true");
     return entry;
 }
 

@@ -9,9 +9,9 @@ namespace lumenvale {
 
 class MacPanelWindows final : public PanelWindows {
 public:
-    bool canBlend() override { return true; }
-    bool dress(WindowHandle window) override;
-    void blurBehind(WindowHandle window, double width, double height, double cornerRadius) override;
+    PanelGround ground() override { return {.isDrawn = true}; }
+    void dress(WindowHandle window) override;
+    void setShape(WindowHandle window, const Rect& panel, double cornerRadius) override;
     /// A dressed panel takes the keyboard without making the program the active one; any other window comes to the
     /// front with the program.
     void focus(WindowHandle window) override;

@@ -165,15 +165,14 @@ private:
 
 } // namespace
 
-bool MacPanelWindows::dress(WindowHandle handle)
+void MacPanelWindows::dress(WindowHandle handle)
 {
     NSView* const view = viewOf(handle);
     setCornerRadius(view, 0);
     makePanel(view.window);
-    return true;
 }
 
-void MacPanelWindows::blurBehind(WindowHandle handle, double, double, double cornerRadius)
+void MacPanelWindows::setShape(WindowHandle handle, const Rect&, double cornerRadius)
 {
     NSView* const view = viewOf(handle);
     setCornerRadius(view, cornerRadius);
