@@ -33,6 +33,7 @@ struct Words {
     // Where the program shows itself, in the order of `allPresentations`
     std::array<std::string_view, 3> presentations;
     std::string_view presentationHelp;
+    std::string_view noStatusArea; ///< how to get back to a program whose icon nothing shows
 
     // Starting at login
     std::string_view startupHelp;
@@ -51,6 +52,7 @@ inline constexpr Words portableWords = {
     .recordingHelp = "Press a key with any combination of ⌘, ⌥, ⌃, and ⇧. Escape cancels.",
     .presentations = {"Menu bar", "Dock", "Menu bar and Dock"},
     .presentationHelp = "Click the menu bar or Dock icon for brightness controls.",
+    .noStatusArea = "",
     .startupHelp = "Start Lumenvale automatically when you log in to your Mac.",
     .startupUnavailable = "macOS could not locate this app as a login item. Try running it from Applications.",
     .approvalHelp = "Enable Lumenvale in System Settings → General → Login Items to finish setup.",

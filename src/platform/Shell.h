@@ -69,6 +69,12 @@ public:
     /// Null where the system has no place for status items. One that has none yet, but may get one, makes an
     /// item that appears then.
     virtual std::unique_ptr<StatusItem> createItem(StatusItemContent content) = 0;
+
+    /// Whether items are shown now; none until the system has answered.
+    virtual std::optional<bool> showsItems() = 0;
+
+    /// Calls `changed` when `showsItems` may answer otherwise, until the next call; an empty one ends it.
+    virtual void observe(std::function<void()> changed) = 0;
 };
 
 enum class ActivationPolicy { accessory, regular }; ///< without and with a Dock icon
@@ -188,6 +194,7 @@ struct Shell {
     std::unique_ptr<StatusBar> statusBar;
     std::unique_ptr<Dock> dock;
     std::unique_ptr<PanelWindows> panels;
+    bool hasDockIcons = false;                    ///< a program with the regular policy has an icon while it runs
     bool hasMenuBar = false;                      ///< the system shows the program's menus, apart from its windows
     std::unique_ptr<AppearanceSource> appearance; ///< null where Qt follows the desktop by itself
     std::unique_ptr<StartupService> startup;      ///< registers the identity's command

@@ -23,6 +23,9 @@ public:
     Published<StartupStatus> startupStatus{StartupStatus::unavailable}; ///< as last read from the system
     Published<std::optional<std::string>> startupError{std::nullopt};   ///< the last failed change
 
+    /// False where nothing shows the status item. The presentation is kept for the day when something does.
+    Published<bool> hasStatusArea{true};
+
     /// Called with the new presentation after it changed.
     std::function<void(AppPresentation)> presentationChanged;
 

@@ -126,6 +126,21 @@ TEST_F(AppDelegateTest, PresentationShowsAndRemovesTheStatusItemAtRunTime)
     EXPECT_EQ(desktop.policies, (std::vector{accessory, regular, accessory}));
 }
 
+TEST_F(AppDelegateTest, AStartShowsThePanelWhereNothingShowsTheItem)
+{
+    desktop.showsItems.reset();
+    launch();
+    delegate->showUnlessVisible();
+    EXPECT_FALSE(panel()) << "it is not known yet";
+    desktop.showsItems = false;
+    desktop.statusBarChanged();
+    EXPECT_TRUE(panel());
+    desktop.showsItems = true;
+    desktop.statusBarChanged();
+    using enum ActivationPolicy;
+    EXPECT_EQ(desktop.policies, (std::vector{accessory, regular, accessory})) << "the entry leads back meanwhile";
+}
+
 TEST_F(AppDelegateTest, PanelOpensAtTheItemAndClosesForClicksInOtherWindows)
 {
     plug("A");

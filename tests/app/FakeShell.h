@@ -16,6 +16,8 @@ struct FakeDesktop {
     int menuChanges = 0;                  ///< of the Dock's
     std::function<void()> clickedOutside; ///< while it is monitored
     int dressed = 0;
+    std::optional<bool> showsItems = true; ///< the status bar
+    std::function<void()> statusBarChanged;
 };
 
 template <typename Interface>
@@ -38,6 +40,8 @@ struct FakeStatusBar final : OnDesktop<StatusBar> {
         desktop.item = std::move(content);
         return std::make_unique<FakeStatusItem>(desktop);
     }
+    std::optional<bool> showsItems() override { return desktop.showsItems; }
+    void observe(std::function<void()> changed) override { desktop.statusBarChanged = std::move(changed); }
 };
 
 struct FakeDock final : OnDesktop<Dock> {

@@ -25,12 +25,14 @@ def status_item_opens_and_closes_the_panel(session):
 
 
 def status_item_appears_when_a_bar_does(session):
-    session.start()
+    session.start("--autostart")
     wait_until(session.application, "the program runs")
+    session.start()
+    wait_until(session.panel, "a start that asks for nothing shows the panel")
     bar = session.show_status_bar()
     assert bar.property("ToolTip")[2] == "Lumenvale — control each display"
     width, height, pixels = bar.property("IconPixmap")[0]
-    assert width == height == 22 and len(pixels) == 22 * 22 * 4 and any(pixels)
+    assert width == height == 24 and len(pixels) == 24 * 24 * 4 and any(pixels)
 
 
 def colours_follow_the_desktop(session):

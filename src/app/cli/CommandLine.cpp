@@ -18,6 +18,7 @@ constexpr char verbose[] = "--verbose";
 constexpr char version[] = "--version";
 constexpr char showPanel[] = "--show-panel";
 constexpr char openSettings[] = "--open-settings";
+constexpr char autostart[] = "--autostart";
 constexpr char applyPreset[] = "--apply-preset";
 
 /// "-5%" is a level, not a row of one-letter options.
@@ -92,6 +93,8 @@ std::optional<DesktopRequest> desktopRequest(const ArgumentValues& options)
         return DesktopRequest{Action::showPanel, "", ""};
     if (options.has(openSettings))
         return DesktopRequest{Action::openSettings, "", ""};
+    if (options.has(autostart))
+        return DesktopRequest{Action::startQuietly, "", ""};
     if (options.has(applyPreset))
         return DesktopRequest{Action::applyPreset, options.text(applyPreset), ""};
     return std::nullopt;
@@ -134,6 +137,10 @@ const std::vector<Argument>& programOptions()
          .help = "Have the desktop program apply a preset",
          .valueName = "PRESET",
          .excludes = {showPanel, openSettings}},
+        {.name = autostart,
+         .kind = ValueKind::flag,
+         .help = "Start as at login, which shows nothing but the icon",
+         .excludes = {showPanel, openSettings, applyPreset}},
     };
     return options;
 }

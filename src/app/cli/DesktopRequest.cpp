@@ -11,10 +11,11 @@ namespace {
 
 using Action = DesktopRequest::Action;
 
-constexpr std::array<std::pair<Action, const char*>, 3> actionNames = {{
+constexpr std::array<std::pair<Action, const char*>, 4> actionNames = {{
     {Action::showPanel, "showPanel"},
     {Action::openSettings, "openSettings"},
     {Action::applyPreset, "applyPreset"},
+    {Action::startQuietly, "startQuietly"},
 }};
 
 std::string text(const Json& object, const char* key)

@@ -9,7 +9,12 @@
 namespace lumenvale {
 
 struct DesktopRequest {
-    enum class Action { showPanel, openSettings, applyPreset };
+    enum class Action {
+        showPanel,
+        openSettings,
+        applyPreset,
+        startQuietly ///< nothing, where a start that asks for nothing may show the panel
+    };
 
     Action action = Action::showPanel;
     std::string preset;          ///< for applyPreset: identifier or name
@@ -18,8 +23,8 @@ struct DesktopRequest {
     bool operator==(const DesktopRequest& other) const = default;
 };
 
-/// One line of JSON, without a line end: {"action": "showPanel" | "openSettings" | "applyPreset", "preset": text,
-/// "activationToken": text}.
+/// One line of JSON, without a line end: {"action": "showPanel" | "openSettings" | "applyPreset" | "startQuietly",
+/// "preset": text, "activationToken": text}.
 std::string encodeRequest(const DesktopRequest& request);
 
 /// Reads a line made by `encodeRequest`; none for anything else.

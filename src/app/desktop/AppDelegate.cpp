@@ -72,6 +72,7 @@ void AppDelegate::applicationDidFinishLaunching()
     registerShortcuts();
     preferences.presentationChanged = [this](AppPresentation presentation) { applyPresentation(presentation); };
     publishDockContent();
+    services.shell.statusBar->observe([this] { updateStatusArea(); });
     applyPresentation(preferences.presentation.get());
     installMainMenu();
     observeDisplays();
@@ -91,6 +92,7 @@ void AppDelegate::applicationWillTerminate()
     if (std::exchange(isTerminated, true))
         return;
     store.stopMonitoring();
+    services.shell.statusBar->observe(nullptr);
     panel.dismissMenu();
     if (shortcuts)
         shortcuts->stop();
@@ -176,12 +178,37 @@ void AppDelegate::applyPresentation(AppPresentation presentation)
     } else if (!statusItem) {
         setStatusItem(services.shell.statusBar->createItem(statusItemContent()));
     }
-    services.shell.dock->setActivationPolicy(presentation == AppPresentation::menuBar ? ActivationPolicy::accessory
-                                                                                      : ActivationPolicy::regular);
+    preferences.hasStatusArea.setIfChanged(services.shell.statusBar->showsItems().value_or(true));
+    const bool needsDock = presentation != AppPresentation::menuBar || !preferences.hasStatusArea.get();
+    services.shell.dock->setActivationPolicy(needsDock ? ActivationPolicy::regular : ActivationPolicy::accessory);
     if (settingsWindow && settingsWindow->isVisible()) {
         settingsWindow->raise(); // a change of the policy can hide it
         settingsWindow->activateWindow();
     }
+}
+
+void AppDelegate::updateStatusArea()
+{
+    const bool hadArea = preferences.hasStatusArea.get();
+    preferences.hasStatusArea.setIfChanged(services.shell.statusBar->showsItems().value_or(true));
+    if (preferences.hasStatusArea.get() != hadArea)
+        applyPresentation(preferences.presentation.get());
+    if (isToBeVisible)
+        showUnlessVisible();
+}
+
+/// Also true while the system has not said yet that it shows no status items.
+bool AppDelegate::showsIcon() const
+{
+    const bool isInDock = preferences.presentation.get() != AppPresentation::menuBar;
+    return (statusItem && preferences.hasStatusArea.get()) || (isInDock && services.shell.hasDockIcons);
+}
+
+void AppDelegate::showUnlessVisible()
+{
+    isToBeVisible = !services.shell.statusBar->showsItems();
+    if (!showsIcon() && !panel.isOpen() && !(settingsWindow && settingsWindow->isVisible()))
+        panel.showMenuNearDock(std::nullopt);
 }
 
 void AppDelegate::setStatusItem(std::unique_ptr<StatusItem> item)
@@ -239,6 +266,7 @@ BrightnessMenu* AppDelegate::makeBrightnessMenu()
 
 void AppDelegate::showSettings()
 {
+    updateStatusArea(); // a tray of the old kind comes and goes unannounced
     const auto number = services.screens.displayAt(pointerLocation());
     panel.dismissMenu();
     if (!settingsWindow)
@@ -293,6 +321,8 @@ void AppDelegate::perform(const DesktopRequest& request)
             activatePreset(wanted->id);
         return;
     }
+    case DesktopRequest::Action::startQuietly:
+        return;
     }
 }
 

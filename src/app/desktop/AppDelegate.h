@@ -55,6 +55,9 @@ public:
     void applicationWillTerminate();
     /// The Dock icon was clicked.
     void applicationShouldHandleReopen();
+    /// After a start that asked for nothing: shows the panel if nothing else of the program can be seen. That may
+    /// be known only later.
+    void showUnlessVisible();
     /// What another copy of the program was asked to do. A preset waits until the displays are known.
     void perform(const DesktopRequest& request);
     void showSettings();
@@ -72,6 +75,8 @@ private:
 
     // Presentation
     void applyPresentation(AppPresentation presentation);
+    void updateStatusArea();
+    bool showsIcon() const;
     void setStatusItem(std::unique_ptr<StatusItem> item);
     StatusItemContent statusItemContent();
     void scrollMainDisplay(int steps);
@@ -97,6 +102,7 @@ private:
     Subscription displayObservation;
     Subscription activePresetObservation;
     std::unique_ptr<RemoteRequests> remote; ///< while the program shows itself, where other programs can reach it
+    bool isToBeVisible = false; ///< once it is known whether the status item can be seen
     bool isTerminated = false;
 };
 

@@ -138,6 +138,8 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
         delegate.applicationDidFinishLaunching();
         if (options.request)
             delegate.perform(*options.request);
+        else
+            delegate.showUnlessVisible();
     });
     const int status = QApplication::exec();
     delegate.applicationWillTerminate();

@@ -32,6 +32,8 @@ Words nativeWords()
         .presentations = {"Status area", "Applications", "Both"},
         .presentationHelp = "Click Lumenvale's icon in the status area, or Lumenvale among the applications, for "
                             "brightness controls.",
+        .noStatusArea = "This desktop shows no status icons: to open the brightness panel, start Lumenvale again, "
+                        "from the applications or with the command “lumenvale”.",
         .startupHelp = "Start Lumenvale automatically when you log in.",
         .startupUnavailable = "Lumenvale cannot add itself to the programs that start when you log in.",
         .approvalHelp = "",

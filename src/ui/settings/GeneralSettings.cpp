@@ -53,6 +53,7 @@ GeneralSettings::GeneralSettings(GeneralPreferences& preferences, const Words& w
     makeColumn(this)->addWidget(new ScrollPage(content));
 
     later.follow(preferences.presentation);
+    later.follow(preferences.hasStatusArea);
     later.follow(preferences.startupStatus);
     later.follow(preferences.startupError);
     // An approval given in the system's settings shows when the user comes back.
@@ -74,6 +75,9 @@ QWidget* GeneralSettings::makePresentationCard(const Words& words)
     };
     auto* card = new Card;
     card->rows()->addWidget(makeRow("Show in", qString(words.presentationHelp), presentation));
+    noStatusArea = new TextLabel(TextRole::digits, TextColour::secondary);
+    noStatusArea->setText(qString(words.noStatusArea));
+    card->rows()->addWidget(noStatusArea);
     return card;
 }
 
@@ -100,6 +104,7 @@ void GeneralSettings::redraw()
     const auto* const chosen =
         std::find(allPresentations.begin(), allPresentations.end(), preferences.presentation.get());
     presentation->setChoice(static_cast<int>(chosen - allPresentations.begin()));
+    noStatusArea->setVisible(!preferences.hasStatusArea.get());
     const StartupStatus status = preferences.startupStatus.get();
     startup->setChecked(status == StartupStatus::enabled || status == StartupStatus::requiresApproval);
     approval->setVisible(status == StartupStatus::requiresApproval);

@@ -28,6 +28,7 @@ private:
     SegmentedControl* presentation = nullptr;
     ToggleSwitch* startup = nullptr;
     QWidget* approval = nullptr;
+    TextLabel* noStatusArea = nullptr;
     TextLabel* unavailable = nullptr;
     TextLabel* failure = nullptr;
     LaterCall later;

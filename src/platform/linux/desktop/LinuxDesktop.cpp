@@ -48,8 +48,10 @@ Shell makeNativeShell(const ProgramIdentity& identity)
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
     shell.panels = std::make_unique<LinuxPanelWindows>(identity.identifier);
     shell.appearance = makePortalAppearance(bus);
+    std::vector<std::string> atLogin = identity.command;
+    atLogin.emplace_back("--autostart");
     shell.startup =
-        std::make_unique<XdgAutostart>(autostartPlace(identity.identifier, identity.name, identity.command));
+        std::make_unique<XdgAutostart>(autostartPlace(identity.identifier, identity.name, std::move(atLogin)));
     shell.hotKeys = makeHotKeys(bus);
     return shell;
 }

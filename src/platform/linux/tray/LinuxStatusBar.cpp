@@ -3,6 +3,7 @@
 
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/linux/tray/TrayIcon.h"
+#include "platform/linux/x11/X11.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -25,19 +26,63 @@ bool isBarDark()
            QGuiApplication::palette().windowText().color().lightness() > 127;
 }
 
-class LinuxStatusItem final : public QObject, public StatusItem {
+} // namespace
+
+/// Whether a host on the session bus shows items: asked at once, and again when the watcher or a host comes or
+/// goes.
+class StatusHosts final : public QObject {
     Q_OBJECT
 
 public:
-    LinuxStatusItem(const QDBusConnection& bus, const QString& identifier, StatusItemContent content)
-        : bus(bus), identifier(identifier), content(std::move(content)),
-          owners(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange)
+    explicit StatusHosts(const QDBusConnection& bus)
+        : bus(bus), owners(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange)
     {
-        QObject::connect(&owners, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { lookForHost(); });
+        QObject::connect(&owners, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] { look(); });
         for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-            this->bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(lookForHost()));
+            this->bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(look()));
+        look();
+    }
+
+    std::optional<bool> hasHost; ///< none until the first answer
+    Signal<> answered;           ///< also when the answer is the same: the watcher may be another one
+
+private Q_SLOTS:
+    void look()
+    {
+        if (!bus.isConnected()) {
+            hasHost = false;
+            return;
+        }
+        auto call =
+            QDBusMessage::createMethodCall(watcherService, watcherPath, "org.freedesktop.DBus.Properties", "Get");
+        call << QString(watcherService) << QString("IsStatusNotifierHostRegistered");
+        call.setAutoStartService(false);
+        answer.emplace(bus.asyncCall(call));
+        QObject::connect(&*answer, &QDBusPendingCallWatcher::finished, this, [this] {
+            const QDBusPendingReply<QDBusVariant> reply = *answer;
+            hasHost = reply.isValid() && reply.value().variant().toBool();
+            answered.emit();
+        });
+    }
+
+private:
+    QDBusConnection bus;
+    QDBusServiceWatcher owners;
+    std::optional<QDBusPendingCallWatcher> answer;
+};
+
+namespace {
+
+class LinuxStatusItem final : public QObject, public StatusItem {
+public:
+    LinuxStatusItem(const QDBusConnection& bus, const QString& identifier, std::shared_ptr<StatusHosts> hosts,
+                    StatusItemContent content)
+        : bus(bus), identifier(identifier), content(std::move(content)), hosts(std::move(hosts)),
+          answers(this->hosts->answered.subscribe([this] { show(); }))
+    {
         qApp->installEventFilter(this);
-        lookForHost();
+        if (this->hosts->hasHost)
+            show();
     }
 
     std::optional<Rect> frame() const override
@@ -66,29 +111,10 @@ public:
         return false;
     }
 
-private Q_SLOTS:
-    /// Asks the watcher whether a host shows its items.
-    void lookForHost()
-    {
-        if (!bus.isConnected()) {
-            use(false);
-            return;
-        }
-        auto call =
-            QDBusMessage::createMethodCall(watcherService, watcherPath, "org.freedesktop.DBus.Properties", "Get");
-        call << QString(watcherService) << QString("IsStatusNotifierHostRegistered");
-        call.setAutoStartService(false);
-        answer.emplace(bus.asyncCall(call));
-        QObject::connect(&*answer, &QDBusPendingCallWatcher::finished, this, [this] {
-            const QDBusPendingReply<QDBusVariant> reply = *answer;
-            use(reply.isValid() && reply.value().variant().toBool());
-        });
-    }
-
 private:
-    void use(bool hasHost)
+    void show()
     {
-        if (hasHost) {
+        if (*hosts->hasHost) {
             tray.reset();
             if (!notifier)
                 notifier.emplace(bus, content, identifier, isBarDark);
@@ -103,8 +129,8 @@ private:
     QDBusConnection bus;
     QString identifier;
     StatusItemContent content;
-    QDBusServiceWatcher owners;
-    std::optional<QDBusPendingCallWatcher> answer;
+    std::shared_ptr<StatusHosts> hosts;
+    Subscription answers;
     std::optional<StatusNotifierItem> notifier;
     std::optional<TrayIcon> tray;
 };
@@ -112,13 +138,25 @@ private:
 } // namespace
 
 LinuxStatusBar::LinuxStatusBar(QDBusConnection bus, QString identifier)
-    : bus(std::move(bus)), identifier(std::move(identifier))
+    : bus(bus), identifier(std::move(identifier)), hosts(std::make_shared<StatusHosts>(bus))
 {
 }
 
+LinuxStatusBar::~LinuxStatusBar() = default;
+
 std::unique_ptr<StatusItem> LinuxStatusBar::createItem(StatusItemContent content)
 {
-    return std::make_unique<LinuxStatusItem>(bus, identifier, std::move(content));
+    return std::make_unique<LinuxStatusItem>(bus, identifier, hosts, std::move(content));
+}
+
+std::optional<bool> LinuxStatusBar::showsItems()
+{
+    return hosts->hasHost.value_or(false) || x11::hasTray() ? true : hosts->hasHost;
+}
+
+void LinuxStatusBar::observe(std::function<void()> changed)
+{
+    answers = changed ? hosts->answered.subscribe(std::move(changed)) : Subscription();
 }
 
 } // namespace lumenvale

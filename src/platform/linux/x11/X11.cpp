@@ -49,6 +49,17 @@ std::vector<std::uint32_t> listOf(xcb_connection_t* server, xcb_window_t window,
     return {values, values + reply->value_len};
 }
 
+/// Whether this selection of the first screen has an owner: a program that does what it stands for.
+bool isOwned(const char* selection)
+{
+    xcb_connection_t* const server = connection();
+    if (!server)
+        return false;
+    const auto cookie = xcb_get_selection_owner(server, atom(server, selection));
+    const auto reply = owned(xcb_get_selection_owner_reply(server, cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 bool isBar(xcb_connection_t* server, xcb_window_t window)
 {
     return std::ranges::count(listOf(server, window, "_NET_WM_WINDOW_TYPE"),
@@ -70,16 +81,9 @@ std::optional<xcb_window_t> barAt(xcb_connection_t* server, xcb_window_t root, s
 
 } // namespace
 
-bool hasCompositor()
-{
-    xcb_connection_t* const server = connection();
-    if (!server)
-        return false;
-    // Extended Window Manager Hints, "_NET_WM_CM_Sn": the manager of screen n owns this selection.
-    const auto cookie = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
-    const auto reply = owned(xcb_get_selection_owner_reply(server, cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
-}
+bool hasCompositor() { return isOwned("_NET_WM_CM_S0"); } // Extended Window Manager Hints, "_NET_WM_CM_Sn"
+
+bool hasTray() { return isOwned("_NET_SYSTEM_TRAY_S0"); } // System Tray Protocol Specification
 
 void setClass(WindowHandle window, const std::string& identifier)
 {

@@ -16,6 +16,9 @@ namespace lumenvale::x11 {
 /// Whether a compositing manager runs.
 bool hasCompositor();
 
+/// Whether a tray of the X server's own kind runs.
+bool hasTray();
+
 /// Names the program that a window belongs to, before the window is shown. Qt would name it by its file.
 void setClass(WindowHandle window, const std::string& identifier);
 

@@ -31,6 +31,7 @@ Shell makeNativeShell(const ProgramIdentity& identity)
     shell.statusBar = std::make_unique<MacStatusBar>();
     shell.dock = std::make_unique<MacDock>();
     shell.panels = std::make_unique<MacPanelWindows>();
+    shell.hasDockIcons = true;
     shell.hasMenuBar = true;
     if (identity.identifier == simulatedIdentifier)
         shell.startup = std::make_unique<NoLoginItem>();

@@ -10,6 +10,8 @@ namespace lumenvale {
 class MacStatusBar final : public StatusBar {
 public:
     std::unique_ptr<StatusItem> createItem(StatusItemContent content) override;
+    std::optional<bool> showsItems() override { return true; }
+    void observe(std::function<void()>) override {} // it always shows them
 };
 
 } // namespace lumenvale
