@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Writes the commit that is built, as the version tells it, where the sources are a checkout:
 # cmake -DSOURCE=... -DFILE=... -P WriteCommit.cmake
+cmake_minimum_required(VERSION 3.25)
 set(text "")
 if(EXISTS ${SOURCE}/.git)
   execute_process(COMMAND git rev-parse --short=8 HEAD WORKING_DIRECTORY ${SOURCE}
