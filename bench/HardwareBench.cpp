@@ -65,14 +65,14 @@ BENCHMARK(exchangeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 void probeOverWaits(benchmark::State& state)
 {
     DisplayEndpoints endpoints(oneMonitor());
-    measure(state, readWaits, [&] { endpoints.inspect({record(1, "MONITOR")}, {}); });
+    measure(state, readWaits, [&] { endpoints.inspect({record(1, "MONITOR")}); });
 }
 BENCHMARK(probeOverWaits)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void setAndVerifyOverWaits(benchmark::State& state)
 {
     DisplayEndpoints endpoints(oneMonitor());
-    endpoints.inspect({record(1, "MONITOR")}, {});
+    endpoints.inspect({record(1, "MONITOR")});
     measure(state, writeWaits + settleWait + readWaits,
             [&] { benchmark::DoNotOptimize(endpoints.setBrightness(0.4, "MONITOR")); });
 }
@@ -98,7 +98,7 @@ void inspection(benchmark::State& state)
                                                       std::make_unique<FakeDisplaySystem>(std::move(displays))),
          .pause = [](std::chrono::microseconds) {}});
     for (auto each : state)
-        benchmark::DoNotOptimize(endpoints.inspect(records, {}));
+        benchmark::DoNotOptimize(endpoints.inspect(records));
     state.counters["per display"] =
         benchmark::Counter(count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }

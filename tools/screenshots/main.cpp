@@ -40,7 +40,7 @@ public:
           menu(
               *showcase.store, *showcase.presets, *showcase.editor, showcase.clock, [] {}, [](const auto&) {}),
           settings({*showcase.store, *showcase.presets, *showcase.editor, *showcase.preferences,
-                    *showcase.platform.diagnostics, showcase.clock,
+                    *showcase.platform.diagnostics, showcase.clock, showcase.platform.words,
                     BuildInfo{"1.0", "1", showcase.clock.wallTime()}})
     {
         panel.setWindowFlags(Qt::FramelessWindowHint);

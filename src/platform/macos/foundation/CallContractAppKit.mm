@@ -23,4 +23,4 @@ static_assert(sizeof(BOOL) == 1 && sizeof(NSInteger) == 8 && sizeof(CGFloat) == 
 static_assert(NSActivityUserInitiatedAllowingIdleSystemSleep == 0x00EFFFFF);
 static_assert(OBJC_ASSOCIATION_RETAIN_NONATOMIC == 1);
 static_assert(NSBitmapFormatAlphaNonpremultiplied == 2);
-static_assert(NSTrackingActiveInActiveApp == 0x40 && NSTrackingActiveAlways == 0x80);
+static_assert(NSTrackingActiveAlways == 0x80);
