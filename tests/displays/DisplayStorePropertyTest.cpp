@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Random users, hands on monitors, cables and sleep; what must hold after every step and when all has settled.
-#include "support/StoreScript.h"
+#include "support/RandomSteps.h"
 
 #include <cmath>
 #include <set>

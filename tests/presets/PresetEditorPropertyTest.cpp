@@ -3,6 +3,7 @@
 // all has settled an active preset matches the screen, and a preset that nothing has been done against since it
 // was applied is active and on every monitor that it names.
 #include "presets/EditorScript.h"
+#include "support/RandomSteps.h"
 
 #include <cmath>
 

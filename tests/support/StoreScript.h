@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // A display store in a small language. "set A 0.3; wait 90 | A 30% applying; > set A 0.3" performs two steps and
 // then compares all that has become different since the line before: the state that is shown, what was asked of
-// the hardware (">") and what was reported. Rows of such lines are scenarios; random steps are random walks.
+// the hardware (">") and what was reported. Rows of such lines are scenarios.
 #pragma once
 
 #include "support/StoreFixture.h"
 
 #include <algorithm>
 #include <iterator>
-#include <random>
 #include <regex>
 #include <sstream>
 
@@ -271,33 +270,5 @@ void play(const std::string& start, const Scenario& scenario, void (World::*dest
         world.run("wait 90; answers; wait 0; answers; system wake; system screens; wait 10000; answers");
     }
 }
-
-/// Random steps: what users, hands on monitors, cables and sleep do.
-class RandomSteps {
-public:
-    RandomSteps(unsigned seed, std::string displayNames) : displays(std::move(displayNames)), random(seed) {}
-
-    unsigned pick(std::size_t count) { return static_cast<unsigned>(random() % count); }
-
-    /// One step of the script, with a display for each %d, a level for each %l, a position for each %n and
-    /// milliseconds for each %t.
-    std::string next(const std::string& script)
-    {
-        const std::vector<std::string> steps = StoreScript::stepsOf(script);
-        std::string step = steps[pick(steps.size())];
-        for (std::size_t at = step.find('%'); at != std::string::npos; at = step.find('%', at)) {
-            const char kind = step[at + 1];
-            step.replace(at, 2,
-                         kind == 'd'   ? std::string(1, displays[pick(displays.size())])
-                         : kind == 'l' ? std::to_string(pick(1001) / 1000.0)
-                                       : std::to_string(pick(kind == 'n' ? 6 : 200)));
-        }
-        return step;
-    }
-
-private:
-    const std::string displays;
-    std::mt19937 random;
-};
 
 } // namespace lumenvale

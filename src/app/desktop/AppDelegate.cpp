@@ -2,7 +2,6 @@
 #include "app/desktop/AppDelegate.h"
 
 #include "base/Identity.h"
-#include "ui/look/Symbols.h"
 #include "ui/settings/SettingsTabController.h"
 
 #include <QApplication>
@@ -19,17 +18,6 @@ constexpr char hasOpenedSettingsKey[] = "hasOpenedSettings";
 
 /// What a notch of the wheel over the status item changes: coarse enough to cross the scale in twenty.
 constexpr double brightnessPerNotch = 0.05;
-
-Bitmap statusBitmap(double scale)
-{
-    const QImage image = statusImage(Qt::black, scale).convertToFormat(QImage::Format_ARGB32);
-    Bitmap bitmap = {image.width(), image.height(), {}};
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        bitmap.pixels.insert(bitmap.pixels.end(), row, row + image.width());
-    }
-    return bitmap;
-}
 
 } // namespace
 
@@ -70,10 +58,9 @@ void AppDelegate::applicationDidFinishLaunching()
     createShortcuts();
     presets.shortcutsChanged = [this] { registerShortcuts(); };
     registerShortcuts();
-    preferences.presentationChanged = [this](AppPresentation presentation) { applyPresentation(presentation); };
     publishDockContent();
-    services.shell.statusBar->observe([this] { updateStatusArea(); });
-    applyPresentation(preferences.presentation.get());
+    presentation = makePresentation();
+    presentation->start();
     installMainMenu();
     observeDisplays();
     if (services.shell.remote)
@@ -92,13 +79,12 @@ void AppDelegate::applicationWillTerminate()
     if (std::exchange(isTerminated, true))
         return;
     store.stopMonitoring();
-    services.shell.statusBar->observe(nullptr);
     panel.dismissMenu();
     if (shortcuts)
         shortcuts->stop();
     settingsWindow.reset();
     remote.reset();
-    setStatusItem(nullptr);
+    presentation.reset();
     services.shell.dock->setContent({});
     menus.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the panel looks at the stores
@@ -166,69 +152,38 @@ void AppDelegate::observeDisplays()
     displayObservation = store.displays.subscribe([this](const auto&) { tellEditorLater.request(); });
 }
 
-// Presentation
-
-void AppDelegate::applyPresentation(AppPresentation presentation)
-{
-    if (presentation == AppPresentation::dock) {
-        if (statusItem) {
-            panel.dismissMenu();
-            setStatusItem(nullptr);
-        }
-    } else if (!statusItem) {
-        setStatusItem(services.shell.statusBar->createItem(statusItemContent()));
-    }
-    preferences.hasStatusArea.setIfChanged(services.shell.statusBar->showsItems().value_or(true));
-    const bool needsDock = presentation != AppPresentation::menuBar || !preferences.hasStatusArea.get();
-    services.shell.dock->setActivationPolicy(needsDock ? ActivationPolicy::regular : ActivationPolicy::accessory);
-    if (settingsWindow && settingsWindow->isVisible()) {
-        settingsWindow->raise(); // a change of the policy can hide it
-        settingsWindow->activateWindow();
-    }
-}
-
-void AppDelegate::updateStatusArea()
-{
-    const bool hadArea = preferences.hasStatusArea.get();
-    preferences.hasStatusArea.setIfChanged(services.shell.statusBar->showsItems().value_or(true));
-    if (preferences.hasStatusArea.get() != hadArea)
-        applyPresentation(preferences.presentation.get());
-    if (isToBeVisible)
-        showUnlessVisible();
-}
-
-/// Also true while the system has not said yet that it shows no status items.
-bool AppDelegate::showsIcon() const
-{
-    const bool isInDock = preferences.presentation.get() != AppPresentation::menuBar;
-    return (statusItem && preferences.hasStatusArea.get()) || (isInDock && services.shell.hasDockIcons);
-}
-
 void AppDelegate::showUnlessVisible()
 {
-    isToBeVisible = !services.shell.statusBar->showsItems();
-    if (!showsIcon() && !panel.isOpen() && !(settingsWindow && settingsWindow->isVisible()))
+    const std::optional<bool> showsIcon = presentation->showsIcon();
+    isToBeVisible = !showsIcon;
+    if (!showsIcon.value_or(true) && !panel.isOpen() && !(settingsWindow && settingsWindow->isVisible()))
         panel.showMenuNearDock(std::nullopt);
 }
 
-void AppDelegate::setStatusItem(std::unique_ptr<StatusItem> item)
-{
-    panel.setStatusItem(item.get());
-    if (menus)
-        menus->setStatusItem(item.get());
-    statusItem = std::move(item);
-}
-
-StatusItemContent AppDelegate::statusItemContent()
+std::unique_ptr<PresentationController> AppDelegate::makePresentation()
 {
     StatusItemContent content;
-    content.title = "Lumenvale";
-    content.toolTip = "Lumenvale — control each display";
-    content.image = statusBitmap;
     content.activated = [this] { panel.toggleMenu(); };
     content.scrolled = [this](int steps) { scrollMainDisplay(steps); };
     content.menu = [this] { return menus->statusMenu(); };
-    return content;
+    auto made = std::make_unique<PresentationController>(services.shell, preferences, std::move(content));
+    made->statusItemChanged = [this](StatusItem* item) {
+        if (!item)
+            panel.dismissMenu();
+        panel.setStatusItem(item);
+        menus->setStatusItem(item);
+    };
+    made->applied = [this] {
+        if (settingsWindow && settingsWindow->isVisible()) {
+            settingsWindow->raise(); // a change of the policy can hide it
+            settingsWindow->activateWindow();
+        }
+    };
+    made->statusAreaChanged = [this] {
+        if (isToBeVisible)
+            showUnlessVisible();
+    };
+    return made;
 }
 
 void AppDelegate::scrollMainDisplay(int steps)
@@ -266,7 +221,7 @@ BrightnessMenu* AppDelegate::makeBrightnessMenu()
 
 void AppDelegate::showSettings()
 {
-    updateStatusArea(); // a tray of the old kind comes and goes unannounced
+    presentation->updateStatusArea(); // a tray of the old kind comes and goes unannounced
     const auto number = services.screens.displayAt(pointerLocation());
     panel.dismissMenu();
     if (!settingsWindow)

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Owns the long-lived objects of the desktop program: start-up and shutdown, the status item, the settings window,
-// and what the program is asked from outside. The panel is its `PanelController`'s, the menus are its
-// `MenuPublisher`'s. Made by `LumenvaleApp`; main thread only.
+// Owns the long-lived objects of the desktop program: start-up and shutdown, the settings window, and what the
+// program is asked from outside. The panel is its `PanelController`'s, the status item its
+// `PresentationController`'s, the menus are its `MenuPublisher`'s. Made by `LumenvaleApp`; main thread only.
 #pragma once
 
 #include "app/cli/DesktopRequest.h"
 #include "app/desktop/MenuPublisher.h"
 #include "app/desktop/PanelController.h"
+#include "app/desktop/PresentationController.h"
 #include "app/desktop/RemoteRequests.h"
 #include "app/desktop/SettingsWindow.h"
 #include "base/Words.h"
@@ -73,12 +74,8 @@ private:
     void publishDockContent();
     void observeDisplays();
 
-    // Presentation
-    void applyPresentation(AppPresentation presentation);
-    void updateStatusArea();
-    bool showsIcon() const;
-    void setStatusItem(std::unique_ptr<StatusItem> item);
-    StatusItemContent statusItemContent();
+    // What shows
+    std::unique_ptr<PresentationController> makePresentation();
     void scrollMainDisplay(int steps);
     MenuContent menuContent();
     BrightnessMenu* makeBrightnessMenu();
@@ -94,15 +91,15 @@ private:
     std::unique_ptr<QMenu> mainMenu; ///< windows carry its actions, for their keys
     std::unique_ptr<QMenuBar> menuBar;
     PanelController panel;
-    std::unique_ptr<MenuPublisher> menus; ///< while the program shows itself
-    std::unique_ptr<StatusItem> statusItem;
+    std::unique_ptr<MenuPublisher> menus;                 ///< while the program shows itself
+    std::unique_ptr<PresentationController> presentation; ///< while the program shows itself
     std::optional<Point> dockContextPoint; ///< where the pointer was when the Dock icon's menu opened
     std::unique_ptr<SettingsWindow> settingsWindow;
     LaterCall tellEditorLater;
     Subscription displayObservation;
     Subscription activePresetObservation;
     std::unique_ptr<RemoteRequests> remote; ///< while the program shows itself, where other programs can reach it
-    bool isToBeVisible = false; ///< once it is known whether the status item can be seen
+    bool isToBeVisible = false;             ///< once it is known whether the status item can be seen
     bool isTerminated = false;
 };
 
