@@ -80,7 +80,9 @@ class Session:
     def start_with_open_panel(self):
         self.show_status_bar()
         self.start()
-        return self.open_panel()
+        panel = self.open_panel()
+        wait_until(lambda: self.value("Studio 27") is not None, "the displays are known, the panel has its size")
+        return panel
 
     def open_panel(self, x=640, y=4):
         """As a click on the status item does."""
