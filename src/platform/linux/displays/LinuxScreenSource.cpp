@@ -79,8 +79,7 @@ std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 std::vector<WindowScreen> sessionOutputs()
 {
     constexpr std::chrono::milliseconds patience(500); // it answers at once, or hangs
-    const std::string socket = waylandSocket();
-    return socket.empty() ? randrOutputs() : waylandOutputs(socket, patience);
+    return isWaylandSession() ? waylandOutputs(patience) : randrOutputs();
 }
 
 } // namespace lumenvale
