@@ -175,6 +175,7 @@ class RemoteControl {
 public:
     virtual ~RemoteControl() = default;
 
+    /// Calls that come before wait for it. Empty: the program ends.
     virtual void setContent(RemoteContent content) = 0;
     /// What `displays` returns may have changed.
     virtual void displaysChanged() = 0;

@@ -14,10 +14,19 @@ RemoteRequests::RemoteRequests(RemoteControl& remote, DisplayStore& store, const
     : remote(remote), store(store), presets(presets), applyPreset(std::move(applyPreset))
 {
     tellLater.follow(store.displays);
-    remote.setContent(
-        {.displays = [this] { return displaysAsJson(this->store.displays.get()); },
-         .set = [this](const std::string& display, const std::string& level) { return set(display, level); },
-         .apply = [this](const std::string& preset) { return apply(preset); }});
+    tellLater.follow(store.lastRefresh);
+}
+
+void RemoteRequests::tell()
+{
+    if (!isOffered && store.lastRefresh.get()) {
+        isOffered = true;
+        remote.setContent(
+            {.displays = [this] { return displaysAsJson(store.displays.get()); },
+             .set = [this](const std::string& display, const std::string& level) { return set(display, level); },
+             .apply = [this](const std::string& preset) { return apply(preset); }});
+    }
+    remote.displaysChanged();
 }
 
 tl::expected<void, std::string> RemoteRequests::set(const std::string& display, const std::string& level)

@@ -11,6 +11,7 @@
 
 namespace lumenvale {
 
+/// Offers itself when the displays are known: a call may be what started the program.
 class RemoteRequests {
 public:
     /// The references must outlive it.
@@ -21,6 +22,7 @@ public:
     ~RemoteRequests() { remote.setContent({}); }
 
 private:
+    void tell();
     tl::expected<void, std::string> set(const std::string& display, const std::string& level);
     tl::expected<void, std::string> apply(const std::string& preset);
 
@@ -28,7 +30,8 @@ private:
     DisplayStore& store;
     const PresetStore& presets;
     std::function<void(const Uuid&)> applyPreset;
-    LaterCall tellLater{[this] { remote.displaysChanged(); }};
+    bool isOffered = false;
+    LaterCall tellLater{[this] { tell(); }};
 };
 
 } // namespace lumenvale

@@ -25,23 +25,31 @@ QString DisplaysAdaptor::displays() const
 
 void DisplaysAdaptor::Set(const QString& display, const QString& level, const QDBusMessage& call)
 {
-    if (content.set)
-        answer(call, content.set(display.toStdString(), level.toStdString()));
+    answer(call, [this, display, level] { return content.set(display.toStdString(), level.toStdString()); });
 }
 
 void DisplaysAdaptor::Apply(const QString& preset, const QDBusMessage& call)
 {
-    if (content.apply)
-        answer(call, content.apply(preset.toStdString()));
+    answer(call, [this, preset] { return content.apply(preset.toStdString()); });
 }
 
-/// Where nothing is answered here, Qt says that it is done.
-void DisplaysAdaptor::answer(const QDBusMessage& call, const tl::expected<void, std::string>& outcome)
+void DisplaysAdaptor::answer(const QDBusMessage& call, const Request& request)
 {
-    if (outcome)
+    call.setDelayedReply(true); // Qt leaves the answer to us
+    if (!content.set) {
+        waiting.emplace_back(call, request);
         return;
-    call.setDelayedReply(true);
-    bus.send(call.createErrorReply(refusedError, QString::fromStdString(outcome.error())));
+    }
+    const auto outcome = request();
+    bus.send(outcome ? call.createReply()
+                     : call.createErrorReply(refusedError, QString::fromStdString(outcome.error())));
+}
+
+void DisplaysAdaptor::setContent(RemoteContent newContent)
+{
+    content = std::move(newContent);
+    for (const auto& [call, request] : std::exchange(waiting, {}))
+        answer(call, request);
 }
 
 RemoteOnBus::RemoteOnBus(const QDBusConnection& bus, const ProgramIdentity& identity)
@@ -53,7 +61,7 @@ RemoteOnBus::RemoteOnBus(const QDBusConnection& bus, const ProgramIdentity& iden
 
 RemoteOnBus::~RemoteOnBus() { bus.unregisterObject(path); }
 
-void RemoteOnBus::setContent(RemoteContent content) { adaptor->content = std::move(content); }
+void RemoteOnBus::setContent(RemoteContent content) { adaptor->setContent(std::move(content)); }
 
 void RemoteOnBus::displaysChanged()
 {

@@ -9,6 +9,9 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
+#include <functional>
+#include <utility>
+#include <vector>
 
 namespace lumenvale {
 
@@ -21,10 +24,11 @@ class DisplaysAdaptor final : public QDBusAbstractAdaptor {
 public:
     DisplaysAdaptor(QObject* parent, const QDBusConnection& bus, const std::string& simulationFolder);
 
+    /// Answers the calls that have come before.
+    void setContent(RemoteContent newContent);
+
     QString displays() const;
     QString folder() const { return simulationFolder; }
-
-    RemoteContent content;
 
     // NOLINTBEGIN(readability-identifier-naming): the interface names them
 public Q_SLOTS:
@@ -36,8 +40,12 @@ Q_SIGNALS:
     // NOLINTEND(readability-identifier-naming)
 
 private:
-    void answer(const QDBusMessage& call, const tl::expected<void, std::string>& outcome);
+    using Request = std::function<tl::expected<void, std::string>()>;
 
+    void answer(const QDBusMessage& call, const Request& request);
+
+    RemoteContent content;
+    std::vector<std::pair<QDBusMessage, Request>> waiting; ///< for content
     QDBusConnection bus;
     QString simulationFolder;
 };
