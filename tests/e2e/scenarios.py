@@ -162,6 +162,7 @@ def other_programs_watch_and_set_through_the_bus(session):
         Gio.DBusCallFlags.NONE, 5000, None).unpack()[0], "the program has its name")
     file = pathlib.Path(__file__).parents[2] / "packaging/linux/app.lumenvale.Lumenvale.Displays.xml"
     assert described(file.read_text("utf-8")) == described(call("org.freedesktop.DBus.Introspectable", "Introspect")[0])
+    call("app.lumenvale.Lumenvale.Displays", "Set", "Studio", "42%")  # which waits until the displays are known
     log = pathlib.Path(session.home, "watched")
     with log.open("w") as output:
         session.processes.append(
@@ -173,11 +174,15 @@ def other_programs_watch_and_set_through_the_bus(session):
     wait_until(lambda: session.run("set", "Studio", "60%").returncode == 0, "it is set without the program")
     session.write_monitor(OFFICE, OFFICE_MONITOR)  # which has the displays read anew, instead of every half minute
     wait_until(lambda: log.read_text() == "42%\n50%\n60%\n", "it is read without the program")
+    with log.open("w") as output:
+        session.processes.append(subprocess.Popen(session.command("watch", "Studio"), stdout=output, env=dict(
+            session.environment(), DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")))
+    wait_until(lambda: log.read_text() == "60%\n", "it is read without a bus")
 
 
 def second_copy_hands_over_and_ends(session):
     session.write_preferences([EVENING])
-    session.start()
+    session.start("--autostart")
     wait_until(session.application, "the program runs")
     second = session.run()
     assert (second.returncode, second.stdout, second.stderr) == (0, "", ""), second
@@ -211,7 +216,7 @@ def settings_open_at_the_first_start_only(session):
     assert (session.box(window).width, session.box(window).height) == (800, 580)
     session.stop()
     session.start()
-    wait_until(session.application, "the program runs again")
+    wait_until(session.panel, "the program shows itself again")
     assert not session.window("Displays")
 
 

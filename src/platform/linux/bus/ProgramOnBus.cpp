@@ -7,6 +7,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QTimer>
 #include <QVariantMap>
 #include <utility>
 
@@ -31,6 +32,10 @@ void ProgramOnBus::observe(Observer newObserver)
 void ProgramOnBus::ask()
 {
     isOurs = false;
+    if (!bus->isConnected()) { // calls would never be answered
+        QTimer::singleShot(0, this, [this] { tell(std::nullopt); });
+        return;
+    }
     auto call =
         QDBusMessage::createMethodCall(place.service, place.path, "org.freedesktop.DBus.Properties", "GetAll");
     call << QString(displaysInterface);

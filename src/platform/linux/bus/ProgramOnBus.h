@@ -27,7 +27,7 @@ public:
         QString folder; ///< of the simulated monitors; empty for the real displays
     };
 
-    /// `connect` is called when somebody observes.
+    /// `connect` is called by `observe`.
     ProgramOnBus(std::function<QDBusConnection()> connect, Place place);
 
     void observe(Observer newObserver) override;
