@@ -131,6 +131,7 @@ void PanelController::dismissMenu()
     if (!menuPanel)
         return;
     menuPanel->hide();
+    menuPanel->windowMade = nullptr;
     menuPanel.release()->deleteLater(); // one of its own buttons may have called
     if (visibilityChanged)
         visibilityChanged();

@@ -4,6 +4,7 @@
 #include "platform/Shell.h"
 #include "platform/linux/desktop/QtWindowSystem.h"
 #include "platform/linux/desktop/RemoteOnBus.h"
+#include "platform/linux/displays/WaylandOutputs.h"
 #include "platform/linux/portal/PortalAppearance.h"
 #include "platform/linux/portal/PortalHotKeys.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
@@ -22,9 +23,7 @@ namespace {
 std::unique_ptr<HotKeyService> makeHotKeys(const QDBusConnection& bus)
 {
     // In a Wayland session even a program that draws through X does not hear the keys meant for others.
-    const bool isWayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-                           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
-    if (!isWayland && QGuiApplication::platformName() == QLatin1String("xcb"))
+    if (!isWaylandSession() && QGuiApplication::platformName() == QLatin1String("xcb"))
         return makeX11HotKeys();
     return makePortalHotKeys(bus);
 }

@@ -188,7 +188,8 @@ std::vector<WindowScreen> waylandOutputs(std::chrono::milliseconds patience)
 bool isWaylandSession()
 {
     const char* const name = std::getenv("WAYLAND_DISPLAY");
-    return name && *name != '\0';
+    const char* const type = std::getenv("XDG_SESSION_TYPE");
+    return (name && *name != '\0') || (type && std::string_view(type) == "wayland");
 }
 
 } // namespace lumenvale

@@ -14,7 +14,7 @@ namespace lumenvale {
 /// thread.
 std::vector<WindowScreen> waylandOutputs(std::chrono::milliseconds patience);
 
-/// Whether the environment names a compositor.
+/// Whether the session is a compositor's, also for programs that draw through its X server. Any thread.
 bool isWaylandSession();
 
 } // namespace lumenvale

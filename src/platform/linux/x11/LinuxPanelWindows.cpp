@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/LinuxPanelWindows.h"
 
+#include "platform/linux/displays/WaylandOutputs.h"
 #include "platform/linux/x11/X11.h"
 #include "platform/linux/x11/X11ClickMonitor.h"
 
@@ -35,8 +36,10 @@ public:
                 if (!QGuiApplication::topLevelAt(QCursor::pos()))
                     report();
             });
-        if (presses && presses->isListening())
-            return; // where the focus follows the pointer, it is lost without a press
+        // Where the focus follows the pointer, it is lost without a press. A compositor's X server tells only of
+        // presses on its own windows.
+        if (presses && presses->isListening() && !isWaylandSession())
+            return;
         lastFocus = QGuiApplication::focusWindow();
         QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* now) {
             const bool lost = lastFocus == this->panel && now != this->panel;

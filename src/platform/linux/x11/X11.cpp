@@ -183,7 +183,9 @@ void setFrameExtents(WindowHandle window, const QRect& whole, const QRect& conte
 void setInputRegion(WindowHandle window, const QRect& content)
 {
     xcb_connection_t* const server = connection();
-    if (!server)
+    const xcb_query_extension_reply_t* const shape =
+        server ? xcb_get_extension_data(server, &xcb_shape_id) : nullptr;
+    if (!shape || !shape->present) // a request to a missing extension would end the connection
         return;
     const xcb_rectangle_t clickable = {std::int16_t(content.x()), std::int16_t(content.y()),
                                        std::uint16_t(content.width()), std::uint16_t(content.height())};
