@@ -52,16 +52,22 @@ void PresentationController::apply(AppPresentation presentation)
         setStatusItem(nullptr);
     else if (!statusItem)
         setStatusItem(shell.statusBar->createItem(content));
-    preferences.hasStatusArea.setIfChanged(shell.statusBar->showsItems().value_or(true));
-    const bool needsDock = presentation != AppPresentation::menuBar || !preferences.hasStatusArea.get();
-    shell.dock->setActivationPolicy(needsDock ? ActivationPolicy::regular : ActivationPolicy::accessory);
+    updateActivationPolicy();
     applied();
+}
+
+void PresentationController::updateActivationPolicy()
+{
+    preferences.hasStatusArea.setIfChanged(shell.statusBar->showsItems().value_or(true));
+    const bool isOnlyItem =
+        preferences.presentation.get() == AppPresentation::menuBar && preferences.hasStatusArea.get();
+    shell.dock->setActivationPolicy(isOnlyItem ? ActivationPolicy::accessory : ActivationPolicy::regular);
 }
 
 void PresentationController::updateStatusArea()
 {
     if (preferences.hasStatusArea.get() != shell.statusBar->showsItems().value_or(true))
-        apply(preferences.presentation.get());
+        updateActivationPolicy();
     statusAreaChanged();
 }
 

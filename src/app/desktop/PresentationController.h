@@ -31,11 +31,12 @@ public:
 
     std::function<void(StatusItem*)>
         statusItemChanged;                   ///< the item lives until the next call; null: there is none
-    std::function<void()> applied;           ///< which can hide the program's windows
+    std::function<void()> applied;           ///< a choice of the user, which can hide windows
     std::function<void()> statusAreaChanged; ///< or may have
 
 private:
     void apply(AppPresentation presentation);
+    void updateActivationPolicy();
     void setStatusItem(std::unique_ptr<StatusItem> item);
 
     Shell& shell;
