@@ -17,7 +17,7 @@ struct DesktopRequest {
     };
 
     Action action = Action::showPanel;
-    std::string preset;          ///< for applyPreset: identifier or name
+    std::string preset;          ///< for applyPreset: its identifier; in options a name, too
     std::string activationToken; ///< the desktop's permission to take the focus; may be empty
 
     bool operator==(const DesktopRequest& other) const = default;

@@ -268,12 +268,8 @@ void AppDelegate::perform(const DesktopRequest& request)
         return;
     case DesktopRequest::Action::applyPreset: {
         const auto id = Uuid::parse(request.preset);
-        const auto& list = presets.presets.get();
-        const auto wanted = std::ranges::find_if(list, [&](const BrightnessPreset& each) {
-            return each.id == id || displayName(each) == request.preset;
-        });
-        if (wanted != list.end())
-            activatePreset(wanted->id);
+        if (id && presets.preset(*id))
+            activatePreset(*id);
         return;
     }
     case DesktopRequest::Action::startQuietly:

@@ -22,7 +22,8 @@ public:
 
     explicit LumenvaleApp(Options options);
 
-    /// Runs the program and returns its exit status. A second copy hands its request over and returns 0 at once.
+    /// Runs the program and returns its exit status. A second copy hands its request over, for which it
+    /// waits up to 3 s.
     /// What cannot be done (no folder for the lock, no such preset) is said on standard error.
     int run(int& argc, char** argv);
 
