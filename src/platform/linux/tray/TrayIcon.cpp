@@ -73,7 +73,6 @@ void TrayIcon::menuChanged()
     menu.clear();
     delete menu.findChild<QActionGroup*>();
     auto* const presets = new QActionGroup(&menu); // has round marks, not empty check boxes
-    presets->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const MenuEntry& each : content.menu()) {
         if (each.id.empty()) {
             menu.addSeparator();
