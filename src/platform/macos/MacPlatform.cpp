@@ -23,6 +23,7 @@ Platform makeNativePlatform(const PlatformOptions& /*options*/, Clock& clock, Ma
     platform.screens = std::make_unique<MacScreenSource>();
     platform.events = std::make_unique<MacSystemEvents>();
     platform.diagnostics = std::make_unique<MacDiagnostics>();
+    makeFolder(supportFolder(applicationIdentifier));
     // The system locks neither channels nor panels: copies of this program agree on a file for all of them.
     const auto holder = [file = supportFolder(applicationIdentifier) + "/hardware.lock"] {
         return tryHoldFile(file, O_CREAT);

@@ -15,9 +15,7 @@ tl::expected<InstanceLock, std::string> InstanceLock::acquire(const std::string&
 {
     if (folder.empty())
         return tl::unexpected<std::string>("There is no home folder to keep the program's data in.");
-    std::error_code error;
-    if (std::filesystem::create_directories(folder, error))
-        std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
+    makeFolder(folder);
     // Closed in programs that this one starts: they must not keep the lock when it ends.
     FileDescriptor file(::open((folder + "/instance.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (!file.isOpen())
@@ -25,6 +23,13 @@ tl::expected<InstanceLock, std::string> InstanceLock::acquire(const std::string&
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return tl::unexpected(std::string());
     return InstanceLock(std::move(file));
+}
+
+void makeFolder(const std::string& folder)
+{
+    std::error_code error;
+    if (std::filesystem::create_directories(folder, error))
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
 }
 
 std::string supportFolder(const std::string& identifier)

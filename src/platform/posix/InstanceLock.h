@@ -24,6 +24,9 @@ private:
     FileDescriptor file; ///< the lock lasts as long as it is open
 };
 
+/// Makes it where it is missing, for its user alone (mode 0700). What fails shows when the folder is used.
+void makeFolder(const std::string& folder);
+
 /// The folder of the program's own files: `identifier` in the user's data folder (macOS: Application Support;
 /// elsewhere XDG_DATA_HOME).
 std::string supportFolder(const std::string& identifier);

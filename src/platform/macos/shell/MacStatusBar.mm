@@ -29,6 +29,8 @@ namespace lumenvale {
 
 namespace {
 
+NSString* const itemName = @"Lumenvale";
+
 /// Nil where the system has no memory for it.
 NSBitmapImageRep* representation(const Bitmap& bitmap, NSSize points)
 {
@@ -100,14 +102,23 @@ private:
     void show()
     {
         item = [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
-        item.autosaveName = @"Lumenvale"; // the user's place for it among the others
+        item.autosaveName = itemName; // the user's place for it among the others
         NSStatusBarButton* const button = item.button;
         button.image = templateImage(content);
         button.toolTip = toNSString(content.toolTip);
         button.target = target;
         button.action = @selector(activate:);
     }
-    void hide() { [NSStatusBar.systemStatusBar removeStatusItem:item]; }
+    /// AppKit forgets the place of an item that is removed; the user's choice is to outlast that.
+    void hide()
+    {
+        NSUserDefaults* const defaults = NSUserDefaults.standardUserDefaults;
+        NSString* const key = [@"NSStatusItem Preferred Position " stringByAppendingString:itemName];
+        const id place = [defaults objectForKey:key];
+        [NSStatusBar.systemStatusBar removeStatusItem:item];
+        if (place)
+            [defaults setObject:place forKey:key];
+    }
     void showAnew() { hide(), show(); }
 
     StatusItemContent content;
