@@ -17,7 +17,7 @@ public:
     {
         subscription = signal.subscribe([waiter] { waiter.resume(); });
     }
-    void await_resume() const noexcept {}
+    void await_resume() noexcept { subscription.reset(); }
 
 private:
     Signal<>& signal;

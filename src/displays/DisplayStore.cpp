@@ -166,10 +166,8 @@ void DisplayStore::announceIfIdle()
 Task<> DisplayStore::pendingWritesFinished()
 {
     while (!isIdle()) {
-        {
-            NextEmission next(idle);
-            co_await next;
-        }
+        NextEmission next(idle);
+        co_await next;
         co_await sleepFor(clock, 0ms); // the waiting task goes on from the main loop, not from within this store
     }
 }

@@ -23,13 +23,14 @@ namespace lumenvale {
 namespace {
 
 /// The connection is made only when it is needed, and is the writer's own. Without an answer it is closed: the
-/// service then no longer finds who asked, and does not set a value later that was given up long ago.
+/// service then no longer finds who asked, and does not set a value later that was given up long ago. Nor is one
+/// kept that has ended.
 int setThroughLogind(const std::string& backlight, std::int64_t raw)
 {
     const QString name = QStringLiteral("lumenvale-brightness");
     const int error = setBrightnessThroughLogind(QDBusConnection::connectToBus(QDBusConnection::SystemBus, name),
                                                  backlight, raw);
-    if (error == ETIMEDOUT)
+    if (error == ETIMEDOUT || error == ENOTCONN)
         QDBusConnection::disconnectFromBus(name);
     return error;
 }

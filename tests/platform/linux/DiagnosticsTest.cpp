@@ -4,7 +4,10 @@
 #include "platform/linux/displays/LinuxDiagnostics.h"
 
 #include <gtest/gtest.h>
+#include <iomanip>
+#include <sstream>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 namespace lumenvale {
 namespace {
@@ -28,9 +31,13 @@ void addLock(FakeSysfs& system, const std::string& kind)
     struct stat record = {};
     ASSERT_EQ(::stat((system.paths().devices / "i2c-4").c_str(), &record), 0);
     system.write(system.paths().processes / "812/comm", "monitortool");
-    system.write(system.paths().processes / "locks",
-                 "1: FLOCK  ADVISORY  WRITE 7 00:05:1 0 EOF\n2: " + kind +
-                     "  ADVISORY  WRITE 812 00:05:" + std::to_string(record.st_ino) + " 0 EOF");
+    std::ostringstream locks; // one on another device's file of this number, and one on the bus
+    locks << std::hex << std::setfill('0') << "1: FLOCK  ADVISORY  WRITE 7 " << std::setw(2)
+          << major(record.st_dev) + 1 << ':' << std::setw(2) << minor(record.st_dev) << ':' << std::dec
+          << record.st_ino << " 0 EOF\n2: " << kind << "  ADVISORY  WRITE 812 " << std::hex << std::setw(2)
+          << major(record.st_dev) << ':' << std::setw(2) << minor(record.st_dev) << ':' << std::dec
+          << record.st_ino << " 0 EOF";
+    system.write(system.paths().processes / "locks", locks.str());
 }
 
 TEST(LinuxDiagnostics, EachDisplayIsToldWhatIsWrongAndWhatWouldHelp)

@@ -158,7 +158,7 @@ TEST(Screens, TheModeIsTheOneThatIsKnownExactly)
               std::tuple(2561, 1440, 0));
 
     const auto described =
-        describeDisplays(readConnectors(system.paths()), {{.name = "remote", .isPrimary = true}, exact}, kernel);
+        describeDisplays(readConnectors(system.paths()), {{.name = "VNC-0", .isPrimary = true}, exact}, kernel);
     EXPECT_EQ(names(described), names(join(system))) << "in the order of the connectors, and no other machine's";
     EXPECT_EQ(numbers(described.at(0)), std::tuple(2560, 1440, 143.91));
     EXPECT_TRUE(described.at(0).isMain && !described.at(1).isMain);

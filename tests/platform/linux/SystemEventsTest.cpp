@@ -18,20 +18,20 @@ TEST(Uevent, OnlyWhatConcernsDisplaysCounts)
 {
     const struct {
         std::string message; ///< with '|' for the zeros between its lines
-        bool isEvent, concernsDisplays;
+        bool isEvent, concernsDisplays, changesRecords;
     } rows[] = {
-        {"change@/devices/x/drm/card0|ACTION=change|SUBSYSTEM=drm|HOTPLUG=1|", true, true},
-        {"add@/devices/x/card0-DP-3|ACTION=add|SUBSYSTEM=drm|", true, true},
-        {"add@/devices/x/i2c-9|ACTION=add|SUBSYSTEM=i2c-dev|=|novalue||", true, true},
-        {"remove@/devices/x/i2c-9|ACTION=remove|SUBSYSTEM=i2c-dev|", true, false},
-        {"add@/devices/x/acpi_video0|ACTION=add|SUBSYSTEM=backlight|", true, true},
-        {"change@/devices/x/acpi_video0|ACTION=change|SUBSYSTEM=backlight|", true, false},
-        {"change@/devices/x/drm/card0|ACTION=change|SUBSYSTEM=drm|", true, false},
-        {"change@/x/drm/card0|ACTION=change|SUBSYSTEM=drm|HOTPLUG=1|CONNECTOR=9|PROPERTY=3|", true, false},
-        {"add@/devices/x|ACTION=add|SUBSYSTEM=usb|", true, false},
-        {"libudev|ACTION=change|SUBSYSTEM=drm|", false, false},
-        {"change@/x", false, false},
-        {"", false, false},
+        {"change@/devices/x/drm/card0|ACTION=change|SUBSYSTEM=drm|HOTPLUG=1|", true, true, true},
+        {"add@/devices/x/card0-DP-3|ACTION=add|SUBSYSTEM=drm|", true, true, true},
+        {"add@/devices/x/i2c-9|ACTION=add|SUBSYSTEM=i2c-dev|=|novalue||", true, true, true},
+        {"remove@/devices/x/i2c-9|ACTION=remove|SUBSYSTEM=i2c-dev|", true, false, true},
+        {"add@/devices/x/acpi_video0|ACTION=add|SUBSYSTEM=backlight|", true, true, true},
+        {"change@/devices/x/acpi_video0|ACTION=change|SUBSYSTEM=backlight|", true, false, false},
+        {"change@/devices/x/drm/card0|ACTION=change|SUBSYSTEM=drm|", true, false, false},
+        {"change@/x/drm/card0|ACTION=change|SUBSYSTEM=drm|HOTPLUG=1|CONNECTOR=9|PROPERTY=3|", true, false, false},
+        {"add@/devices/x|ACTION=add|SUBSYSTEM=usb|", true, false, false},
+        {"libudev|ACTION=change|SUBSYSTEM=drm|", false, false, false},
+        {"change@/x", false, false, false},
+        {"", false, false, false},
     };
     for (const auto& row : rows) {
         std::string message = row.message;
@@ -39,6 +39,7 @@ TEST(Uevent, OnlyWhatConcernsDisplaysCounts)
         const auto event = parseUevent(message);
         EXPECT_EQ(event.has_value(), row.isEvent) << row.message;
         EXPECT_EQ(event && concernsDisplays(*event), row.concernsDisplays) << row.message;
+        EXPECT_EQ(event && changesRecords(*event), row.changesRecords) << row.message;
         for (std::size_t length = 0; length < message.size(); ++length)
             (void)parseUevent(std::string_view(message).substr(0, length));
     }
@@ -107,6 +108,25 @@ TEST_F(SystemEventsTest, WhatTheKernelDoesNotAnnounceIsNoticedAndWhatChangedInTh
               (Events{screensDidWake, screenParametersChanged}));
     write("DP-1", "status", "disconnected");
     EXPECT_EQ(after(1min), Events{screenParametersChanged}) << "pulling the last screen out is no sleep";
+}
+
+TEST(LinuxSystemEvents, TellAtOnceWhatTheWindowSystemSaysWhereTheKernelHasNoConnectors)
+{
+    struct : WindowSystem {
+        std::vector<WindowScreen> screens() override { return {}; }
+        Subscription observe(std::function<void()> changed) override { return signal.subscribe(changed); }
+        Signal<> signal;
+    } windows;
+    FakeSysfs system("");
+    const auto records = system.records();
+    ManualClock clock;
+    LinuxSystemEvents events(
+        records, [&](Look what) { return lookHere(records, what); }, &windows, clock);
+    Events seen;
+    const Subscription subscription = events.subscribe([&](SystemEvent event) { seen.push_back(event); });
+    windows.signal.emit();
+    clock.advance(100ms);
+    EXPECT_EQ(seen, Events{screenParametersChanged});
 }
 
 TEST(KernelRecords, HoldUntilTheKernelAnnouncesAChangeOrSomethingDoesNotMatchThem)

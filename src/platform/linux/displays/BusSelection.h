@@ -15,7 +15,7 @@ namespace lumenvale {
 /// The adapters that may be a connector's channel.
 struct BusCandidates {
     std::vector<I2cAdapter> linked;   ///< named by the driver, likeliest first; the first that fits is taken
-    std::vector<I2cAdapter> unlinked; ///< of the same card and nobody's; taken only if exactly one fits
+    std::vector<I2cAdapter> unlinked; ///< of the same card, without a connector; taken only if exactly one fits
     bool hasTwin = false;             ///< another connected monitor shows the same EDID
     bool isPanelNear = false;         ///< adapters were left out because one of them may be a panel's
 };

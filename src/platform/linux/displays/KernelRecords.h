@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Keeps the kernel's records of the displays for as long as they hold: they are read anew after the kernel has
-// announced a change, and each time where it announces nothing. Any thread.
+// announced a change, and each time where the kernel cannot be heard. Any thread.
 #pragma once
 
 #include "platform/linux/displays/Backlight.h"

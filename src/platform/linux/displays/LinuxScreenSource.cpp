@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <string_view>
 #include <utility>
 
 namespace lumenvale {
@@ -79,7 +81,11 @@ std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 std::vector<WindowScreen> sessionOutputs()
 {
     constexpr std::chrono::milliseconds patience(500); // it answers at once, or hangs
-    return isWaylandSession() ? waylandOutputs(patience) : randrOutputs();
+    if (isWaylandSession())
+        return waylandOutputs(patience);
+    const char* const server = std::getenv("DISPLAY");
+    const bool isLocal = server && (*server == ':' || std::string_view(server).starts_with("unix:"));
+    return isLocal ? randrOutputs() : std::vector<WindowScreen>(); // not those of a machine that shows our windows
 }
 
 } // namespace lumenvale

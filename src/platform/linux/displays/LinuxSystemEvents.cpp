@@ -100,7 +100,7 @@ void LinuxSystemEvents::startListening()
 
 void LinuxSystemEvents::changedForCertain()
 {
-    lastTopology.clear(); // this counts whatever the connectors say
+    lastTopology.reset(); // this counts whatever the connectors say
     announced();
 }
 

@@ -68,7 +68,7 @@ private:
     Clock& clock;
     Signal<SystemEvent> events;
 
-    std::string lastTopology;
+    std::optional<std::string> lastTopology; ///< none: what is found next is a change
     Clock::TimePoint lastEmission{};
     bool areScreensAsleep = false;
     bool wasChangedInTheDark = false;

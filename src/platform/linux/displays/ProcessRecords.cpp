@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/ProcessRecords.h"
 
+#include <array>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace lumenvale {
@@ -25,14 +28,16 @@ std::optional<std::string> lockHolder(const SystemPaths& paths, const std::files
     struct stat record = {};
     if (::stat(file.c_str(), &record) != 0)
         return std::nullopt;
-    const std::string inode = ":" + std::to_string(record.st_ino);
+    std::array<char, 64> place = {};
+    std::snprintf(place.data(), place.size(), "%02x:%02x:%lu", major(record.st_dev), minor(record.st_dev),
+                  static_cast<unsigned long>(record.st_ino));
     std::ifstream locks(paths.processes / "locks");
     for (std::string line; std::getline(locks, line);) {
         // "1: FLOCK  ADVISORY  WRITE 812 00:05:345 0 EOF": number, kind, mode, access, process, place, range
         std::istringstream fields(line);
-        std::string number, kind, mode, access, process, place;
-        fields >> number >> kind >> mode >> access >> process >> place;
-        if (kind == "FLOCK" && place.ends_with(inode) && !isOurs(process))
+        std::string number, kind, mode, access, process, held;
+        fields >> number >> kind >> mode >> access >> process >> held;
+        if (kind == "FLOCK" && held == place.data() && !isOurs(process))
             return described(paths, process);
     }
     return std::nullopt;

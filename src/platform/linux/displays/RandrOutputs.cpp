@@ -129,7 +129,7 @@ public:
         }
         const bool hasPrimary = std::ranges::any_of(found, &WindowScreen::isPrimary);
         if (!hasPrimary && !found.empty())
-            found.front().isPrimary = true; // nobody chose one; Qt takes the first, too
+            found.front().isPrimary = true; // none was chosen; Qt takes the first, too
         return found;
     }
 

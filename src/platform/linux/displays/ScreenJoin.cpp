@@ -193,7 +193,7 @@ std::vector<Screen> describeDisplays(const std::vector<Connector>& connectors,
         }
     }
     if (result.size() == 1)
-        result.front().isMain = true; // whoever knows what
+        result.front().isMain = true; // a single display is the main one
     return result;
 }
 
