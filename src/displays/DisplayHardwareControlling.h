@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the display store asks of the hardware. Called and answered on the main thread; the work is done
-// elsewhere. Destroying a returned task abandons its answer: a write that has begun is finished unless the program
-// ends, one that has not begun is dropped.
+// What the display store and the commands ask of the hardware. Called and answered on the main thread; the work is
+// done elsewhere. Destroying a returned task abandons its answer: a write that has begun is finished unless the
+// program ends, one that has not begun is dropped.
 //
 // What belongs together (the write of a value and its verification) is one operation that no other copy of this
 // program comes between. An operation waits a few seconds for the others, and fails when they do not let go.

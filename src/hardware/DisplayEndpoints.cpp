@@ -85,8 +85,10 @@ std::vector<BrightnessChange> DisplayEndpoints::changeBrightness(
         const Probe probed = probe(displays[i], routes.at(i));
         const std::string& id = probed.display.id;
         changes.push_back({probed.display, tl::unexpected(BrightnessError::writeFailed)});
-        if (probed.hold)
-            changes.back().outcome = write(endpoints.at(id), levelFor(probed.display), id);
+        if (!probed.hold)
+            continue;
+        access.routes->beginRound(); // much may have happened while others were waited for
+        changes.back().outcome = write(endpoints.at(id), levelFor(probed.display), id);
     }
     return changes;
 }
@@ -101,7 +103,7 @@ DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route
         display.brightness = quantise(display, *value);
         display.status = "Current hardware brightness read successfully.";
     } else if (route.service) {
-        hold.reset(); // it may be the same as the channel's
+        hold.reset(); // it may lock the same file as the channel's does
         hold = holdChannel(*route.service);
         if (hold)
             readLuminance(display, *route.service);
@@ -164,9 +166,7 @@ std::map<std::string, double> DisplayEndpoints::currentBrightness(const std::vec
         if (endpoint == endpoints.end() || !isStillTheSame(endpoint->second, id) || mayWake(endpoint->second))
             continue;
         if (const std::optional<double> value = read(endpoint->second))
-            result.insert_or_assign(id, *value);
-        else
-            result.erase(id);
+            result.emplace(id, *value);
     }
     return result;
 }

@@ -23,7 +23,7 @@ public:
     Published<StartupStatus> startupStatus{StartupStatus::unavailable}; ///< as last read from the system
     Published<std::optional<std::string>> startupError{std::nullopt};   ///< the last failed change
 
-    /// False where nothing shows the status item. The presentation is kept for the day when something does.
+    /// Set by the desktop program: false while the system shows no status items, whatever `presentation` says.
     Published<bool> hasStatusArea{true};
 
     /// Called with the new presentation after it changed.

@@ -108,6 +108,8 @@ void PresetActivation::cancelOperation()
 
 void PresetActivation::write(const std::function<void()>& request)
 {
+    if (!failed.empty())
+        message.setIfChanged(std::nullopt);
     failed.clear();
     writesAreOurs = true; // the new levels are announced before `request` returns
     request();
@@ -147,7 +149,7 @@ void PresetActivation::deactivateIfDifferent(const std::vector<DisplayInfo>& sho
     const DisplayInfo* different = preset ? firstDifferent(shown, *preset) : nullptr;
     if (!different)
         return;
-    const bool isFailure = failed.contains(different->id);
+    const bool isFailure = different->error && failed.contains(different->id);
     activePresetID.set(std::nullopt);
     if (!isFailure)
         message.set("Brightness changed outside the preset. This preset is no longer active.");

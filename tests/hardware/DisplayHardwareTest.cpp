@@ -176,6 +176,15 @@ TEST_F(DisplayHardwareTest, AChangeIsOneOperationThatWaitsForOthersAndStartsFrom
     EXPECT_EQ(endpoints->inspectAgain({other}).at(0).status,
               "Another program keeps this display's connection busy. Try again when it has ended.");
     EXPECT_EQ(monitor->current, 55);
+
+    HardwareAccess access = makeAccess();
+    const CancellationToken stopping = access.stopping;
+    endpoints.emplace(std::move(access));
+    endpoints->inspect({other});
+    monitor->log.clear();
+    stopping.cancel();
+    EXPECT_EQ(endpoints->setBrightness(0.5, "M"), tl::unexpected(Error::writeFailed));
+    EXPECT_EQ(monitor->log, Log()) << "the program ends: it neither waits nor transfers anything";
 }
 
 TEST_F(DisplayHardwareTest, APanelIsSetToWholeLevelsAndSaysWhatItHas)

@@ -55,6 +55,10 @@ constexpr Scenario editing[] = {
         open; select X; answers; wait 0; edit Y A 0.5; edit X A nan; set B 0.3; select X again; edit X A 0.5 |
             | A 20% verified; B 30.0% applying; active X; preparing yes; selected X; session A 20% B 30% F16;
             | stored B X; tab presets; > set A 0.2; > set B 0.3)"},
+    {"a failed write's error stays until the next write", R"(
+        open; select X; answers; wait 0; writes A differ; edit X A 0.4; wait 90; answers; wait 0
+        writes A succeed; edit X A 0.6; wait 90; answers; wait 0 | A 60% verified; X A 60% B 30% F16;
+            | message -; > set A 0.6)"},
     {"reverting restores preset and screen, and can be repeated", R"(
         revert | not reverted
         open; select X; answers; wait 0; edit X A 0.8; wait 90; answers; wait 0

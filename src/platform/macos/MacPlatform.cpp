@@ -23,10 +23,14 @@ Platform makeNativePlatform(const PlatformOptions& /*options*/, Clock& clock, Ma
     platform.screens = std::make_unique<MacScreenSource>();
     platform.events = std::make_unique<MacSystemEvents>();
     platform.diagnostics = std::make_unique<MacDiagnostics>();
-    makeFolder(supportFolder(applicationIdentifier));
+    makeFolder(supportFolder(applicationIdentifier)); // what fails shows where the folder is used
     // The system locks neither channels nor panels: copies of this program agree on a file for all of them.
-    const auto holder = [file = supportFolder(applicationIdentifier) + "/hardware.lock"] {
-        return tryHoldFile(file, O_CREAT);
+    const auto holder = [file = supportFolder(applicationIdentifier) + "/hardware.lock",
+                         last = std::make_shared<std::weak_ptr<void>>()] {
+        Hold hold = last->lock();
+        if (!hold)
+            *last = hold = tryHoldFile(file, O_CREAT);
+        return hold;
     };
     platform.hardware.routes = std::make_unique<ServiceDiscovery>(std::make_unique<MacServiceRegistry>(holder),
                                                                   std::make_unique<MacDisplaySystem>());

@@ -6,6 +6,7 @@
 #include "platform/posix/FileDescriptor.h"
 
 #include <string>
+#include <system_error>
 #include <tl/expected.hpp>
 #include <utility>
 
@@ -24,8 +25,8 @@ private:
     FileDescriptor file; ///< the lock lasts as long as it is open
 };
 
-/// Makes it where it is missing, for its user alone (mode 0700). What fails shows when the folder is used.
-void makeFolder(const std::string& folder);
+/// Makes it where it is missing, for its user alone (mode 0700).
+std::error_code makeFolder(const std::string& folder);
 
 /// The folder of the program's own files: `identifier` in the user's data folder (macOS: Application Support;
 /// elsewhere XDG_DATA_HOME).

@@ -27,10 +27,6 @@ std::optional<std::string> findProgram(std::initializer_list<const char*> places
 
 std::string programFile()
 {
-    // A program packed into one file runs from a folder that goes with it; that file is what starts it again.
-    const QString packed = qEnvironmentVariable("APPIMAGE");
-    if (!packed.isEmpty())
-        return packed.toStdString();
     return findProgram({LUMENVALE_PROGRAM_PLACES}).value_or(QCoreApplication::applicationFilePath().toStdString());
 }
 
