@@ -49,7 +49,8 @@ std::optional<VcpReading> readVcp(AVService* service, std::uint8_t code, const D
     std::array<std::uint8_t, vcpReplyLength> reply{};
     if (!exchange(*service, getVcpRequest(code), reply, timing, pause))
         return std::nullopt;
-    return parseVcpReply(reply, code);
+    const auto reading = parseVcpReply(reply, code);
+    return reading ? std::optional(*reading) : std::nullopt;
 }
 
 bool writeVcp(AVService* service, std::uint8_t code, std::uint16_t value, const DdcTiming& timing,

@@ -52,18 +52,17 @@ bool isReplyTo(std::span<const std::uint8_t> message, std::span<const std::uint8
     return reply.size() == vcpReplyLength && reply[1] == 0x88 && reply[2] == 0x02 && reply[4] == message[2];
 }
 
-std::optional<VcpReading> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code)
+tl::expected<VcpReading, VcpFault> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code)
 {
-    if (reply.size() != vcpReplyLength || !hasValidChecksum(reply))
-        return std::nullopt;
-    const std::array<std::uint8_t, 5> header = {0x6E, 0x88, 0x02, 0x00, code};
-    for (std::size_t i = 0; i < header.size(); ++i) {
-        if (reply[i] != header[i])
-            return std::nullopt;
-    }
+    const bool isReply = reply.size() == vcpReplyLength && hasValidChecksum(reply) && reply[0] == 0x6E &&
+                         reply[1] == 0x88 && reply[2] == 0x02 && reply[4] == code;
+    if (!isReply)
+        return tl::unexpected(VcpFault{VcpFault::Kind::notAReply});
+    if (reply[3] != 0x00)
+        return tl::unexpected(VcpFault{VcpFault::Kind::noFeature});
     const VcpReading reading{bigEndian(reply[6], reply[7]), bigEndian(reply[8], reply[9])};
     if (reading.maximum == 0 || reading.current > reading.maximum)
-        return std::nullopt;
+        return tl::unexpected(VcpFault{VcpFault::Kind::implausible, reading});
     return reading;
 }
 

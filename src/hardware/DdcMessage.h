@@ -13,8 +13,8 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <span>
+#include <tl/expected.hpp>
 
 namespace lumenvale {
 
@@ -39,7 +39,19 @@ bool hasValidChecksum(std::span<const std::uint8_t> reply);
 /// somebody else's request. Its checksum and its result are not looked at. True after any other message.
 bool isReplyTo(std::span<const std::uint8_t> message, std::span<const std::uint8_t> reply);
 
-/// The reading in a reply to a Get request for `code`; none unless every byte of it is as it must be.
-std::optional<VcpReading> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code);
+/// Why a reply cannot be used.
+struct VcpFault {
+    enum class Kind {
+        notAReply, ///< damaged, too short, or something else
+        noFeature, ///< the monitor says that it has none of this code
+        implausible
+    };
+
+    Kind kind = Kind::notAReply;
+    VcpReading numbers = {}; ///< of an implausible reply: its maximum is 0, or its current value is above it
+};
+
+/// The reading in a reply to a Get request for `code`, when every byte of it is as it must be.
+tl::expected<VcpReading, VcpFault> parseVcpReply(std::span<const std::uint8_t> reply, std::uint8_t code);
 
 } // namespace lumenvale

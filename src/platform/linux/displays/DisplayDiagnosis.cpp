@@ -76,8 +76,8 @@ Finding withoutService(const DisplayInfo& display, const std::string& device, in
 Finding implausible(const DisplayInfo& display, const DisplayTrouble& trouble)
 {
     return problem(display,
-                   "The monitor answers, but with a brightness of " + std::to_string(trouble.current) +
-                       " on a scale that ends at " + std::to_string(trouble.maximum) + ".",
+                   "The monitor answers, but with a brightness of " + std::to_string(trouble.numbers.current) +
+                       " on a scale that ends at " + std::to_string(trouble.numbers.maximum) + ".",
                    "Reset the monitor in its own menu, or switch its DDC/CI off and on, and refresh.");
 }
 
@@ -203,6 +203,8 @@ Finding DisplayDiagnosis::examineSilence(const DisplayInfo& display, const Conne
     if (!trouble)
         return problem(display, "No channel of the graphics card shows this monitor's identification.",
                        connectDirectly);
+    if (trouble->kind == Kind::busy)
+        return problem(display, "Another program kept the monitor's channel busy.", "Refresh.");
     if (trouble->kind == Kind::implausible)
         return implausible(display, *trouble);
     if (trouble->kind == Kind::withoutValue)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/DisplayTroubles.h"
 
-#include "hardware/DdcMessage.h"
-
 #include <cerrno>
 #include <utility>
 
@@ -12,22 +10,21 @@ namespace {
 
 using Kind = DisplayTrouble::Kind;
 
-std::uint16_t bigEndian(std::span<const std::uint8_t> bytes, std::size_t at)
-{
-    return static_cast<std::uint16_t>(bytes[at] << 8 | bytes[at + 1]);
-}
-
 /// What is wrong with a reply; none when it can be used.
 std::optional<DisplayTrouble> troubleWith(std::span<const std::uint8_t> reply)
 {
-    constexpr std::size_t opcode = 2, result = 3, maximum = 6, current = 8; // positions, see parseVcpReply
-    if (reply.size() != vcpReplyLength || !hasValidChecksum(reply) || reply[opcode] != 0x02)
-        return DisplayTrouble{Kind::unclear};
-    if (reply[result] != 0)
+    const auto reading = parseVcpReply(reply, luminanceVcpCode);
+    if (reading)
+        return std::nullopt;
+    switch (reading.error().kind) {
+    case VcpFault::Kind::noFeature:
         return DisplayTrouble{Kind::withoutValue};
-    const DisplayTrouble numbers{Kind::implausible, 0, bigEndian(reply, maximum), bigEndian(reply, current)};
-    const bool isUsable = numbers.maximum > 0 && numbers.current <= numbers.maximum;
-    return isUsable ? std::nullopt : std::optional(numbers);
+    case VcpFault::Kind::implausible:
+        return DisplayTrouble{Kind::implausible, 0, reading.error().numbers};
+    case VcpFault::Kind::notAReply:
+        break;
+    }
+    return DisplayTrouble{Kind::unclear};
 }
 
 class NotingService final : public AVService {
@@ -60,7 +57,13 @@ public:
         return error;
     }
 
-    Hold tryHold() override { return channel->tryHold(); }
+    Hold tryHold() override
+    {
+        Hold hold = channel->tryHold();
+        if (!hold)
+            troubles->note(displayID, {Kind::busy});
+        return hold;
+    }
 
 private:
     std::shared_ptr<AVService> channel;

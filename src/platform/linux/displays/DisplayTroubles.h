@@ -4,6 +4,7 @@
 #pragma once
 
 #include "hardware/AVService.h"
+#include "hardware/DdcMessage.h"
 
 #include <cstdint>
 #include <map>
@@ -16,6 +17,7 @@ namespace lumenvale {
 struct DisplayTrouble {
     enum class Kind {
         silent,         ///< the transfer failed
+        busy,           ///< another program kept the channel
         unclear,        ///< something came that is no reply
         withoutValue,   ///< the monitor says that it has no brightness to set
         implausible,    ///< a reply whose maximum is 0, or whose value exceeds it
@@ -24,9 +26,8 @@ struct DisplayTrouble {
     };
 
     Kind kind = Kind::silent;
-    int error = 0;             ///< the system's number; 0 where there was none
-    std::uint16_t maximum = 0; ///< of an implausible reply
-    std::uint16_t current = 0;
+    int error = 0;           ///< the system's number; 0 where there was none
+    VcpReading numbers = {}; ///< of an implausible reply
 };
 
 class DisplayTroubles {

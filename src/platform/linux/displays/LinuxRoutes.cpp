@@ -112,9 +112,10 @@ std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
         Route& route = routes.emplace_back();
         if (const Connector* connector = snapshot->display(display.displayID)) {
             route = describe(*connector);
-            troubles->clear(display.displayID);
             if (std::shared_ptr<AVService> channel = search.openChannel(*connector))
                 route.service = notingTroubles(std::move(channel), display.displayID, troubles);
+            else
+                troubles->clear(display.displayID);
         }
     }
     return routes;
