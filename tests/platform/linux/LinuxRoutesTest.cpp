@@ -31,10 +31,15 @@ constexpr struct {
      "nvidia DP-1=S HDMI-A-1=O; 1 O NVIDIA i2c adapter 1 at 1:00.0; 2 - NVIDIA i2c adapter 2; 3 S NVIDIA i2c "
      "adapter 3",
      "DP-1:3 HDMI-A-1:1", "1 2 3"},
-    {"two ways to the same picture", "nvidia DP-1=S; 3 S NVIDIA i2c adapter 3; 4 S NVIDIA i2c adapter 4", "DP-1:-",
-     "3 4"},
+    {"two ways to one specimen", "nvidia DP-1=S; 3 S NVIDIA i2c adapter 3; 4 S NVIDIA i2c adapter 4", "DP-1:3",
+     "3"},
+    {"two ways to a picture that names no specimen",
+     "nvidia DP-1=T; 3 T NVIDIA i2c adapter 3; 4 T NVIDIA i2c adapter 4", "DP-1:-", "3 4"},
+    {"without links the one at the socket's place is asked first",
+     "nvidia DP-1=S DP-2=O; 1 S NVIDIA i2c adapter 1; 2 O NVIDIA i2c adapter 2; 3 - NVIDIA i2c adapter 3",
+     "DP-1:1 DP-2:2", "1 2"},
     {"other names", "nouveau DP-1=S HDMI-A-1=O; 1 O nvkm-1-bus-1; 2 - nvkm-1-aux-a; 3 S sor-6-0f42",
-     "DP-1:3 HDMI-A-1:1", "1 2 3"},
+     "DP-1:3 HDMI-A-1:1", "2 3 1"},
     {"near a panel of unknown channel",
      "nouveau DP-1=S HDMI-A-1=O eDP-1=P; 1 O nvkm-1-bus-1; 2 - nvkm-1-aux-a; 3 S sor-6-0f42",
      "DP-1:- HDMI-A-1:1 eDP-1:-", "1"},
@@ -116,6 +121,15 @@ TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)
         }
         EXPECT_EQ(channels, machine.channels) << machine.name;
     }
+}
+
+TEST(LinuxRoutes, ABusThatAnotherProgramHoldsIsAskedLast)
+{
+    const FakeSysfs system("nvidia DP-1=S; 3 O NVIDIA i2c adapter 3; 4 S NVIDIA i2c adapter 4");
+    RoutesOf routes(system);
+    routes.driver->busyLocks = 1;
+    EXPECT_TRUE(routes.find().at("DP-1").service);
+    EXPECT_EQ(std::ranges::count(routes.driver->log, "W50 00"), 1) << "nothing was sent to the other";
 }
 
 TEST(LinuxRoutes, TheRecordsOfARoundDecideWhichDisplayItIs)

@@ -2,6 +2,8 @@
 #include "platform/linux/displays/BusSelection.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <utility>
 
 namespace lumenvale {
 
@@ -68,6 +70,24 @@ bool isSharedBadly(const Connector& connector, const std::vector<Connector>& all
     });
 }
 
+/// The likeliest first: DisplayPort speaks over an AUX channel, and drivers number sockets and channels in one
+/// order.
+void orderByLikelihood(std::vector<I2cAdapter>& adapters, const Connector& connector,
+                       const std::vector<Connector>& all)
+{
+    const auto isOfItsKind = [&](const I2cAdapter& each) {
+        return isAuxChannel(each.name) == (connector.type == "DP");
+    };
+    const auto others = std::stable_partition(adapters.begin(), adapters.end(), isOfItsKind);
+    const auto end = others == adapters.begin() ? adapters.end() : others;
+    const auto place = std::count_if(all.begin(), all.end(), [&](const Connector& each) {
+        return each.device == connector.device && each.type == connector.type && linkedNumbers(each).empty() &&
+               naturallyLess(each.name, connector.name);
+    });
+    if (adapters.begin() != end)
+        std::rotate(adapters.begin(), adapters.begin() + place % (end - adapters.begin()), end);
+}
+
 } // namespace
 
 BusCandidates busCandidates(const Connector& connector, const std::vector<Connector>& all,
@@ -95,24 +115,36 @@ BusCandidates busCandidates(const Connector& connector, const std::vector<Connec
         else if (!candidates.hasTwin)
             candidates.unlinked.push_back(adapter);
     }
+    orderByLikelihood(candidates.unlinked, connector, all);
     return candidates;
 }
 
 std::optional<I2cAdapter> selectBus(const BusCandidates& candidates, const Edid& edid, const EdidReader& readEdid)
 {
     for (const I2cAdapter& adapter : candidates.linked) {
-        if (readEdid(adapter) == edid.block)
+        if (readEdid(adapter, IfBusy::wait) == edid.block)
             return adapter;
     }
-    std::optional<I2cAdapter> found;
+    // Without a serial number a second fit is another way to the same picture, or a twin that the kernel does not
+    // see.
+    std::vector<I2cAdapter> fitting, busy;
+    const auto isDecided = [&] { return fitting.size() > (hasSerial(edid) ? 0U : 1U); };
+    const auto ask = [&](const I2cAdapter& adapter, IfBusy ifBusy) {
+        const tl::expected<EdidBlock, int> shown = readEdid(adapter, ifBusy);
+        if (shown == edid.block)
+            fitting.push_back(adapter);
+        else if (!shown && shown.error() == EAGAIN)
+            busy.push_back(adapter);
+    };
     for (const I2cAdapter& adapter : candidates.unlinked) {
-        if (readEdid(adapter) != edid.block)
-            continue;
-        if (found)
-            return std::nullopt; // two ways to the same picture, or a twin that the kernel does not see
-        found = adapter;
+        if (!isDecided())
+            ask(adapter, IfBusy::skip);
     }
-    return found;
+    for (const I2cAdapter& adapter : std::exchange(busy, {})) {
+        if (!isDecided())
+            ask(adapter, IfBusy::wait);
+    }
+    return fitting.size() == 1 ? std::optional(fitting.front()) : std::nullopt;
 }
 
 } // namespace lumenvale

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <tl/expected.hpp>
 #include <vector>
 
 namespace lumenvale {
@@ -15,7 +16,7 @@ namespace lumenvale {
 /// The adapters that may be a connector's channel.
 struct BusCandidates {
     std::vector<I2cAdapter> linked;   ///< named by the driver, likeliest first; the first that fits is taken
-    std::vector<I2cAdapter> unlinked; ///< of the same card, without a connector; taken only if exactly one fits
+    std::vector<I2cAdapter> unlinked; ///< of the same card, without a connector; likeliest first
     bool hasTwin = false;             ///< another connected monitor shows the same EDID
     bool isPanelNear = false;         ///< adapters were left out because one of them may be a panel's
 };
@@ -24,10 +25,14 @@ struct BusCandidates {
 BusCandidates busCandidates(const Connector& connector, const std::vector<Connector>& all,
                             const std::vector<I2cAdapter>& adapters);
 
-/// Reads the EDID base block on an adapter's bus; none when nothing answers there.
-using EdidReader = std::function<std::optional<EdidBlock>(const I2cAdapter&)>;
+/// What to do about a bus that another program holds.
+enum class IfBusy { wait, skip };
 
-/// The candidate that shows `edid`.
+/// Reads the EDID base block on an adapter's bus. The error is the system's number: EAGAIN when the bus is held.
+using EdidReader = std::function<tl::expected<EdidBlock, int>(const I2cAdapter&, IfBusy)>;
+
+/// The candidate that shows `edid`. Of those that no driver names it is the first where the EDID tells which
+/// specimen the monitor is; else exactly one may fit, so that all are asked. Held ones are asked last.
 std::optional<I2cAdapter> selectBus(const BusCandidates& candidates, const Edid& edid, const EdidReader& readEdid);
 
 } // namespace lumenvale

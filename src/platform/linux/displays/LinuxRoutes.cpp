@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <map>
 #include <utility>
 
@@ -58,7 +59,7 @@ struct Search {
     const std::vector<I2cAdapter>& adapters;
     std::shared_ptr<I2cDriver> driver;
     HoldWait wait;
-    std::map<int, std::optional<EdidBlock>> edids;
+    std::map<int, tl::expected<EdidBlock, int>> edids;
 
     void note(const std::string& line) const
     {
@@ -66,19 +67,21 @@ struct Search {
             wait.log(line);
     }
 
-    std::optional<EdidBlock> readEdid(const I2cAdapter& adapter)
+    tl::expected<EdidBlock, int> readEdid(const I2cAdapter& adapter, IfBusy ifBusy)
     {
         const auto known = edids.find(adapter.number);
         if (known != edids.end())
             return known->second;
         I2cBus bus(adapter, driver);
-        const Hold hold = waitForHold([&bus] { return bus.tryHold(); }, wait);
+        const Hold hold =
+            ifBusy == IfBusy::skip ? bus.tryHold() : waitForHold([&bus] { return bus.tryHold(); }, wait);
+        if (!hold && ifBusy == IfBusy::skip)
+            return tl::unexpected(EAGAIN);
         const tl::expected<EdidBlock, int> block = bus.readEdid();
         note("i2c-" + std::to_string(adapter.number) + " (" + adapter.name + "): EDID " +
              (block ? std::string("read") : "not read: " + systemErrorText(block.error())));
-        const std::optional<EdidBlock> result = block ? std::optional(*block) : std::nullopt;
-        edids.emplace(adapter.number, result);
-        return result;
+        edids.emplace(adapter.number, block);
+        return block;
     }
 
     std::shared_ptr<AVService> openChannel(const Connector& connector)
@@ -87,7 +90,7 @@ struct Search {
             return nullptr;
         const std::optional<I2cAdapter> bus =
             selectBus(busCandidates(connector, connectors, adapters), *connector.edid,
-                      [this](const I2cAdapter& adapter) { return readEdid(adapter); });
+                      [this](const I2cAdapter& adapter, IfBusy ifBusy) { return readEdid(adapter, ifBusy); });
         note(connector.card + "-" + connector.name +
              (bus ? ": channel i2c-" + std::to_string(bus->number) : std::string(": no channel")));
         return bus ? std::make_shared<I2cBus>(*bus, driver) : nullptr;
