@@ -134,7 +134,9 @@ TEST(KernelRecords, HoldUntilTheKernelAnnouncesAChangeOrSomethingDoesNotMatchThe
     FakeSysfs system("i915 DP-1=S DP-2=O");
     bool isAnnounced = true;
     KernelRecords records(system.paths(), [&] { return std::exchange(isAnnounced, false); });
+    EXPECT_FALSE(records.lastConnectors()->isWhole);
     const SharedRecords first = records.last();
+    EXPECT_TRUE(first->isWhole);
     const auto unplug = [&](const char* connector) { system.write(system[connector] / "status", "disconnected"); };
     const auto displays = [](const SharedRecords& from) {
         return std::ranges::count_if(from->connectors, &Connector::isDisplay);

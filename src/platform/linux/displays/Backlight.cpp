@@ -53,7 +53,7 @@ std::optional<Backlight> readBacklight(const std::filesystem::path& path)
         backlight.type = Backlight::Type::firmware;
     else if (type == "platform")
         backlight.type = Backlight::Type::platform;
-    backlight.parent = resolved(path / "device");
+    backlight.parent = linkTarget(linkTarget(path) / "device");
     backlight.parentSubsystem = linkTarget(backlight.parent / "subsystem").filename().string();
     return backlight;
 }

@@ -64,7 +64,7 @@ struct Card {
 
 Card readCard(const std::filesystem::path& entry)
 {
-    const std::filesystem::path device = resolved(entry / "device");
+    const std::filesystem::path device = linkTarget(linkTarget(entry) / "device");
     return {device, linkTarget(device / "driver").filename().string()};
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 #include <sys/stat.h>
 
@@ -36,18 +37,25 @@ bool isDisplayController(const std::filesystem::path& pciDevice)
     return readAttribute(pciDevice / "class").value_or("").starts_with("0x03"); // PCI base class 3
 }
 
-/// The nearest PCI device above `device`, if that is a display controller.
-std::optional<std::filesystem::path> displayControllerOf(std::filesystem::path device)
+using Controllers = std::map<std::filesystem::path, std::optional<std::filesystem::path>>;
+
+/// The nearest PCI device, `device` or above it, if that is a display controller. `known` keeps what was found:
+/// the adapters of a card share most of the way.
+std::optional<std::filesystem::path> displayControllerOf(const std::filesystem::path& device, Controllers& known)
 {
-    while (device.has_relative_path()) {
-        if (isPciDevice(device))
-            return isDisplayController(device) ? std::optional(device) : std::nullopt;
-        device = device.parent_path();
-    }
-    return std::nullopt;
+    if (!device.has_relative_path())
+        return std::nullopt;
+    if (const auto found = known.find(device); found != known.end())
+        return found->second;
+    std::optional<std::filesystem::path> controller;
+    if (!isPciDevice(device))
+        controller = displayControllerOf(device.parent_path(), known);
+    else if (isDisplayController(device))
+        controller = device;
+    return known.emplace(device, controller).first->second;
 }
 
-std::optional<I2cAdapter> readAdapter(const std::filesystem::path& entry)
+std::optional<I2cAdapter> readAdapter(const std::filesystem::path& entry, Controllers& controllers)
 {
     constexpr std::string_view prefix = "i2c-";
     const std::string fileName = entry.filename().string();
@@ -61,8 +69,9 @@ std::optional<I2cAdapter> readAdapter(const std::filesystem::path& entry)
     adapter.name = readAttribute(entry / "name").value_or("");
     if (!isDisplayAdapterName(adapter.name))
         return std::nullopt;
-    adapter.device = resolved(entry);
-    const std::optional<std::filesystem::path> graphics = displayControllerOf(adapter.device);
+    adapter.device = linkTarget(entry);
+    const std::optional<std::filesystem::path> graphics =
+        displayControllerOf(adapter.device.parent_path(), controllers);
     if (!graphics)
         return std::nullopt;
     adapter.graphics = *graphics;
@@ -76,8 +85,9 @@ std::vector<I2cAdapter> readDisplayAdapters(const SystemPaths& paths)
 {
     const std::filesystem::path directory = paths.sysfs / "bus/i2c/devices";
     std::vector<I2cAdapter> adapters;
+    Controllers controllers;
     for (const std::string& entry : entryNames(directory)) {
-        if (const std::optional<I2cAdapter> adapter = readAdapter(directory / entry))
+        if (const std::optional<I2cAdapter> adapter = readAdapter(directory / entry, controllers))
             adapters.push_back(*adapter);
     }
     return adapters;

@@ -8,10 +8,9 @@ namespace lumenvale {
 
 namespace {
 
-DisplayRecords readRecords(const SystemPaths& paths)
+DisplayRecords completed(DisplayRecords records, const SystemPaths& paths)
 {
-    DisplayRecords records;
-    records.connectors = readConnectors(paths);
+    records.isWhole = true;
     const bool hasPanel =
         std::any_of(records.connectors.begin(), records.connectors.end(),
                     [](const Connector& each) { return each.isConnected && each.kind == ConnectorKind::panel; });
@@ -44,20 +43,32 @@ SharedRecords KernelRecords::current()
     const std::lock_guard lock(reading);
     const bool mayHaveChanged = !hasChanged || hasChanged(); // asked each time: it counts from its last answer
     const SharedRecords known = kept();
-    return mayHaveChanged || isOutdated || !known ? readLocked() : known;
+    if (mayHaveChanged || isOutdated || !known)
+        return readLocked();
+    return known->isWhole ? known : keep(completed(*known, paths));
 }
 
 SharedRecords KernelRecords::last()
 {
     const SharedRecords known = kept();
-    return known ? known : current();
+    return known && known->isWhole ? known : current();
+}
+
+SharedRecords KernelRecords::lastConnectors()
+{
+    if (const SharedRecords known = kept())
+        return known;
+    const std::lock_guard lock(reading);
+    if (hasChanged)
+        (void)hasChanged(); // what is read below has it
+    return keep({.connectors = readConnectors(paths)});
 }
 
 SharedRecords KernelRecords::readAnew()
 {
     const std::lock_guard lock(reading);
     if (hasChanged)
-        (void)hasChanged(); // what is read below has it
+        (void)hasChanged(); // likewise
     return readLocked();
 }
 
@@ -78,7 +89,7 @@ SharedRecords KernelRecords::readPower()
 SharedRecords KernelRecords::readLocked()
 {
     isOutdated = false;
-    return keep(readRecords(paths));
+    return keep(completed({.connectors = readConnectors(paths)}, paths));
 }
 
 SharedRecords KernelRecords::keep(DisplayRecords read)

@@ -19,6 +19,7 @@ namespace lumenvale {
 /// The records of one moment. Threads share them, so they never change.
 struct DisplayRecords {
     std::vector<Connector> connectors; ///< panels first
+    bool isWhole = false;              ///< what follows was read too
     std::vector<Backlight> backlights; ///< none on a machine without a panel
     std::vector<I2cAdapter> adapters;  ///< those that may lead to a monitor
     bool hasBusFiles = false;          ///< the kernel offers I2C device files (the module i2c-dev)
@@ -43,6 +44,9 @@ public:
 
     /// The records as they were read last, at once; reads them only if they never were.
     SharedRecords last();
+
+    /// The same, where the connectors are enough.
+    SharedRecords lastConnectors();
 
     SharedRecords readAnew();
 

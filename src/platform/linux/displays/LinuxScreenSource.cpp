@@ -42,7 +42,7 @@ KernelModes LinuxScreenSource::kernelModes(const std::vector<Connector>& connect
 
 std::vector<Screen> LinuxScreenSource::screens()
 {
-    const SharedRecords known = records->last();
+    const SharedRecords known = records->lastConnectors();
     const std::vector<WindowScreen> outputs = modes.outputs ? modes.outputs() : std::vector<WindowScreen>();
     if (!windowSystem)
         return describeDisplays(known->connectors, outputs, kernelModes(known->connectors, outputs));
@@ -57,7 +57,7 @@ std::vector<Screen> LinuxScreenSource::screens()
 
 bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
 {
-    const SharedRecords known = records->last();
+    const SharedRecords known = records->lastConnectors();
     return std::ranges::any_of(known->connectors, [displayID](const Connector& each) {
         return each.displayID == displayID && each.isDark();
     });
@@ -66,7 +66,7 @@ bool LinuxScreenSource::isAsleep(std::uint32_t displayID)
 std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 {
     const std::vector<WindowScreen> windows = windowScreens();
-    const std::vector<Screen> joined = joinScreens(records->last()->connectors, windows);
+    const std::vector<Screen> joined = joinScreens(records->lastConnectors()->connectors, windows);
     std::size_t position = 0; // the window system's screens come first, in its order; nameless ones are left out
     for (const WindowScreen& each : windows) {
         if (each.name.empty())
