@@ -23,12 +23,12 @@ Task<> runAndQuit(Task<int> verb)
     QCoreApplication::exit(status);
 }
 
-int runOn(Platform& platform, QtClock& clock, MainThread& mainThread, const CommandLine& line, const int& reports,
-          std::ostream& out, std::ostream& err)
+int runOn(Platform& platform, QtClock& clock, MainThread& mainThread, const CommandLine& line, std::ostream& out,
+          std::ostream& err)
 {
     DisplayHardware hardware(std::move(platform.hardware), mainThread);
     VerbContext context{
-        *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err, reports,
+        *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err,
         *platform.events,  clock,    platform.program.get()};
     // A task that ends before the loop begins would quit a loop that is not there: start it from within.
     const Task<> root = runAndQuit(line.verb->run(context, line.values));
@@ -88,7 +88,7 @@ int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, 
         err << platform.error() << '\n';
         return exitMisused;
     }
-    return runOn(*platform, clock, mainThread, line, reports, out, err);
+    return exitStatus(runOn(*platform, clock, mainThread, line, out, err), reports);
 }
 
 } // namespace lumenvale

@@ -7,10 +7,14 @@
 
 namespace lumenvale {
 
+/// What a program tells before it has looked for its displays.
+constexpr char unknownDisplays[] = "null";
+
 /// The desktop program that this user runs beside a command. Main thread.
 class RunningProgram {
 public:
-    /// Receives what the program shows of the displays, as `list --json` prints it; none while it does not run.
+    /// Receives what the program shows of the displays, as `list --json` prints it, `unknownDisplays` while it
+    /// does not know them yet; none while it does not run.
     using Observer = std::function<void(const std::optional<std::string>& displays)>;
 
     virtual ~RunningProgram() = default;

@@ -103,18 +103,11 @@ private:
         Platform platform = makeHere(options);
         platform.hardware.pause = [](std::chrono::microseconds) {};
         DisplayHardware hardware(std::move(platform.hardware), mainThread);
-        VerbContext context{*platform.screens,
-                            hardware,
-                            *platform.diagnostics,
-                            *platform.defaults,
-                            platform.words,
-                            out,
-                            err,
-                            reports,
-                            *platform.events,
-                            clock};
+        VerbContext context{
+            *platform.screens, hardware, *platform.diagnostics, *platform.defaults, platform.words, out, err,
+            *platform.events,  clock};
         const int status = awaitResult(mainThread, line->verb->run(context, line->values));
-        return {status, out.str(), err.str(), ""};
+        return {exitStatus(status, reports), out.str(), err.str(), ""};
     }
 
     /// Of a monitor its brightness, of any other file everything.
@@ -147,6 +140,7 @@ TEST_F(CommandLineTest, DoesWhatItIsToldOnEveryKindOfDisplay)
     } rows[] = {
         {"list", 2, table,
          "8.json: \"ddc.maximun\" is not a known key.\n" + silent + noReply + "Écran" + noService, "", misspelt},
+        {"get Wide", 2, "20.0%\n", "8.json: \"ddc.maximun\" is not a known key.\n", "", misspelt},
         {"get Silent", 1, "", silent + noReply},
         {"get all", 1, "Panel: 62.5%\nStudio 27: 42%\nWide: 20.0%\nStubborn: 10%\nOverride: 70%\n",
          silent + noReply + "Écran" + noService},

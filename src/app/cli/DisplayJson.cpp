@@ -48,34 +48,40 @@ OrderedJson encoded(const std::optional<T>& value)
     return value ? encoded(*value) : OrderedJson(nullptr);
 }
 
+/// What is of another kind leaves the value as it is, and is false.
 template <typename T>
-void decode(const Json& json, T& value)
+bool decode(const Json& json, T& value)
 {
     const bool fits = std::is_same_v<T, bool>          ? json.is_boolean()
                       : std::is_same_v<T, std::string> ? json.is_string()
                                                        : json.is_number();
     if (fits)
         json.get_to(value);
+    return fits;
 }
-void decode(const Json& json, ControlMethod& method)
+bool decode(const Json& json, ControlMethod& method)
 {
     for (const ControlMethod each : {ControlMethod::apple, ControlMethod::ddc, ControlMethod::unavailable}) {
-        if (json == rawValue(each))
+        if (json == rawValue(each)) {
             method = each;
+            return true;
+        }
     }
+    return false;
 }
-void decode(const Json& json, LevelRange& levels)
+bool decode(const Json& json, LevelRange& levels)
 {
-    if (!json.is_object())
-        return;
-    decode(json.value("lowest", Json()), levels.lowest);
-    decode(json.value("highest", Json()), levels.highest);
+    return json.is_object() && decode(json.value("lowest", Json()), levels.lowest) &&
+           decode(json.value("highest", Json()), levels.highest);
 }
 template <typename T>
-void decode(const Json& json, std::optional<T>& value)
+bool decode(const Json& json, std::optional<T>& value)
 {
-    if (!json.is_null())
-        decode(json, value.emplace());
+    T found{};
+    const bool fits = decode(json, found);
+    if (fits)
+        value = std::move(found);
+    return fits;
 }
 
 OrderedJson toJson(const DisplayInfo& display)

@@ -52,8 +52,9 @@ void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vect
     if (display.brightness)
         out << ", " << percentageText(display);
     out << "\n  " << attempts(display.method) << '\n';
-    const bool isSaidBelow =
-        std::ranges::any_of(findings, [&](const Finding& each) { return display.status.starts_with(each.text); });
+    const bool isSaidBelow = std::ranges::any_of(findings, [&](const Finding& each) {
+        return each.displayID == display.id && display.status.starts_with(each.text);
+    });
     if (!isSaidBelow)
         out << "  " << display.status << '\n';
     for (const Finding& finding : findings) {

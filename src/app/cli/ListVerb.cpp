@@ -45,7 +45,7 @@ Task<int> runList(VerbContext& context, ArgumentValues values)
     }
     if (displays.empty())
         context.err << "There is no display.\n";
-    co_return context.reports == 0 ? exitDone : exitMisused;
+    co_return exitDone;
 }
 
 } // namespace

@@ -27,6 +27,12 @@ constexpr int exitRefused = 1; ///< by the hardware; or `doctor` found a problem
 constexpr int exitMisused = 2; ///< wrong arguments, or a mistake in a file that was read
 constexpr int exitUnknown = 3; ///< no such display or preset
 
+/// That of a verb which ended so, after so many mistakes in the user's files were reported.
+constexpr int exitStatus(int ofVerb, int reports)
+{
+    return ofVerb == exitDone && reports > 0 ? exitMisused : ofVerb;
+}
+
 /// What verbs work with. Main thread; it outlives their tasks.
 struct VerbContext {
     ScreenSource& screens;
@@ -36,7 +42,6 @@ struct VerbContext {
     const Words& words;
     std::ostream& out;
     std::ostream& err;
-    const int& reports; ///< how many mistakes in the user's files were reported so far
     SystemEvents& events;
     Clock& clock;
     RunningProgram* program = nullptr; ///< null: the system has no way to hear of it

@@ -33,16 +33,15 @@ public:
 private:
     void programChanged(const std::optional<std::string>& text)
     {
-        const auto displays = text ? displaysFromJson(*text) : std::nullopt;
-        if (!displays) {
-            programKnows = false;
-            readHere();
+        if (text == unknownDisplays) { // it will tell
+            store.reset();
             return;
         }
+        const auto displays = text ? displaysFromJson(*text) : std::nullopt;
+        if (!displays)
+            return readHere();
         store.reset();
-        programKnows = programKnows || !displays->empty(); // at its start it knows none yet
-        if (programKnows)
-            show(*displays);
+        show(*displays);
     }
 
     void readHere()
@@ -57,7 +56,7 @@ private:
 
     void show(const std::vector<DisplayInfo>& displays)
     {
-        const auto chosen = chooseDisplays(displays, wanted);
+        const auto chosen = choose(displays);
         if (!chosen && shown.empty()) {
             context.err << chosen.error() << '\n';
             end(exitUnknown);
@@ -73,6 +72,17 @@ private:
         context.out.flush();
         if (!context.out)
             end(exitDone); // whoever read the lines has gone
+    }
+
+    /// Once chosen, a display stays the one, whatever others are called.
+    tl::expected<std::vector<DisplayInfo>, std::string> choose(const std::vector<DisplayInfo>& displays)
+    {
+        if (findDisplay(displays, chosenID))
+            return chooseDisplays(displays, chosenID);
+        auto chosen = chooseDisplays(displays, wanted);
+        if (chosen && wanted != allDisplays)
+            chosenID = chosen->front().id;
+        return chosen;
     }
 
     static DisplayInfo disconnected(DisplayInfo display)
@@ -108,7 +118,7 @@ private:
     VerbContext& context;
     std::string wanted;
     bool asJson;
-    bool programKnows = false;                ///< the program that runs has looked for its displays
+    std::string chosenID;                     ///< empty while there is none, and for all
     std::map<std::string, DisplayInfo> shown; ///< as they were printed last, by identifier
     Clock::TimerId ending = 0;
     MemoryUserDefaults noPreferences;  ///< the order of the displays is not this command's to save

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/desktop/RemoteOnBus.h"
 
+#include "displays/RunningProgram.h"
 #include "platform/linux/bus/ProgramOnBus.h"
 
 #include <utility>
@@ -20,7 +21,7 @@ DisplaysAdaptor::DisplaysAdaptor(QObject* parent, const QDBusConnection& bus, co
 
 QString DisplaysAdaptor::displays() const
 {
-    return content.displays ? QString::fromStdString(content.displays()) : QStringLiteral("[]");
+    return content.displays ? QString::fromStdString(content.displays()) : QString(unknownDisplays);
 }
 
 void DisplaysAdaptor::Set(const QString& display, const QString& level, const QDBusMessage& call)
