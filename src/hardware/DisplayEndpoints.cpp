@@ -16,7 +16,7 @@ constexpr DdcTiming probeTiming{.retries = 2};
 constexpr DdcTiming writeTiming{.retries = 2};
 /// A display that does not answer at once is left alone until the next round.
 constexpr DdcTiming monitoringTiming{.retries = 0};
-/// A reading gives way to what others do with the display, since what the user asks for must not wait behind it.
+/// What the user has not asked for gives way to what others do with the display: requests must not wait behind it.
 constexpr auto monitoringPatience = 200ms;
 /// Monitors need it to take a value over before they report it.
 constexpr auto settleWait = 80ms;
@@ -52,24 +52,25 @@ DisplayEndpoints::DisplayEndpoints(HardwareAccess access)
 std::vector<DisplayInfo> DisplayEndpoints::inspect(const std::vector<DisplayInfo>& displays)
 {
     endpoints.clear();
-    return probeAll(displays);
+    return probeAll(displays, holdPatience);
 }
 
 std::vector<DisplayInfo> DisplayEndpoints::inspectAgain(std::vector<DisplayInfo> displays)
 {
     access.routes->beginRound();
     std::erase_if(displays, [this](const DisplayInfo& each) { return access.routes->isDark(each.displayID); });
-    return probeAll(displays);
+    return probeAll(displays, monitoringPatience);
 }
 
-std::vector<DisplayInfo> DisplayEndpoints::probeAll(const std::vector<DisplayInfo>& displays)
+std::vector<DisplayInfo> DisplayEndpoints::probeAll(const std::vector<DisplayInfo>& displays,
+                                                    std::chrono::milliseconds patience)
 {
     if (displays.empty())
         return {};
     std::vector<DisplayInfo> inspected;
-    const std::vector<Route> routes = access.routes->find(displays);
+    const std::vector<Route> routes = access.routes->find(displays, patience);
     for (std::size_t i = 0; i < displays.size() && !access.stopping.isCancelled(); ++i)
-        inspected.push_back(probe(displays[i], routes.at(i)).display);
+        inspected.push_back(probe(displays[i], routes.at(i), patience).display);
     return inspected;
 }
 
@@ -80,9 +81,9 @@ std::vector<BrightnessChange> DisplayEndpoints::changeBrightness(
     if (displays.empty())
         return {};
     std::vector<BrightnessChange> changes;
-    const std::vector<Route> routes = access.routes->find(displays);
+    const std::vector<Route> routes = access.routes->find(displays, holdPatience);
     for (std::size_t i = 0; i < displays.size() && !access.stopping.isCancelled(); ++i) {
-        const Probe probed = probe(displays[i], routes.at(i));
+        const Probe probed = probe(displays[i], routes.at(i), holdPatience);
         const std::string& id = probed.display.id;
         changes.push_back({probed.display, tl::unexpected(BrightnessError::writeFailed)});
         if (!probed.hold)
@@ -93,10 +94,11 @@ std::vector<BrightnessChange> DisplayEndpoints::changeBrightness(
     return changes;
 }
 
-DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route& route)
+DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route& route,
+                                                std::chrono::milliseconds patience)
 {
     describe(display, route);
-    Hold hold = holdNative(display);
+    Hold hold = holdNative(display, patience);
     if (const std::optional<double> value = native.read(display.displayID)) {
         display.method = ControlMethod::apple;
         display.levels = native.levels(display.displayID);
@@ -104,7 +106,7 @@ DisplayEndpoints::Probe DisplayEndpoints::probe(DisplayInfo display, const Route
         display.status = "Current hardware brightness read successfully.";
     } else if (route.service) {
         hold.reset(); // it may lock the same file as the channel's does
-        hold = holdChannel(*route.service);
+        hold = holdChannel(*route.service, patience);
         if (hold)
             readLuminance(display, *route.service);
         else
@@ -133,9 +135,9 @@ void DisplayEndpoints::readLuminance(DisplayInfo& display, AVService& service) c
     display.status = "DDC luminance (VCP 0x10) responded. Range: 0–" + std::to_string(reading->maximum) + ".";
 }
 
-Hold DisplayEndpoints::holdNative(const DisplayInfo& display) const
+Hold DisplayEndpoints::holdNative(const DisplayInfo& display, std::chrono::milliseconds patience) const
 {
-    return waitForHold([&] { return native.tryHold(display.displayID); }, holdWait);
+    return waitForHold([&] { return native.tryHold(display.displayID); }, holdWait, patience);
 }
 
 Hold DisplayEndpoints::holdChannel(AVService& service, std::chrono::milliseconds patience) const
@@ -200,9 +202,9 @@ tl::expected<double, BrightnessError> DisplayEndpoints::setBrightness(double val
     const Endpoint& endpoint = found->second;
     Hold hold = holdOfNothing();
     if (endpoint.info.method == ControlMethod::apple)
-        hold = holdNative(endpoint.info);
+        hold = holdNative(endpoint.info, holdPatience);
     else if (endpoint.service)
-        hold = holdChannel(*endpoint.service);
+        hold = holdChannel(*endpoint.service, holdPatience);
     if (!hold)
         return tl::unexpected(BrightnessError::writeFailed);
     access.routes->beginRound();

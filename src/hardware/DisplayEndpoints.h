@@ -26,7 +26,8 @@ public:
     /// stopping; the rest then has no endpoints and is missing from the result.
     std::vector<DisplayInfo> inspect(const std::vector<DisplayInfo>& displays);
 
-    /// The same without forgetting the endpoints of other displays. Leaves out those whose picture is off.
+    /// The same without forgetting the endpoints of other displays, and without waiting for long: the user has not
+    /// asked for it. Leaves out displays whose picture is off.
     std::vector<DisplayInfo> inspectAgain(std::vector<DisplayInfo> displays);
 
     /// See DisplayHardwareControlling. Stops between two displays once `token` is cancelled.
@@ -53,11 +54,12 @@ private:
         Hold hold;
     };
 
-    std::vector<DisplayInfo> probeAll(const std::vector<DisplayInfo>& displays);
-    Probe probe(DisplayInfo display, const Route& route);
+    std::vector<DisplayInfo> probeAll(const std::vector<DisplayInfo>& displays,
+                                      std::chrono::milliseconds patience);
+    Probe probe(DisplayInfo display, const Route& route, std::chrono::milliseconds patience);
     void readLuminance(DisplayInfo& display, AVService& service) const;
-    Hold holdNative(const DisplayInfo& display) const;
-    Hold holdChannel(AVService& service, std::chrono::milliseconds patience = holdPatience) const;
+    Hold holdNative(const DisplayInfo& display, std::chrono::milliseconds patience) const;
+    Hold holdChannel(AVService& service, std::chrono::milliseconds patience) const;
     bool isStillTheSame(const Endpoint& endpoint, const std::string& id) const;
     bool mayWake(const Endpoint& endpoint) const;
     std::optional<double> read(const Endpoint& endpoint) const;

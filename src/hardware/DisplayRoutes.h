@@ -5,6 +5,7 @@
 #include "displays/DisplayInfo.h"
 #include "hardware/AVService.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -34,8 +35,10 @@ class DisplayRoutes {
 public:
     virtual ~DisplayRoutes() = default;
 
-    /// Finds the routes of `displays`; one for each, in the same order. Begins a round.
-    virtual std::vector<Route> find(const std::vector<DisplayInfo>& displays) = 0;
+    /// Finds the routes of `displays`; one for each, in the same order. Waits for others that hold what it needs,
+    /// for up to `patience` each. Begins a round.
+    virtual std::vector<Route> find(const std::vector<DisplayInfo>& displays,
+                                    std::chrono::milliseconds patience) = 0;
 
     /// Begins a round of readings, or a write. What is asked from here to the next round, of the native functions
     /// too, may be answered from one look at the system that is taken now.

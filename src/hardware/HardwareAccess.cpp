@@ -78,9 +78,9 @@ public:
     {
     }
 
-    std::vector<Route> find(const std::vector<DisplayInfo>& displays) override
+    std::vector<Route> find(const std::vector<DisplayInfo>& displays, std::chrono::milliseconds patience) override
     {
-        std::vector<Route> found = routes->find(displays);
+        std::vector<Route> found = routes->find(displays, patience);
         for (std::size_t i = 0; i < found.size(); ++i) {
             std::shared_ptr<AVService>& service = found[i].service;
             if (log)

@@ -168,7 +168,8 @@ ServiceDiscovery::ServiceDiscovery(std::unique_ptr<ServiceRegistry> registry,
 {
 }
 
-std::vector<Route> ServiceDiscovery::find(const std::vector<DisplayInfo>& displays)
+std::vector<Route> ServiceDiscovery::find(const std::vector<DisplayInfo>& displays,
+                                          std::chrono::milliseconds /*patience*/)
 {
     const std::vector<IOregService> candidates = enumerateServices(*registry);
     std::vector<Route> routes;

@@ -41,7 +41,7 @@ class ServiceDiscovery final : public DisplayRoutes {
 public:
     ServiceDiscovery(std::unique_ptr<ServiceRegistry> registry, std::unique_ptr<DisplaySystem> system);
 
-    std::vector<Route> find(const std::vector<DisplayInfo>& displays) override;
+    std::vector<Route> find(const std::vector<DisplayInfo>& displays, std::chrono::milliseconds patience) override;
     void beginRound() override {}
     std::optional<std::string> identifier(std::uint32_t displayID) override;
 

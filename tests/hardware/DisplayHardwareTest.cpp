@@ -173,8 +173,10 @@ TEST_F(DisplayHardwareTest, AChangeIsOneOperationThatWaitsForOthersAndStartsFrom
     monitor->busyHolds = 100000;
     EXPECT_EQ(endpoints->setBrightness(0.5, "M"), tl::unexpected(Error::writeFailed));
     EXPECT_TRUE(endpoints->currentBrightness({"M"}, {}).empty());
+    monitor->log.clear();
     EXPECT_EQ(endpoints->inspectAgain({other}).at(0).status,
               "Another program keeps this display's connection busy. Try again when it has ended.");
+    EXPECT_EQ(monitor->log, Log(100, "wait 2000")) << "what the user did not ask for does not wait for long";
     EXPECT_EQ(monitor->current, 55);
 
     HardwareAccess access = makeAccess();

@@ -168,14 +168,14 @@ TEST(ServiceDiscovery, ADisplayGetsTheOneChannelThatIsCertainlyItsOwn)
         display.serial = row.serial;
         FakeDisplaySystem::Displays displays = {{1, row.display}};
         ServiceDiscovery discovery(registry(row.registry), std::make_unique<FakeDisplaySystem>(displays));
-        const Route route = discovery.find({display}).at(0);
+        const Route route = discovery.find({display}, holdPatience).at(0);
         EXPECT_EQ(route.service, row.service) << row.name;
         EXPECT_EQ(route.downstream, row.isIdentified ? "HDMI" : "") << row.name;
         EXPECT_EQ(route.nativeFormat.value_or(PixelSize{}).height, row.isIdentified ? 2880 : 0) << row.name;
         EXPECT_EQ(discovery.identifier(1), "display-1");
         EXPECT_FALSE(discovery.identifier(2));
         display.name = "studio 27"; // must be the same to the letter
-        EXPECT_TRUE(row.serial == 0 || !discovery.find({display}).at(0).service) << row.name;
+        EXPECT_TRUE(row.serial == 0 || !discovery.find({display}, holdPatience).at(0).service) << row.name;
     }
 }
 

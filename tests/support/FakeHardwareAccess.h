@@ -102,7 +102,7 @@ class FakeRoutes final : public DisplayRoutes {
 public:
     explicit FakeRoutes(std::shared_ptr<FakeDisplays> displays) : displays(std::move(displays)) {}
 
-    std::vector<Route> find(const std::vector<DisplayInfo>& list) override
+    std::vector<Route> find(const std::vector<DisplayInfo>& list, std::chrono::milliseconds) override
     {
         beginRound();
         std::vector<Route> routes;

@@ -85,7 +85,7 @@ struct RoutesOf {
         std::vector<DisplayInfo> displays;
         for (const Connector& each : readConnectors(system.paths()))
             displays.push_back({.id = each.name, .displayID = each.displayID});
-        const std::vector<Route> found = routes.find(displays);
+        const std::vector<Route> found = routes.find(displays, holdPatience);
         std::map<std::string, Route> result;
         for (std::size_t i = 0; i < displays.size(); ++i)
             result[displays[i].id] = found.at(i);

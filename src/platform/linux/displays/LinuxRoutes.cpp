@@ -59,6 +59,8 @@ struct Search {
     const std::vector<I2cAdapter>& adapters;
     std::shared_ptr<I2cDriver> driver;
     HoldWait wait;
+    std::chrono::milliseconds patience;
+    bool isBusy = false; ///< another program kept a bus of the connector asked for last
     std::map<int, tl::expected<EdidBlock, int>> edids;
 
     void note(const std::string& line) const
@@ -72,11 +74,14 @@ struct Search {
         const auto known = edids.find(adapter.number);
         if (known != edids.end())
             return known->second;
+        if (wait.stopping.isCancelled())
+            return tl::unexpected(ECANCELED);
         I2cBus bus(adapter, driver);
         const Hold hold =
-            ifBusy == IfBusy::skip ? bus.tryHold() : waitForHold([&bus] { return bus.tryHold(); }, wait);
+            ifBusy == IfBusy::skip ? bus.tryHold() : waitForHold([&bus] { return bus.tryHold(); }, wait, patience);
         if (!hold && ifBusy == IfBusy::skip)
             return tl::unexpected(EAGAIN);
+        isBusy = isBusy || !hold;
         const tl::expected<EdidBlock, int> block = bus.readEdid();
         note("i2c-" + std::to_string(adapter.number) + " (" + adapter.name + "): EDID " +
              (block ? std::string("read") : "not read: " + systemErrorText(block.error())));
@@ -86,6 +91,7 @@ struct Search {
 
     std::shared_ptr<AVService> openChannel(const Connector& connector)
     {
+        isBusy = false;
         if (connector.kind != ConnectorKind::external || !connector.edid)
             return nullptr;
         const std::optional<I2cAdapter> bus =
@@ -106,10 +112,10 @@ LinuxRoutes::LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_
 {
 }
 
-std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
+std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays, std::chrono::milliseconds patience)
 {
     snapshot->take();
-    Search search{snapshot->connectors(), snapshot->adapters(), driver, wait, {}};
+    Search search{snapshot->connectors(), snapshot->adapters(), driver, wait, patience, false, {}};
     std::vector<Route> routes;
     for (const DisplayInfo& display : displays) {
         Route& route = routes.emplace_back();
@@ -117,6 +123,8 @@ std::vector<Route> LinuxRoutes::find(const std::vector<DisplayInfo>& displays)
             route = describe(*connector);
             if (std::shared_ptr<AVService> channel = search.openChannel(*connector))
                 route.service = notingTroubles(std::move(channel), display.displayID, troubles);
+            else if (search.isBusy)
+                troubles->note(display.displayID, {DisplayTrouble::Kind::busy});
             else
                 troubles->clear(display.displayID);
         }

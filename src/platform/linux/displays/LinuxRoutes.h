@@ -23,7 +23,7 @@ public:
     LinuxRoutes(std::shared_ptr<DisplaySnapshot> snapshot, std::shared_ptr<I2cDriver> driver, HoldWait wait,
                 std::shared_ptr<DisplayTroubles> troubles, Explanation explain);
 
-    std::vector<Route> find(const std::vector<DisplayInfo>& displays) override;
+    std::vector<Route> find(const std::vector<DisplayInfo>& displays, std::chrono::milliseconds patience) override;
     void beginRound() override { snapshot->take(); }
     std::optional<std::string> identifier(std::uint32_t displayID) override;
     std::string obstacle(const DisplayInfo& display) override { return explain ? explain(display) : ""; }
