@@ -124,6 +124,7 @@ void BrightnessMonitor::showReadings(const Readings& readings)
         if (failure == failures.end() || clock.now() - failure->second.time >= errorTime) {
             each.status = readStatus;
             each.error.reset();
+            each.isErrorExplained = false;
         }
         if (differs)
             changed.push_back(each);

@@ -155,16 +155,29 @@ double BrightnessWriter::writableLevel(const std::string& id, double level) cons
     return quantise(*findDisplay(displays.get(), id), level);
 }
 
+/// Empty where the error's own text says all that is known: of a display that is another one now, and of one that
+/// took the value and gave it up again.
+std::string BrightnessWriter::causeOf(BrightnessError error, const DisplayInfo& display) const
+{
+    const bool isTransfer = error == BrightnessError::writeFailed || error == BrightnessError::readFailed;
+    return obstacle && isTransfer ? obstacle(display) : std::string();
+}
+
 void BrightnessWriter::showOutcome(const std::string& id, const Outcome& outcome)
 {
-    if (!findDisplay(displays.get(), id))
+    const DisplayInfo* display = findDisplay(displays.get(), id);
+    if (!display)
         return;
+    const std::string cause = outcome ? std::string() : causeOf(outcome.error(), *display);
     if (writeEnded)
         writeEnded(id, outcome.has_value());
     const bool isNewest = !hasNewerRequest(id); // else what was asked for since stays on show
     displays.modify([&](std::vector<DisplayInfo>& list) {
         DisplayInfo& shown = *findDisplay(list, id);
-        shown.error = outcome ? std::nullopt : std::optional(std::string(description(outcome.error())));
+        shown.error.reset();
+        if (!outcome)
+            shown.error = cause.empty() ? std::string(description(outcome.error())) : cause;
+        shown.isErrorExplained = !cause.empty();
         if (isNewest && outcome) {
             shown.brightness = *outcome;
             shown.status = "Hardware brightness verified at " + percentageText(shown) + ".";

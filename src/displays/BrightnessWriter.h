@@ -44,6 +44,9 @@ public:
     std::function<void(const std::string& id, bool isVerified)> writeEnded;
     /// Called when the last write has ended.
     std::function<void()> becameIdle;
+    /// What kept a display from being set just now, in whole sentences; empty where no more is known than that it
+    /// failed. May be empty itself.
+    std::function<std::string(const DisplayInfo&)> obstacle;
 
 private:
     using Outcome = tl::expected<double, BrightnessError>;
@@ -57,6 +60,7 @@ private:
     void withdrawFromBatch(const std::string& id);
     bool hasNewerRequest(const std::string& id) const;
     double writableLevel(const std::string& id, double level) const;
+    std::string causeOf(BrightnessError error, const DisplayInfo& display) const;
     void showOutcome(const std::string& id, const Outcome& outcome);
     void announceIfIdle();
 

@@ -59,7 +59,8 @@ struct DisplayInfo {
     std::uint16_t maximum = 100;      ///< of the DDC/CI luminance scale; without meaning for other methods
     std::optional<LevelRange> levels; ///< of a native display whose system tells them; none for other methods
     std::string status = "Checking hardware…";
-    std::optional<std::string> error;
+    std::optional<std::string> error; ///< of the last write, while it is to be read
+    bool isErrorExplained = false;    ///< the error names what keeps the display from being set, and the remedy
 
     bool operator==(const DisplayInfo& other) const = default;
 };

@@ -46,6 +46,7 @@ DisplayStore::DisplayStore(DisplayHardwareControlling& hardware, UserDefaults& d
 {
     writer.writeEnded = [this](const std::string& id, bool isVerified) { monitor.writeEnded(id, isVerified); };
     writer.becameIdle = [this] { announceIfIdle(); };
+    writer.obstacle = [this](const DisplayInfo& display) { return obstacle ? obstacle(display) : std::string(); };
     monitor.changesSeen = [this](const std::vector<DisplayInfo>& changed) {
         if (brightnessObserved)
             brightnessObserved(changed);

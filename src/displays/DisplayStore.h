@@ -46,6 +46,10 @@ public:
     /// Called when monitoring has seen brightness change outside the program, with the displays that changed.
     std::function<void(const std::vector<DisplayInfo>&)> brightnessObserved;
 
+    /// Tells what kept a display from being set just now (see Diagnostics::obstacle); the error then says that.
+    /// Empty where the errors' own texts are all that is known.
+    std::function<std::string(const DisplayInfo&)> obstacle;
+
     /// Starts the monitoring loop. Call it once.
     void startMonitoring();
     /// Ends the monitoring loop for good.

@@ -118,6 +118,24 @@ TEST_F(BrightnessMenuTest, SlidersAndStepButtonsSetTheBrightnessWhereItCanBeSet)
     EXPECT_DOUBLE_EQ(slider("A")->value(), 0.0) << "not granted";
 }
 
+TEST_F(BrightnessMenuTest, WhatKeepsADisplayFromBeingSetIsReadBelowItsSliderUntilAWriteSucceeds)
+{
+    store->obstacle = [](const DisplayInfo& display) { return "No permission for " + display.id + ". Ask."; };
+    plug("A", {.writeError = BrightnessError::writeFailed});
+    plug("B", {.writeError = BrightnessError::mismatch});
+    open();
+    for (const char* id : {"A", "B"})
+        slider(id)->request(0.2);
+    settle();
+    EXPECT_TRUE(shows<TextLabel>(panel, "No permission for A. Ask."));
+    EXPECT_EQ(store->display("B")->error, description(BrightnessError::mismatch)) << "it was set, and lost again";
+    EXPECT_GT(menu.extraHeight(), 10);
+    hardware.monitors["A"].writeError.reset();
+    slider("A")->request(0.3);
+    settle();
+    EXPECT_TRUE(!shows<TextLabel>(panel, "No permission for A. Ask.") && menu.extraHeight() == 0);
+}
+
 TEST_F(BrightnessMenuTest, PresetsAreListedAndAppliedTheFooterWorksAndTheAppearanceIsFollowedLive)
 {
     hardware.holdsAnswers = true;

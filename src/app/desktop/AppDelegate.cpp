@@ -149,6 +149,7 @@ void AppDelegate::observeDisplays()
     store.brightnessObserved = [this](const std::vector<DisplayInfo>& changed) {
         presetEditor().displaysChanged(changed);
     };
+    store.obstacle = [this](const DisplayInfo& display) { return services.diagnostics.obstacle(display); };
     displayObservation = store.displays.subscribe([this](const auto&) { tellEditorLater.request(); });
 }
 

@@ -148,7 +148,8 @@ void PanelController::showPanel(const Rect& frame)
     menuPanel->setWindowTitle("Lumenvale");
     auto* layout = new QVBoxLayout(menuPanel.get());
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* content = makeContent();
+    content = makeContent();
+    content->extraHeightChanged = [this] { positionMenu(); };
     layout->addWidget(content);
     content->setMaterial(materialOn(ground));
     menuPanel->windowMade = [this] {
@@ -239,7 +240,8 @@ void PanelController::clickedOutside()
 
 double PanelController::preferredPanelHeight() const
 {
-    return preferredHeight(int(store.displays->size()), int(presets.presets->size()));
+    const double height = preferredHeight(int(store.displays->size()), int(presets.presets->size()));
+    return menuPanel ? height + content->extraHeight() : height;
 }
 
 std::optional<Rect> PanelController::frameAtStatusItem() const

@@ -68,7 +68,8 @@ private:
     std::optional<Point> dockAnchor; ///< where the panel was opened near the Dock
     Rect lastStatusItemFrame;        ///< where the item was taken to be when the panel was last opened at it
     std::unique_ptr<BrightnessPanel> menuPanel;
-    PanelGround ground; ///< of the panel that was opened last
+    BrightnessMenu* content = nullptr; ///< the panel's, while there is one
+    PanelGround ground;                ///< of the panel that was opened last
     std::unique_ptr<EventMonitor> outsideClickMonitor;
     std::unique_ptr<LocalEventMonitor> localEventMonitor;
     std::optional<Clock::TimePoint> dismissedByClick;

@@ -13,6 +13,7 @@ namespace {
 constexpr int headerHeight = 20;
 constexpr int controlsHeight = 24;
 constexpr int reasonHeight = 30; // of two lines, where they take the slider's place
+constexpr int obstacleSpacing = 4;
 constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
@@ -28,10 +29,12 @@ BrightnessSlider::BrightnessSlider(Clock& clock)
     : symbol(new SymbolLabel({}, symbolSize, TextColour::secondary)), title(new ElidedLabel(TextRole::name)),
       problem(new SymbolLabel("exclamationmark.triangle", warningSize, TextColour::warning)),
       percentage(new NumberLabel), minus(new HoldRepeatButton(clock)), slider(new LevelSlider),
-      plus(new HoldRepeatButton(clock))
+      plus(new HoldRepeatButton(clock)), obstacle(new TextLabel(TextRole::caption, TextColour::secondary))
 {
     setFixedHeight(rowHeight);
     problem->hide();
+    obstacle->setContentsMargins(0, obstacleSpacing, 0, 0);
+    obstacle->hide();
 
     auto* headerLine = new QWidget;
     headerLine->setFixedHeight(headerHeight);
@@ -53,6 +56,7 @@ BrightnessSlider::BrightnessSlider(Clock& clock)
     rows->addWidget(headerLine);
     rows->addStretch(1);
     rows->addLayout(controls);
+    rows->addWidget(obstacle);
     slider->onChange = [this](double value) { request(value); };
 }
 
@@ -82,7 +86,24 @@ void BrightnessSlider::show(const BrightnessRow& row)
     slider->setAccessibleDescription(display.error ? error : reason);
     slider->setEnabled(canBeSet(shown));
     slider->setStep(stepSize(display));
+    const bool isObstacleShown = canBeSet(shown) && display.error && display.isErrorExplained;
+    obstacle->setText(isObstacleShown ? error : QString());
+    obstacle->setVisible(isObstacleShown);
+    fitHeight();
     showBrightness();
+}
+
+void BrightnessSlider::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitHeight();
+}
+
+void BrightnessSlider::fitHeight()
+{
+    const int extra = obstacle->text().isEmpty() ? 0 : obstacle->heightForWidth(width());
+    obstacle->setFixedHeight(extra);
+    setFixedHeight(rowHeight + extra);
 }
 
 void BrightnessSlider::showBrightness()

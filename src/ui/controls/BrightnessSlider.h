@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One display's row: symbol, name, problem and percentage above, step buttons and slider below. Kept as long as
-// its display is shown, and updated in place, so that a slider under the pointer is never replaced.
+// One display's row: symbol, name, problem and percentage above, step buttons and slider below, and under them
+// what keeps the display from being set, where that is known. Kept as long as its display is shown, and updated in
+// place, so that a slider under the pointer is never replaced.
 #pragma once
 
 #include "base/Clock.h"
@@ -17,6 +18,7 @@ class HoldRepeatButton;
 class LevelSlider;
 class NumberLabel;
 class SymbolLabel;
+class TextLabel;
 
 /// What a row shows.
 struct BrightnessRow {
@@ -38,9 +40,16 @@ public:
 
     void show(const BrightnessRow& row);
 
+    /// How much taller it is than `rowHeight`: by what keeps the display from being set.
+    int extraHeight() const { return minimumHeight() - rowHeight; }
+
     static constexpr int rowHeight = 50;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fitHeight();
     void request(double value);
     void showBrightness();
     void updateStepButton(HoldRepeatButton& button, int direction);
@@ -54,6 +63,7 @@ private:
     HoldRepeatButton* minus;
     LevelSlider* slider;
     HoldRepeatButton* plus;
+    TextLabel* obstacle;
 };
 
 } // namespace lumenvale

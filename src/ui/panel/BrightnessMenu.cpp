@@ -160,13 +160,18 @@ void BrightnessMenu::chooseScrollBar()
 void BrightnessMenu::redrawDisplays()
 {
     const std::vector<DisplayInfo>& displays = store.displays.get();
+    int height = 0;
     const bool isRearranged =
-        displayRows->assign(displays, &DisplayInfo::id, [](BrightnessSlider& row, const DisplayInfo& display) {
+        displayRows->assign(displays, &DisplayInfo::id, [&](BrightnessSlider& row, const DisplayInfo& display) {
             row.show({.display = display});
+            height += row.extraHeight();
         });
     emptyMessage->setVisible(displays.empty());
     emptyMessage->setText(store.isRefreshing.get() ? "Finding your displays…" : "No displays detected");
-    if (isRearranged)
+    const bool isResized = std::exchange(extra, height) != height;
+    if (isResized && extraHeightChanged)
+        extraHeightChanged();
+    if (isRearranged || isResized)
         settleLayout();
 }
 

@@ -35,6 +35,11 @@ public:
     BrightnessMenu(DisplayStore& store, PresetStore& presets, PresetEditor& editor, Clock& clock,
                    std::function<void()> openSettings, ApplyPreset applyPreset);
 
+    /// By how much it is taller than `preferredHeight`: by what keeps displays from being set.
+    int extraHeight() const { return extra; }
+    /// `extraHeight` is another one now.
+    std::function<void()> extraHeightChanged;
+
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -62,6 +67,7 @@ private:
     ElidedLabel* emptyMessage;
     KeyedRows<Uuid, PresetRow>* presetRows;
     QWidget* presetSection = nullptr;
+    int extra = 0;
     LaterCall displaysRedraw;
     LaterCall presetsRedraw;
 };
