@@ -222,7 +222,6 @@ BrightnessMenu* AppDelegate::makeBrightnessMenu()
 
 void AppDelegate::showSettings()
 {
-    presentation->updateStatusArea(); // a tray of the old kind comes and goes unannounced
     const auto number = services.screens.displayAt(pointerLocation());
     panel.dismissMenu();
     if (!settingsWindow)

@@ -3,7 +3,7 @@
 
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/linux/tray/TrayIcon.h"
-#include "platform/linux/x11/X11.h"
+#include "platform/linux/x11/X11TrayWatch.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -29,7 +29,7 @@ bool isBarDark()
 } // namespace
 
 /// Whether a host on the session bus shows items: asked at once, and again when the watcher or a host comes or
-/// goes.
+/// goes. And whether the X server's tray does.
 class StatusHosts final : public QObject {
     Q_OBJECT
 
@@ -42,6 +42,8 @@ public:
             this->bus.connect(watcherService, watcherPath, watcherService, signal, this, SLOT(look()));
         look();
     }
+
+    std::optional<bool> showsItems() const { return hasHost.value_or(false) || trays.hasTray() ? true : hasHost; }
 
     std::optional<bool> hasHost; ///< none until the first answer
     Signal<> answered;           ///< also when the answer is the same: the watcher may be another one
@@ -69,6 +71,10 @@ private:
     QDBusConnection bus;
     QDBusServiceWatcher owners;
     std::optional<QDBusPendingCallWatcher> answer;
+    X11TrayWatch trays{[this] {
+        if (hasHost)
+            answered.emit();
+    }};
 };
 
 namespace {
@@ -149,10 +155,7 @@ std::unique_ptr<StatusItem> LinuxStatusBar::createItem(StatusItemContent content
     return std::make_unique<LinuxStatusItem>(bus, identifier, hosts, std::move(content));
 }
 
-std::optional<bool> LinuxStatusBar::showsItems()
-{
-    return hosts->hasHost.value_or(false) || x11::hasTray() ? true : hosts->hasHost;
-}
+std::optional<bool> LinuxStatusBar::showsItems() { return hosts->showsItems(); }
 
 void LinuxStatusBar::observe(std::function<void()> changed)
 {

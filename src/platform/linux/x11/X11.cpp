@@ -49,15 +49,12 @@ std::vector<std::uint32_t> listOf(xcb_connection_t* server, xcb_window_t window,
     return {values, values + reply->value_len};
 }
 
-/// Whether this selection of the first screen has an owner: a program that does what it stands for.
-bool isOwned(const char* selection)
+/// The window of the program that does what this selection of the first screen stands for.
+xcb_window_t ownerOf(xcb_connection_t* server, const char* selection)
 {
-    xcb_connection_t* const server = connection();
-    if (!server)
-        return false;
     const auto cookie = xcb_get_selection_owner(server, atom(server, selection));
     const auto reply = owned(xcb_get_selection_owner_reply(server, cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
+    return reply ? reply->owner : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 bool isBar(xcb_connection_t* server, xcb_window_t window)
@@ -81,9 +78,29 @@ std::optional<xcb_window_t> barAt(xcb_connection_t* server, xcb_window_t root, s
 
 } // namespace
 
-bool hasCompositor() { return isOwned("_NET_WM_CM_S0"); } // Extended Window Manager Hints, "_NET_WM_CM_Sn"
+bool hasCompositor()
+{
+    xcb_connection_t* const server = connection();
+    return server && ownerOf(server, "_NET_WM_CM_S0") != XCB_WINDOW_NONE; // Extended Window Manager Hints
+}
 
-bool hasTray() { return isOwned("_NET_SYSTEM_TRAY_S0"); } // System Tray Protocol Specification
+std::uint32_t trayWindow()
+{
+    xcb_connection_t* const server = connection();
+    const xcb_window_t tray = server ? ownerOf(server, "_NET_SYSTEM_TRAY_S0") : 0; // System Tray Protocol
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;                    // which Qt selects too
+    if (tray != XCB_WINDOW_NONE)
+        xcb_change_window_attributes(server, tray, XCB_CW_EVENT_MASK, &mask);
+    return tray;
+}
+
+bool announcesManager(const void* event)
+{
+    // Inter-Client Communication Conventions Manual, "Manager Selections": sent to the root window, of which Qt
+    // hears such messages.
+    const auto& message = *static_cast<const xcb_client_message_event_t*>(event);
+    return (message.response_type & 0x7F) == XCB_CLIENT_MESSAGE && message.type == atom(connection(), "MANAGER");
+}
 
 void setClass(WindowHandle window, const std::string& identifier)
 {

@@ -7,6 +7,7 @@
 #include "platform/Shell.h"
 
 #include <QRect>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,8 +17,11 @@ namespace lumenvale::x11 {
 /// Whether a compositing manager runs.
 bool hasCompositor();
 
-/// Whether a tray of the X server's own kind runs.
-bool hasTray();
+/// The window of the tray of the X server's own kind; 0 without one. Native event filters hear of its end.
+std::uint32_t trayWindow();
+/// Whether the event, as native event filters get it, says that a program has begun to serve all others as what it
+/// names: a tray, for example.
+bool announcesManager(const void* event);
 
 /// Names the program that a window belongs to, before the window is shown. Qt would name it by its file.
 void setClass(WindowHandle window, const std::string& identifier);
