@@ -95,6 +95,18 @@ TEST_F(XdgAutostartTest, SwitchesOnAndOffAndHidesAnEntryOfTheSystems)
     }
 }
 
+TEST_F(XdgAutostartTest, RenewsTheCommandOfAnEarlierVersionAndNothingElse)
+{
+    place.formerCommand = {"/bin/sh"};
+    for (const auto& [found, renewed] : {std::pair(R"("/bin/sh")", R"("/bin/sh" "--simulate" "/a b")"),
+                                         std::pair("nice /bin/sh", "nice /bin/sh")}) {
+        const std::string rest = "X-GNOME-Autostart-enabled=false\n";
+        ASSERT_TRUE(writeTextFile(userFile, std::string("[Desktop Entry]\nExec=") + found + "\n" + rest));
+        XdgAutostart(place).renew();
+        EXPECT_EQ(readTextFile(userFile), std::string("[Desktop Entry]\nExec=") + renewed + "\n" + rest);
+    }
+}
+
 TEST_F(XdgAutostartTest, ReportsWhatTheDesktopWillDo)
 {
     const std::pair<std::string, StartupStatus> entries[] = {

@@ -28,6 +28,16 @@ std::unique_ptr<HotKeyService> makeHotKeys(const QDBusConnection& bus)
     return makePortalHotKeys(bus);
 }
 
+std::unique_ptr<StartupService> makeStartup(const ProgramIdentity& identity)
+{
+    AutostartPlace place = autostartPlace(identity.identifier, identity.name, identity.command);
+    place.formerCommand = place.command;
+    place.command.emplace_back("--autostart");
+    auto startup = std::make_unique<XdgAutostart>(std::move(place));
+    startup->renew();
+    return startup;
+}
+
 } // namespace
 
 void prepareApplication() {} // desktops decide themselves who comes to the front
@@ -47,10 +57,7 @@ Shell makeNativeShell(const ProgramIdentity& identity)
         std::make_unique<LauncherDock>(bus, identity, LauncherEntry(identity, applicationFolders()), isSimulated);
     shell.panels = std::make_unique<LinuxPanelWindows>(identity.identifier);
     shell.appearance = makePortalAppearance(bus);
-    std::vector<std::string> atLogin = identity.command;
-    atLogin.emplace_back("--autostart");
-    shell.startup =
-        std::make_unique<XdgAutostart>(autostartPlace(identity.identifier, identity.name, std::move(atLogin)));
+    shell.startup = makeStartup(identity);
     shell.hotKeys = makeHotKeys(bus);
     return shell;
 }

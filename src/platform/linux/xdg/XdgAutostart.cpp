@@ -86,6 +86,19 @@ std::optional<DesktopEntry> XdgAutostart::systemEntry() const
     return std::nullopt;
 }
 
+void XdgAutostart::renew() const
+{
+    const auto text = readTextFile(userFile());
+    if (!text || place.formerCommand.empty() || !canWrite())
+        return;
+    DesktopEntry entry = DesktopEntry::parse(*text);
+    if (entry.value(DesktopEntry::mainGroup, "Exec") != execLine(place.formerCommand))
+        return; // up to date, or the user's own
+    entry.set(DesktopEntry::mainGroup, "Exec", execLine(place.command));
+    // When that fails the program still starts at login, only less quietly.
+    (void)writeTextFile(userFile(), entry.toString());
+}
+
 StartupStatus XdgAutostart::status()
 {
     if (!canWrite())

@@ -21,6 +21,7 @@ struct AutostartPlace {
     std::string desktop; ///< $XDG_CURRENT_DESKTOP
     /// A sandbox keeps the file from the desktop's eyes.
     bool isSandboxed = false;
+    std::vector<std::string> formerCommand{}; ///< that earlier versions wrote; empty: none
 };
 
 /// Where this user's desktop looks, for a program started by `command`.
@@ -30,6 +31,9 @@ AutostartPlace autostartPlace(const std::string& identifier, const std::string& 
 class XdgAutostart final : public StartupService {
 public:
     explicit XdgAutostart(AutostartPlace place);
+
+    /// Puts today's command into a file of an earlier version, whether it is switched on or off.
+    void renew() const;
 
     StartupStatus status() override;
     tl::expected<void, std::string> setEnabled(bool enabled) override;
