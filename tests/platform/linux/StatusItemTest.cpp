@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopStandIn.h"
+#include "platform/linux/tray/DBusMenu.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 
@@ -117,6 +118,20 @@ TEST_F(StatusItemTest, OffersItsMenuAndDoesWhatTheChosenRowSaid)
         call(path, "com.canonical.dbusmenu", "Event",
              {id, "clicked", QVariant::fromValue(QDBusVariant(QString())), 0u});
     EXPECT_EQ(chosen, std::vector<std::string>{"two"});
+}
+
+TEST_F(StatusItemTest, AChangeTellsWhatTheRowsSayNow)
+{
+    QObject owner;
+    auto* shown = new DBusMenu(
+        &owner, [this] { return menu; }, [] {});
+    QVariantMap last;
+    QObject::connect(shown, &DBusMenu::ItemsPropertiesUpdated,
+                     [&](const auto& rows) { last = rows.last().properties; });
+    menu.back().isChecked = false;
+    menu.back().title = "Third";
+    shown->announceChange();
+    EXPECT_TRUE(last["toggle-state"] == 0 && last["label"] == "Third");
 }
 
 } // namespace

@@ -47,6 +47,8 @@ QString DBusMenu::textDirection() const { return QGuiApplication::isRightToLeft(
 void DBusMenu::announceChange()
 {
     ++revision;
+    // Of the rows that they have already, some hosts read only this.
+    Q_EMIT ItemsPropertiesUpdated(GetGroupProperties({}, {}), {});
     Q_EMIT LayoutUpdated(revision, rootId);
 }
 
