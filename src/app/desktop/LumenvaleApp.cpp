@@ -169,7 +169,7 @@ int LumenvaleApp::handOver(const std::string& folder) const
     DesktopRequest request = options.request.value_or(DesktopRequest());
     request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
     const bool wasTaken = sendRequest(folder, encodeRequest(request), handOverPatience);
-    if (!wasTaken)
+    if (!wasTaken && options.request)
         return complain("The copy of Lumenvale that runs already does not answer.", exitRefused);
     return exitDone;
 }

@@ -23,8 +23,8 @@ public:
     explicit LumenvaleApp(Options options);
 
     /// Runs the program and returns its exit status. A second copy hands its request over, for which it
-    /// waits up to 3 s.
-    /// What cannot be done (no folder for the lock, no such preset) is said on standard error.
+    /// waits up to 3 s. What cannot be done (no folder for the lock, no such preset, a request that is not taken)
+    /// is said on standard error; a second copy that was asked for nothing ends silently.
     int run(int& argc, char** argv);
 
 private:
