@@ -12,8 +12,8 @@ namespace lumenvale {
 /// The file that starts this program, as users do; absolute.
 std::string programFile();
 
-/// What a user types to start this program: "lumenvale" where the shell finds this very file by that name, else its
-/// path, in quotes where it needs them.
+/// What a user types to start this program: "lumenvale" where the shell finds this very file by that name, else
+/// its path, in quotes where it needs them.
 std::string programCommand();
 
 /// The desktop program's file, absolute; none when it is not installed.
