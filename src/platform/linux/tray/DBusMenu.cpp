@@ -9,6 +9,7 @@ namespace lumenvale {
 namespace {
 
 constexpr int rootId = 0;
+constexpr char checkedSuffix[] = " checked";
 
 QString label(const std::string& title)
 {
@@ -20,12 +21,15 @@ QVariantMap properties(const MenuEntry& entry)
     if (entry.id.empty())
         return {{"type", "separator"}};
     QVariantMap all = {{"label", label(entry.title)}};
-    if (entry.isCheckable) {
-        all["toggle-type"] = "radio"; // an empty check box would look like something to switch on
-        all["toggle-state"] = entry.isChecked ? 1 : 0;
+    if (entry.isChecked) {                // an empty check box would look like something to switch on
+        all["toggle-type"] = "checkmark"; // LXQt's themes have no picture for round marks
+        all["toggle-state"] = 1;
     }
     return all;
 }
+
+/// Hosts take a row's kind of mark as they first see it: with and without one it is another row to them.
+std::string numberedName(const MenuEntry& entry) { return entry.isChecked ? entry.id + checkedSuffix : entry.id; }
 
 QVariantMap selected(QVariantMap all, const QStringList& names)
 {
@@ -60,7 +64,7 @@ int DBusMenu::numberOf(const std::string& entryId)
 std::optional<MenuEntry> DBusMenu::entryWithNumber(int id)
 {
     for (const MenuEntry& each : source()) {
-        if (!each.id.empty() && numberOf(each.id) == id)
+        if (!each.id.empty() && (numberOf(each.id) == id || numberOf(each.id + checkedSuffix) == id))
             return each;
     }
     return std::nullopt;
@@ -80,7 +84,7 @@ uint DBusMenu::GetLayout(int parentId, int recursionDepth, const QStringList& pr
         return revision;
     int separators = 0;
     for (const MenuEntry& each : source()) {
-        const std::string id = each.id.empty() ? "separator " + std::to_string(++separators) : each.id;
+        const std::string id = each.id.empty() ? "separator " + std::to_string(++separators) : numberedName(each);
         const DBusMenuLayout row = {numberOf(id), selected(properties(each), propertyNames), {}};
         layout.children.append(QDBusVariant(QVariant::fromValue(row)));
     }
@@ -94,7 +98,8 @@ QList<DBusMenuItem> DBusMenu::GetGroupProperties(const QList<int>& ids, const QS
         items.append({rootId, selected({{"children-display", "submenu"}}, propertyNames)});
     int separators = 0;
     for (const MenuEntry& each : source()) {
-        const int id = numberOf(each.id.empty() ? "separator " + std::to_string(++separators) : each.id);
+        const int id =
+            numberOf(each.id.empty() ? "separator " + std::to_string(++separators) : numberedName(each));
         if (ids.isEmpty() || ids.contains(id))
             items.append({id, selected(properties(each), propertyNames)});
     }
