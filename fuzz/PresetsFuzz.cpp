@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The stored presets may be anything. What can be read must be whole once loaded, and survive being saved.
 #include "base/MemoryUserDefaults.h"
+#include "base/Words.h"
 #include "presets/PresetStore.h"
 
 #include <cstdlib>
@@ -16,7 +17,8 @@ bool isWhole(const std::vector<BrightnessPreset>& presets)
     for (const BrightnessPreset& preset : presets) {
         if (!ids.insert(preset.id).second || displayName(preset).empty())
             return false;
-        if (preset.shortcut && (!keyCode(*preset.shortcut) || displayLabel(*preset.shortcut).empty()))
+        if (preset.shortcut &&
+            (!keyCode(*preset.shortcut) || displayLabel(*preset.shortcut, portableWords).empty()))
             return false;
         for (const auto& [display, level] : preset.values) {
             if (!(level >= 0.0 && level <= 1.0))
