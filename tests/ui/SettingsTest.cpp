@@ -109,9 +109,13 @@ TEST_F(SettingsTest, TheDisplaysPageShowsMovesAndExplainsTheSelectedDisplay)
         EXPECT_EQ(list->currentRow(), int(row)) << "the selection moves with its display";
     }
     EXPECT_TRUE(showsFocus(*list)) << "it was reached by the keyboard";
-    QMouseEvent press(QEvent::MouseButtonPress, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, {});
-    QApplication::sendEvent(list->viewport(), &press);
-    EXPECT_FALSE(showsFocus(*list));
+    for (const QPointF& place : {QPointF(5, 5), QPointF(5, list->viewport()->height() - 5)}) { // an item; none
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, place, place, Qt::LeftButton, Qt::LeftButton, {});
+            QApplication::sendEvent(list->viewport(), &event);
+        }
+        EXPECT_TRUE(!showsFocus(*list) && list->selectedItems().size() == 1);
+    }
     click(window, "Presets"); // which hides the list and moves the focus on
     EXPECT_FALSE(showsFocus(*QApplication::focusWidget()));
     click(window, "Displays");

@@ -107,9 +107,22 @@ Sidebar::Sidebar(const QString& label, bool canMove)
     // Not its current item: a list that gets the focus makes its first item the current one by itself.
     connect(this, &QListWidget::itemSelectionChanged, this, [this] {
         const QList<QListWidgetItem*> chosen = selectedItems();
-        if (!chosen.isEmpty() && !isShowing && onSelect)
+        if (isShowing)
+            return;
+        if (chosen.isEmpty())
+            keepSelection();
+        else if (onSelect)
             onSelect(chosen.front()->data(keyRole).toString());
     });
+}
+
+/// A click beside the items takes the selection away, while the page goes on showing the item.
+void Sidebar::keepSelection()
+{
+    isShowing = true;
+    if (currentItem())
+        currentItem()->setSelected(true);
+    isShowing = false;
 }
 
 void Sidebar::show(const std::vector<SidebarItem>& items, const std::optional<QString>& selected)

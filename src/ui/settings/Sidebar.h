@@ -39,6 +39,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void keepSelection();
+
     bool isShowing = false;
     QString draggedKey;
 };
