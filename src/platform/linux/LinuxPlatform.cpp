@@ -67,7 +67,8 @@ Platform makeNativePlatform(const PlatformOptions& options, Clock& clock, MainTh
     const auto records = std::make_shared<KernelRecords>(paths, kernelAnnouncements());
     const auto snapshot = std::make_shared<DisplaySnapshot>(records); // the hardware thread's
     const auto troubles = std::make_shared<DisplayTroubles>();
-    const auto diagnosis = std::make_shared<const DisplayDiagnosis>(paths, records, troubles);
+    const auto diagnosis = std::make_shared<const DisplayDiagnosis>(
+        paths, records, troubles, [] { return pingLoginService(QDBusConnection::systemBus()); });
 
     Platform platform;
     platform.defaults = makeDefaults(options, clock);

@@ -123,8 +123,8 @@ TEST(LinuxDiagnostics, EachDisplayIsToldWhatIsWrongAndWhatWouldHelp)
         const auto troubles = std::make_shared<DisplayTroubles>();
         if (row.trouble)
             troubles->note(display.displayID, *row.trouble);
-        const DisplayDiagnosis diagnosis(system.paths(), system.records(), troubles,
-                                         [](const auto&) { return true; });
+        const DisplayDiagnosis diagnosis(
+            system.paths(), system.records(), troubles, [] { return 0; }, [](const auto&) { return true; });
         const Finding finding = diagnosis.examine(display);
         const bool isMereSilence = row.text == std::string("Switch on DDC/CI");
         EXPECT_EQ(diagnosis.obstacle(display).empty(), finding.kind != Kind::problem || isMereSilence) << row.text;
@@ -139,11 +139,12 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     FakeSysfs system(wired);
     DisplayInfo display;
     display.displayID = displayNumber("card0", "DP-1");
+    int loginError = 0;
     const auto examineOn = [&](const FakeSysfs& machine, bool mayUse) {
         const auto records = machine.records();
-        const auto diagnosis =
-            std::make_shared<const DisplayDiagnosis>(machine.paths(), records, std::make_shared<DisplayTroubles>(),
-                                                     [mayUse](const auto&) { return mayUse; });
+        const auto diagnosis = std::make_shared<const DisplayDiagnosis>(
+            machine.paths(), records, std::make_shared<DisplayTroubles>(), [&] { return loginError; },
+            [mayUse](const auto&) { return mayUse; });
         return LinuxDiagnostics(machine.paths(), records, diagnosis, {}).examine({display});
     };
     const auto examine = [&](bool mayUse) { return examineOn(system, mayUse); };
@@ -171,7 +172,9 @@ TEST(LinuxDiagnostics, WhatConcernsTheMachineComesFirst)
     addBacklight(panel);
     display.displayID = displayNumber("card0", "eDP-1");
     display.method = apple;
-    EXPECT_TRUE(holds(examineOn(panel, false).at(0).text, "login service"));
+    EXPECT_EQ(examineOn(panel, false).at(0).kind, Kind::note);
+    loginError = ENOTCONN;
+    EXPECT_TRUE(holds(examineOn(panel, false).at(0).text, "no login service"));
     FakeSysfs empty;
     EXPECT_TRUE(holds(examineOn(empty, true).at(0).text, "no display connectors"));
     empty.addPciDevice("x", "nvidia", "0x030000");

@@ -29,6 +29,7 @@ TEST_F(LogindTest, TheSessionIsAskedForTheRawValueAndItsRefusalAndEverySleepAreS
 {
     EXPECT_EQ(setBrightness(), ENOTCONN) << "no service yet";
     EXPECT_EQ(setBrightnessThroughLogind(QDBusConnection("none"), "x", 1), ENOTCONN);
+    EXPECT_EQ(pingLoginService(program), ENOTCONN);
     desktop.setRunning("org.freedesktop.login1", true, program);
     EXPECT_EQ(setBrightness(), 0);
     EXPECT_EQ(desktop.calls.last().member(), "SetBrightness");

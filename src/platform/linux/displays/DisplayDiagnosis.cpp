@@ -92,9 +92,10 @@ std::string commaSeparated(const std::vector<std::filesystem::path>& files)
 } // namespace
 
 DisplayDiagnosis::DisplayDiagnosis(SystemPaths paths, std::shared_ptr<KernelRecords> records,
-                                   std::shared_ptr<const DisplayTroubles> troubles, AccessCheck mayUse)
+                                   std::shared_ptr<const DisplayTroubles> troubles, ServiceCheck askLoginService,
+                                   AccessCheck mayUse)
     : paths(std::move(paths)), records(std::move(records)), troubles(std::move(troubles)),
-      mayUse(std::move(mayUse))
+      askLoginService(std::move(askLoginService)), mayUse(std::move(mayUse))
 {
 }
 
@@ -157,6 +158,8 @@ Finding DisplayDiagnosis::examinePanel(const DisplayInfo& display, const Connect
     if (mayUse(backlight->path / "brightness"))
         return good(display,
                     "The panel's brightness is set through the backlight device " + backlight->name + ".");
+    if (const int error = askLoginService(); error == ENOTCONN || error == ETIMEDOUT)
+        return withoutService(display, backlight->name, error);
     return {Finding::Kind::note,
             display.id,
             "The panel's backlight device " + backlight->name +

@@ -19,8 +19,12 @@ public:
     /// True when this process may read and write the file. Any thread.
     using AccessCheck = std::function<bool(const std::filesystem::path&)>;
 
+    /// 0 when the login service answers, else the system's error number. Any thread.
+    using ServiceCheck = std::function<int()>;
+
     DisplayDiagnosis(SystemPaths paths, std::shared_ptr<KernelRecords> records,
-                     std::shared_ptr<const DisplayTroubles> troubles, AccessCheck mayUse = systemAccessCheck());
+                     std::shared_ptr<const DisplayTroubles> troubles, ServiceCheck askLoginService,
+                     AccessCheck mayUse = systemAccessCheck());
 
     /// What was found of an inspected display. The remedy is in whole sentences.
     Finding examine(const DisplayInfo& display) const;
@@ -47,6 +51,7 @@ private:
     SystemPaths paths;
     std::shared_ptr<KernelRecords> records;
     std::shared_ptr<const DisplayTroubles> troubles;
+    ServiceCheck askLoginService;
     AccessCheck mayUse;
 };
 

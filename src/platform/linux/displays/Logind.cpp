@@ -41,18 +41,31 @@ int errorNumber(const QDBusError& error)
     }
 }
 
+/// Makes the call and waits for its answer.
+int errorOf(const QDBusConnection& bus, const QDBusMessage& call)
+{
+    if (!bus.isConnected())
+        return ENOTCONN;
+    const QDBusMessage answer = bus.call(call, QDBus::Block, static_cast<int>(answerTimeout.count()));
+    return answer.type() == QDBusMessage::ErrorMessage ? errorNumber(QDBusError(answer)) : 0;
+}
+
 } // namespace
 
 int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& backlight, std::int64_t raw)
 {
-    if (!bus.isConnected())
-        return ENOTCONN;
     QDBusMessage call =
         QDBusMessage::createMethodCall(QLatin1String(service), QLatin1String(sessionPath),
                                        QLatin1String(sessionInterface), QStringLiteral("SetBrightness"));
     call << QStringLiteral("backlight") << QString::fromStdString(backlight) << static_cast<quint32>(raw);
-    const QDBusMessage answer = bus.call(call, QDBus::Block, static_cast<int>(answerTimeout.count()));
-    return answer.type() == QDBusMessage::ErrorMessage ? errorNumber(QDBusError(answer)) : 0;
+    return errorOf(bus, call);
+}
+
+int pingLoginService(const QDBusConnection& bus)
+{
+    return errorOf(bus, QDBusMessage::createMethodCall(QLatin1String(service), QLatin1String(managerPath),
+                                                       QStringLiteral("org.freedesktop.DBus.Peer"),
+                                                       QStringLiteral("Ping")));
 }
 
 SleepWatch::SleepWatch(QDBusConnection bus, std::function<void(bool)> callback) : callback(std::move(callback))

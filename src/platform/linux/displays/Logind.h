@@ -16,6 +16,9 @@ namespace lumenvale {
 /// it is refused. Hardware thread.
 int setBrightnessThroughLogind(const QDBusConnection& bus, const std::string& backlight, std::int64_t raw);
 
+/// Asks the service, which is started for it, for a sign of life. Waits and returns as above. Any thread.
+int pingLoginService(const QDBusConnection& bus);
+
 /// Calls back on the main thread with true before the machine sleeps and with false when it has woken
 /// (Manager.PrepareForSleep). Silent without a system bus.
 class SleepWatch final : public QObject {
