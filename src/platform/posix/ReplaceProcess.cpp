@@ -11,6 +11,7 @@ namespace lumenvale {
 std::string replaceProcess(const std::string& path, std::vector<std::string> arguments)
 {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& each : arguments)
         pointers.push_back(each.data());
     pointers.push_back(nullptr);

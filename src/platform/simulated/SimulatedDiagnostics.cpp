@@ -27,7 +27,7 @@ public:
     void missing(const std::string& text)
     {
         target.push_back(
-            {Kind::problem, displayID, text, "Add a \"native\" or a \"ddc\" object to " + fileName + "."});
+            {Kind::problem, displayID, text, R"(Add a "native" or a "ddc" object to )" + fileName + "."});
     }
 
 private:

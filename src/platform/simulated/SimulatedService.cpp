@@ -83,7 +83,7 @@ int SimulatedService::readI2C(std::uint32_t chipAddress, std::uint32_t dataAddre
     requestedCode.reset();
     ++replies;
     if (ddc->corruptEvery != 0 && replies % ddc->corruptEvery == 0) {
-        const std::size_t bit = replies * 7 % (reply.size() * 8); // another one each time
+        const std::size_t bit = std::size_t{replies} * 7 % (reply.size() * 8); // another one each time
         reply[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
     }
     reply.resize(bytes.size(), 0xFF); // nobody drives the bus after the reply

@@ -56,7 +56,7 @@ SharedRecords KernelRecords::last()
 
 SharedRecords KernelRecords::lastConnectors()
 {
-    if (const SharedRecords known = kept())
+    if (SharedRecords known = kept())
         return known;
     const std::lock_guard lock(reading);
     if (hasChanged)

@@ -35,8 +35,10 @@ private:
     void* handle;
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses): `name` becomes part of other names
 #define LUMENVALE_FUNCTION(library, name)                                                                         \
     decltype(&xcb_##name) name = library.find<decltype(&xcb_##name)>("xcb_" #name)
+// NOLINTEND(bugprone-macro-parentheses)
 
 struct Xcb {
     Library core{"libxcb.so.1"};

@@ -143,7 +143,7 @@ private:
 
 } // namespace
 
-LinuxStatusBar::LinuxStatusBar(QDBusConnection bus, QString identifier)
+LinuxStatusBar::LinuxStatusBar(const QDBusConnection& bus, QString identifier)
     : bus(bus), identifier(std::move(identifier)), hosts(std::make_shared<StatusHosts>(bus))
 {
 }

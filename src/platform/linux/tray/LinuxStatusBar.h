@@ -15,7 +15,7 @@ class StatusHosts;
 
 class LinuxStatusBar final : public StatusBar {
 public:
-    LinuxStatusBar(QDBusConnection bus, QString identifier);
+    LinuxStatusBar(const QDBusConnection& bus, QString identifier);
     ~LinuxStatusBar() override;
 
     std::unique_ptr<StatusItem> createItem(StatusItemContent content) override;
