@@ -13,7 +13,7 @@ namespace lumenvale {
 namespace {
 
 /// A description is about one kilobyte; what is larger is something else.
-constexpr qint64 largestFile = 64 * 1024;
+constexpr qint64 largestFile = 64 * qint64{1024};
 
 tl::expected<std::string, std::string> readText(const std::string& path)
 {
