@@ -77,8 +77,8 @@ private:
     /// Once chosen, a display stays the one, whatever others are called.
     tl::expected<std::vector<DisplayInfo>, std::string> choose(const std::vector<DisplayInfo>& displays)
     {
-        if (findDisplay(displays, chosenID))
-            return chooseDisplays(displays, chosenID);
+        if (!chosenID.empty())
+            return chooseDisplays(displays, chosenID); // an error while it is away
         auto chosen = chooseDisplays(displays, wanted);
         if (chosen && wanted != allDisplays)
             chosenID = chosen->front().id;

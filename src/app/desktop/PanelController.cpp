@@ -159,6 +159,8 @@ void PanelController::showPanel(const Rect& frame)
     menuPanel->winId(); // makes the window
     setFrame(frame);
     menuPanel->show();
+    if (content->extraHeight() > 0) // known only now
+        positionMenu();
     bringToFront();
     outsideClickMonitor = windows.monitorOutsideClicks(menuPanel->winId(), [this] { clickedOutside(); });
     localEventMonitor = std::make_unique<LocalEventMonitor>(

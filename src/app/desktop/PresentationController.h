@@ -23,18 +23,19 @@ public:
 
     /// Shows the program, after the callbacks are set, and from then on follows preferences and system.
     void start();
-    /// Looks again whether the system shows status items, which it may not announce.
-    void updateStatusArea();
     /// Whether an icon of the program can be seen; none while the system has not said whether it shows status
     /// items.
     std::optional<bool> showsIcon() const;
 
-    std::function<void(StatusItem*)>
-        statusItemChanged;                   ///< the item lives until the next call; null: there is none
-    std::function<void()> applied;           ///< a choice of the user, which can hide windows
-    std::function<void()> statusAreaChanged; ///< or may have
+    /// With the item that is there until the next call; null: there is none.
+    std::function<void(StatusItem*)> statusItemChanged;
+    /// After a choice of the user, which can hide the program's windows.
+    std::function<void()> applied;
+    /// When the system's answer may be another one.
+    std::function<void()> statusAreaChanged;
 
 private:
+    void updateStatusArea();
     void apply(AppPresentation presentation);
     void updateActivationPolicy();
     void setStatusItem(std::unique_ptr<StatusItem> item);

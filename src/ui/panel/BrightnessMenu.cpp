@@ -132,6 +132,7 @@ void BrightnessMenu::showEvent(QShowEvent* event)
 {
     MenuGlassBackground::showEvent(event);
     settleLayout();
+    redrawDisplays(); // how high a text is depends on the width
 }
 
 /// Lays out now what would move on the loop's next turns, so that no half-way picture is shown.

@@ -94,11 +94,9 @@ struct RoutesOf {
 
     const FakeSysfs& system;
     std::shared_ptr<FakeI2cDriver> driver = std::make_shared<FakeI2cDriver>();
-    LinuxRoutes routes{std::make_shared<DisplaySnapshot>(system.records()),
-                       driver,
-                       {[](auto) {}, {}, {}},
-                       std::make_shared<DisplayTroubles>(),
-                       {}};
+    std::shared_ptr<DisplayTroubles> troubles = std::make_shared<DisplayTroubles>();
+    LinuxRoutes routes{
+        std::make_shared<DisplaySnapshot>(system.records()), driver, {[](auto) {}, {}, {}}, troubles, {}};
 };
 
 TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)
@@ -130,6 +128,17 @@ TEST(LinuxRoutes, ABusThatAnotherProgramHoldsIsAskedLast)
     routes.driver->busyLocks = 1;
     EXPECT_TRUE(routes.find().at("DP-1").service);
     EXPECT_EQ(std::ranges::count(routes.driver->log, "W50 00"), 1) << "nothing was sent to the other";
+}
+
+TEST(LinuxRoutes, EachMonitorThatABusyBusMayLeadToIsSaidToBeBusy)
+{
+    const FakeSysfs system("nvidia DP-1=S DP-2=O; 3 S NVIDIA i2c adapter 3");
+    RoutesOf routes(system);
+    routes.driver->busyLocks = 100000;
+    EXPECT_FALSE(routes.find().at("DP-2").service);
+    for (const char* each : {"DP-1", "DP-2"})
+        EXPECT_EQ(routes.troubles->of(displayNumber("card0", each)).value().kind, DisplayTrouble::Kind::busy)
+            << each;
 }
 
 TEST(LinuxRoutes, TheRecordsOfARoundDecideWhichDisplayItIs)

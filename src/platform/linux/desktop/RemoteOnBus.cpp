@@ -42,6 +42,8 @@ void DisplaysAdaptor::answer(const QDBusMessage& call, const Request& request)
         return;
     }
     const auto outcome = request();
+    if (!call.isReplyRequired())
+        return;
     bus.send(outcome ? call.createReply()
                      : call.createErrorReply(refusedError, QString::fromStdString(outcome.error())));
 }

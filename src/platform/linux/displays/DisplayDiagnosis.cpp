@@ -207,7 +207,8 @@ Finding DisplayDiagnosis::examineSilence(const DisplayInfo& display, const Conne
         return problem(display, "No channel of the graphics card shows this monitor's identification.",
                        connectDirectly);
     if (trouble->kind == Kind::busy)
-        return problem(display, "Another program kept the monitor's channel busy.", "Refresh.");
+        return problem(display, "Another program kept the monitor's channel busy.",
+                       "Try again when it has finished.");
     if (trouble->kind == Kind::implausible)
         return implausible(display, *trouble);
     if (trouble->kind == Kind::withoutValue)

@@ -59,6 +59,8 @@ SharedRecords KernelRecords::lastConnectors()
     if (SharedRecords known = kept())
         return known;
     const std::lock_guard lock(reading);
+    if (SharedRecords known = kept()) // read meanwhile
+        return known;
     if (hasChanged)
         (void)hasChanged(); // what is read below has it
     return keep({.connectors = readConnectors(paths)});

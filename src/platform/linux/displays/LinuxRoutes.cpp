@@ -72,8 +72,10 @@ struct Search {
     tl::expected<EdidBlock, int> readEdid(const I2cAdapter& adapter, IfBusy ifBusy)
     {
         const auto known = edids.find(adapter.number);
-        if (known != edids.end())
+        if (known != edids.end()) {
+            isBusy = isBusy || (!known->second && known->second.error() == EAGAIN);
             return known->second;
+        }
         if (wait.stopping.isCancelled())
             return tl::unexpected(ECANCELED);
         I2cBus bus(adapter, driver);

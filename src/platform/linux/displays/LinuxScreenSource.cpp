@@ -81,10 +81,14 @@ std::optional<std::uint32_t> LinuxScreenSource::displayAt(Point point)
 std::vector<WindowScreen> sessionOutputs()
 {
     constexpr std::chrono::milliseconds patience(500); // it answers at once, or hangs
-    if (isWaylandSession())
+    const auto variable = [](const char* name) {
+        const char* const text = std::getenv(name);
+        return std::string_view(text ? text : "");
+    };
+    if (!variable("WAYLAND_DISPLAY").empty())
         return waylandOutputs(patience);
-    const char* const server = std::getenv("DISPLAY");
-    const bool isLocal = server && (*server == ':' || std::string_view(server).starts_with("unix:"));
+    const std::string_view server = variable("DISPLAY");
+    const bool isLocal = server.starts_with(':') || server.starts_with("unix:");
     return isLocal ? randrOutputs() : std::vector<WindowScreen>(); // not those of a machine that shows our windows
 }
 

@@ -89,17 +89,19 @@ std::uint32_t trayWindow()
     xcb_connection_t* const server = connection();
     const xcb_window_t tray = server ? ownerOf(server, "_NET_SYSTEM_TRAY_S0") : 0; // System Tray Protocol
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;                    // which Qt selects too
-    if (tray != XCB_WINDOW_NONE)
-        xcb_change_window_attributes(server, tray, XCB_CW_EVENT_MASK, &mask);
-    return tray;
+    if (tray == XCB_WINDOW_NONE)
+        return tray;
+    xcb_change_window_attributes(server, tray, XCB_CW_EVENT_MASK, &mask);
+    return ownerOf(server, "_NET_SYSTEM_TRAY_S0"); // its end may have come before the selection of events
 }
 
 bool announcesManager(const void* event)
 {
     // Inter-Client Communication Conventions Manual, "Manager Selections": sent to the root window, of which Qt
     // hears such messages.
+    static const xcb_atom_t manager = atom(connection(), "MANAGER");
     const auto& message = *static_cast<const xcb_client_message_event_t*>(event);
-    return (message.response_type & 0x7F) == XCB_CLIENT_MESSAGE && message.type == atom(connection(), "MANAGER");
+    return (message.response_type & 0x7F) == XCB_CLIENT_MESSAGE && message.type == manager;
 }
 
 void setClass(WindowHandle window, const std::string& identifier)

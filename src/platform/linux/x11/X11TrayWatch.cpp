@@ -22,8 +22,9 @@ bool X11TrayWatch::nativeEventFilter(const QByteArray& eventType, void* message,
     const bool isEnd = (event.response_type & 0x7F) == XCB_DESTROY_NOTIFY && event.window == tray;
     if (!isEnd && !x11::announcesManager(message))
         return false;
-    tray = x11::trayWindow();
-    changed();
+    const xcb_window_t now = x11::trayWindow();
+    if (std::exchange(tray, now) != now)
+        changed();
     return false;
 }
 
