@@ -60,7 +60,8 @@ void drawShadow(QPainter& painter, const QRectF& box, double radius, double marg
     const auto opacityAt = [reach](double distance) { return darkest * std::pow(1 - distance / reach, 2); };
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    for (double distance = reach; distance >= 1; --distance) { // they add up towards the box
+    for (int inset = 0; inset <= reach - 1; ++inset) { // they add up towards the box
+        const double distance = reach - inset;
         painter.setBrush(shadowColour(opacityAt(distance - 1) - opacityAt(distance)));
         const QRectF ring = box.adjusted(-distance, -distance, distance, distance).translated(0, drop);
         painter.drawRoundedRect(ring, radius + distance, radius + distance);

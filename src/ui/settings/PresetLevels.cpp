@@ -92,7 +92,7 @@ void PresetLevels::redraw()
     std::vector<std::pair<std::string, double>> absent;
     for (const auto& level : preset->values) {
         if (!store.display(level.first))
-            absent.push_back(level);
+            absent.emplace_back(level);
     }
     disconnected->assign(
         absent, &std::pair<std::string, double>::first, [preset](DisconnectedRow& row, const auto& level) {

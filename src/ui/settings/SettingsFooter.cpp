@@ -93,7 +93,7 @@ QString buildTimeText(const QDateTime& time, const QLocale& locale)
 {
     // Qt has no middle formats: these are the long ones, without the day of the week and the time zone.
     static const QRegularExpression weekday("^dddd[\\s,،]*|[\\s,،]*dddd");
-    static const QRegularExpression zone("\\s*\\(?t+\\)?\\s*");
+    static const QRegularExpression zone(R"(\s*\(?t+\)?\s*)");
     const QString date = locale.dateFormat(QLocale::LongFormat).remove(weekday).replace("MMMM", "MMM");
     const QString clock = locale.timeFormat(QLocale::LongFormat).remove(zone);
     return locale.toString(time.date(), date) + ", " + locale.toString(time.time(), clock);
