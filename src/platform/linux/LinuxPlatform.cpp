@@ -15,7 +15,6 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QStandardPaths>
-#include <cerrno>
 #include <utility>
 
 namespace lumenvale {
@@ -30,7 +29,7 @@ int setThroughLogind(const std::string& backlight, std::int64_t raw)
     const QString name = QStringLiteral("lumenvale-brightness");
     const int error = setBrightnessThroughLogind(QDBusConnection::connectToBus(QDBusConnection::SystemBus, name),
                                                  backlight, raw);
-    if (error == ETIMEDOUT || error == ENOTCONN)
+    if (error != 0)
         QDBusConnection::disconnectFromBus(name);
     return error;
 }
