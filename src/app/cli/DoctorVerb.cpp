@@ -39,7 +39,7 @@ std::string_view attempts(ControlMethod method)
     case ControlMethod::ddc:
         return "tried: the system's own brightness functions, without a reading; then DDC/CI, which answered.";
     case ControlMethod::unavailable:
-        return "tried: the system's own brightness functions, without a reading; then DDC/CI, without an answer.";
+        return "tried: the system's own brightness functions, without a reading; then DDC/CI, without one either.";
     }
     return "";
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/displays/KernelModes.h"
 
+#include "platform/linux/displays/ModeLine.h"
 #include "platform/posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -21,15 +22,11 @@ std::unique_ptr<Value, void (*)(Value*)> owned(Value* value, void (*release)(Val
     return {value, release};
 }
 
-double refreshRate(const drmModeModeInfo& mode)
+ModeLine modeLine(const drmModeModeInfo& mode)
 {
-    double lines = mode.vtotal;
-    if ((mode.flags & DRM_MODE_FLAG_DBLSCAN) != 0)
-        lines *= 2;
-    if ((mode.flags & DRM_MODE_FLAG_INTERLACE) != 0)
-        lines /= 2;
-    const double pixels = lines * mode.htotal;
-    return pixels > 0 ? mode.clock * 1000.0 / pixels : 0.0;
+    constexpr double kilohertz = 1000;
+    return {mode.clock * kilohertz, static_cast<double>(mode.htotal), static_cast<double>(mode.vtotal),
+            (mode.flags & DRM_MODE_FLAG_DBLSCAN) != 0, (mode.flags & DRM_MODE_FLAG_INTERLACE) != 0};
 }
 
 std::optional<ScreenMode> currentMode(int card, const drmModeConnector& connector)
@@ -38,7 +35,7 @@ std::optional<ScreenMode> currentMode(int card, const drmModeConnector& connecto
     const auto crtc = owned(encoder ? drmModeGetCrtc(card, encoder->crtc_id) : nullptr, drmModeFreeCrtc);
     if (!crtc || crtc->mode_valid == 0)
         return std::nullopt;
-    return ScreenMode{crtc->mode.hdisplay, crtc->mode.vdisplay, refreshRate(crtc->mode)};
+    return ScreenMode{crtc->mode.hdisplay, crtc->mode.vdisplay, refreshRate(modeLine(crtc->mode))};
 }
 
 /// The display number; see displayNumber, whose types have the kernel's numbers.

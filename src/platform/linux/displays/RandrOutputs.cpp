@@ -2,6 +2,7 @@
 #include "platform/linux/displays/RandrOutputs.h"
 
 #include "platform/linux/displays/Edid.h"
+#include "platform/linux/displays/ModeLine.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -83,15 +84,11 @@ std::unique_ptr<Reply, Free> owned(Reply* reply)
     return std::unique_ptr<Reply, Free>(reply);
 }
 
-double refreshRate(const xcb_randr_mode_info_t& mode)
+ModeLine modeLine(const xcb_randr_mode_info_t& mode)
 {
-    double lines = mode.vtotal;
-    if ((mode.mode_flags & XCB_RANDR_MODE_FLAG_DOUBLE_SCAN) != 0)
-        lines *= 2;
-    if ((mode.mode_flags & XCB_RANDR_MODE_FLAG_INTERLACE) != 0)
-        lines /= 2;
-    const double pixels = lines * mode.htotal;
-    return pixels > 0 ? mode.dot_clock / pixels : 0.0;
+    return {static_cast<double>(mode.dot_clock), static_cast<double>(mode.htotal),
+            static_cast<double>(mode.vtotal), (mode.mode_flags & XCB_RANDR_MODE_FLAG_DOUBLE_SCAN) != 0,
+            (mode.mode_flags & XCB_RANDR_MODE_FLAG_INTERLACE) != 0};
 }
 
 /// One look at the server's outputs.
@@ -168,7 +165,7 @@ private:
         for (const xcb_randr_mode_info_t& each : modes) {
             if (each.id != crtc.mode)
                 continue;
-            ScreenMode found{each.width, each.height, refreshRate(each)};
+            ScreenMode found{each.width, each.height, refreshRate(modeLine(each))};
             if ((crtc.rotation & (XCB_RANDR_ROTATION_ROTATE_90 | XCB_RANDR_ROTATION_ROTATE_270)) != 0)
                 std::swap(found.pixelWidth, found.pixelHeight);
             return found;
