@@ -199,8 +199,8 @@ struct Shell {
     bool hasMenuBar = false;                      ///< the system shows the program's menus, apart from its windows
     std::unique_ptr<AppearanceSource> appearance; ///< null where Qt follows the desktop by itself
     std::unique_ptr<StartupService> startup;      ///< registers the identity's command
-    std::unique_ptr<HotKeyService> hotKeys;
-    std::unique_ptr<RemoteControl> remote; ///< null where programs have no bus to call each other
+    std::unique_ptr<HotKeyService> hotKeys;       ///< null where the system has none
+    std::unique_ptr<RemoteControl> remote;        ///< null where programs have no bus to call each other
 };
 
 /// Before the application object: has Qt leave to this program when it comes to the front. Defined once per
