@@ -155,7 +155,8 @@ def other_programs_watch_and_set_through_the_bus(session):
     def described(xml):
         interface = Gio.DBusNodeInfo.new_for_xml(xml).lookup_interface("app.lumenvale.Lumenvale.Displays")
         return [sorted((each.name, [arg.name for arg in getattr(each, kind)]) for each in members)
-                for members, kind in ((interface.methods, "in_args"), (interface.signals, "args"))]
+                for members, kind in ((interface.methods, "in_args"), (interface.signals, "args"))] + [
+                    sorted((each.name, [note.value for note in each.annotations]) for each in interface.properties)]
 
     wait_until(lambda: session.bus.call_sync(
         "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner", GLib.Variant("(s)", (name,)), None,

@@ -18,6 +18,26 @@ namespace lumenvale {
 class DisplaysAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "app.lumenvale.Lumenvale.Displays")
+    // What Qt makes of the class would leave out that no signal of its own tells of the properties' changes.
+    Q_CLASSINFO("D-Bus Introspection",
+                "<interface name='app.lumenvale.Lumenvale.Displays'>"
+                "<property name='Displays' type='s' access='read'>"
+                "<annotation name='org.freedesktop.DBus.Property.EmitsChangedSignal' value='false'/>"
+                "</property>"
+                "<property name='Folder' type='s' access='read'>"
+                "<annotation name='org.freedesktop.DBus.Property.EmitsChangedSignal' value='const'/>"
+                "</property>"
+                "<method name='Set'>"
+                "<arg name='display' type='s' direction='in'/>"
+                "<arg name='level' type='s' direction='in'/>"
+                "</method>"
+                "<method name='Apply'>"
+                "<arg name='preset' type='s' direction='in'/>"
+                "</method>"
+                "<signal name='Changed'>"
+                "<arg name='displays' type='s'/>"
+                "</signal>"
+                "</interface>")
     Q_PROPERTY(QString Displays READ displays)
     Q_PROPERTY(QString Folder READ folder)
 
