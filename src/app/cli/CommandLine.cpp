@@ -159,8 +159,9 @@ tl::expected<CommandLine, std::string> parseCommandLine(std::vector<std::string>
         commands.emplace_back(command, ParsedArguments(*command, each.arguments));
     }
     // Commands that are added later would print it too.
-    app.footer("Exit status: 0 done, 1 refused by the hardware or a problem found, 2 wrong use, 3 no such display "
-               "or preset.");
+    app.footer(
+        "Exit status: 0 done, 1 refused by the hardware or a problem found, 2 wrong use or a mistake in the "
+        "files it read, 3 no such display or preset.");
 
     protectNegativeLevels(arguments);
     std::reverse(arguments.begin(), arguments.end()); // the library takes them from the back

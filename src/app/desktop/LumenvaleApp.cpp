@@ -119,7 +119,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
     platformOptions.report = [](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); };
     auto platform = makePlatform(platformOptions, clock, mainThread);
     if (!platform)
-        return complain(platform.error(), exitRefused);
+        return complain(platform.error(), exitMisused);
     migrateLegacyDefaults(*platform->defaults);
 
     DisplayHardware hardware(std::move(platform->hardware), mainThread);
@@ -156,7 +156,7 @@ int LumenvaleApp::findPreset(int& argc, char** argv)
     platformOptions.simulationFolder = options.simulationFolder;
     const auto platform = makePlatform(platformOptions, clock, mainThread);
     if (!platform)
-        return complain(platform.error(), exitRefused);
+        return complain(platform.error(), exitMisused);
     const auto preset = choosePreset(PresetStore(*platform->defaults).presets.get(), options.request->preset);
     if (!preset)
         return complain(preset.error(), exitUnknown);
