@@ -116,7 +116,7 @@ private:
         std::map<std::string, std::string> all;
         for (const QString& each : QDir(QString::fromStdString(files.path())).entryList(QDir::Files)) {
             std::string& held = all[each.toStdString()] = files.text(each.toStdString());
-            const auto monitor = nlohmann::json::parse(held, nullptr, false);
+            const auto monitor = parseJson(held).value_or(Json());
             if (monitor.contains("native"))
                 held = QString::number(monitor["native"].value("brightness", -1.0)).toStdString();
             else if (monitor.contains("ddc"))
@@ -172,10 +172,10 @@ TEST_F(CommandLineTest, DoesWhatItIsToldOnEveryKindOfDisplay)
 
 TEST_F(CommandLineTest, ListsEveryFieldAndAppliesPresetsToWhatIsConnected)
 {
-    const auto list = nlohmann::json::parse(run("list --json").out);
+    const auto list = parseJson(run("list --json").out).value();
     EXPECT_EQ(list[0].size(), 21U);
-    EXPECT_EQ(list[2].at("maximum"), 255);
-    EXPECT_EQ(list[3].at("brightness"), nullptr);
+    EXPECT_EQ(list[2].at("maximum").get<int>(), 255);
+    EXPECT_TRUE(list[3].at("brightness").is_null());
     std::string ids[2];
     {
         const auto defaults = std::move(makeHere().defaults);

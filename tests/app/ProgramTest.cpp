@@ -37,7 +37,7 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     EXPECT_EQ(err, "There is no preset \"Typo\".\n");
     EXPECT_EQ(run({"--show-panel"}, out, err), 1) << "there is no folder for the lock";
     EXPECT_EQ(err, "The folder /dev/null/app.lumenvale.Lumenvale cannot be used: Not a directory (20).\n");
-    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 0.62);
+    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness").get<double>(), 0.62);
 }
 
 TEST(Program, CopiesThatAreStartedAtOnceAllMakeTheirStep)
@@ -52,8 +52,8 @@ TEST(Program, CopiesThatAreStartedAtOnceAllMakeTheirStep)
         EXPECT_TRUE(each.waitForFinished());
         EXPECT_EQ(each.exitCode(), 0) << each.readAllStandardError().toStdString();
     }
-    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness"), 8.0 / 15) << "five levels";
-    EXPECT_EQ(files.monitor("2.json").at("ddc").at("current"), 35);
+    EXPECT_EQ(files.monitor("1.json").at("native").at("brightness").get<double>(), 8.0 / 15) << "five levels";
+    EXPECT_EQ(files.monitor("2.json").at("ddc").at("current").get<int>(), 35);
 }
 
 } // namespace

@@ -74,21 +74,21 @@ TEST(PresetJson, OneMissingOrMistypedRequiredValueFailsTheDocumentAndIsNamed)
     for (const std::string key : {"functionKey", "command", "option", "control", "shift"})
         mistakes.push_back({"/1/shortcut/" + key, nullptr, "[1].shortcut: the key \"" + key + "\" is missing"});
     for (const Mistake& each : mistakes) {
-        Json document = parseJson(textOf({evening(), evening()})).value();
-        const Json::json_pointer place(each.place);
+        OrderedJson document = parseOrderedJson(textOf({evening(), evening()})).value();
+        const OrderedJson::json_pointer place(each.place);
         if (each.value)
-            document[place] = parseJson(each.value).value();
+            document[place] = parseOrderedJson(each.value).value();
         else
             document[place.parent_pointer()].erase(place.back());
-        EXPECT_EQ(problemOf(document.dump()), each.problem) << each.place;
+        EXPECT_EQ(problemOf(writeJson(document)), each.problem) << each.place;
     }
 }
 
 TEST(PresetJson, LevelsThatAreNoNumbersAreReadForTheStoreToDropAndCannotBeWritten)
 {
-    Json document = parseJson(eveningText).value();
-    document[0]["values"] = parseJson(R"({"a":1,"b":"0.5","c":null,"d":false})").value();
-    const auto values = decodePresets(bytes(document.dump())).value().at(0).values;
+    OrderedJson document = parseOrderedJson(eveningText).value();
+    document[0]["values"] = parseOrderedJson(R"({"a":1,"b":"0.5","c":null,"d":false})").value();
+    const auto values = decodePresets(bytes(writeJson(document))).value().at(0).values;
     EXPECT_EQ(values.at("a"), 1.0);
     for (const char* display : {"b", "c", "d"})
         EXPECT_TRUE(std::isnan(values.at(display)));

@@ -2,9 +2,10 @@
 // A folder of simulated monitors that lasts as long as the test.
 #pragma once
 
+#include "base/Json.h"
+
 #include <QFile>
 #include <QTemporaryDir>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 
@@ -37,7 +38,7 @@ public:
     }
 
     /// What the file says now.
-    nlohmann::json monitor(const std::string& name) const { return nlohmann::json::parse(text(name)); }
+    Json monitor(const std::string& name) const { return parseJson(text(name)).value(); }
 
 private:
     QString pathOf(const std::string& name) const { return folder.filePath(QString::fromStdString(name)); }

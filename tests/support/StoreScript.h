@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <regex>
 #include <sstream>
 
 namespace lumenvale {
@@ -261,7 +260,13 @@ template <typename World>
 void play(const std::string& start, const Scenario& scenario, void (World::*destroy)())
 {
     SCOPED_TRACE(scenario.name);
-    const std::string script = start + std::regex_replace(scenario.script, std::regex("\n *\\| "), " ");
+    std::istringstream lines(start + scenario.script);
+    std::string script;
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t first = line.find_first_not_of(' ');
+        const bool continues = first != std::string::npos && line[first] == '|';
+        script += continues ? line.substr(first + 1) : '\n' + line;
+    }
     for (std::size_t end = script.size(); end != 0 && end != std::string::npos;
          end = script.rfind('\n', end - 1)) {
         World world;

@@ -79,12 +79,12 @@ TEST(MonitorFile, NamesFileAndKeyOfAMistake)
 
 TEST(MonitorFile, ChangesOneValueAndKeepsAllElseInItsOrder)
 {
-    auto expected = nlohmann::ordered_json::parse(studio);
+    auto expected = parseOrderedJson(studio).value();
     expected["ddc"]["current"] = 250;
     expected["native"]["brightness"] = 0.3;
     expected["ddc"]["failNextTransfers"] = 0;
     const std::string changed = withFailNextTransfers(withNativeBrightness(withDdcCurrent(studio, 250), 0.3), 0);
-    EXPECT_EQ(nlohmann::ordered_json::parse(changed).dump(), expected.dump());
+    EXPECT_EQ(writeJson(parseOrderedJson(changed).value()), writeJson(expected));
 }
 
 TEST(SimulatedFolder, KeepsTheOthersWhenAFileIsBrokenAndADisplaysNumberWhenOthersComeAndGo)

@@ -91,8 +91,8 @@ TEST_F(SimulatedPlatformTest, DrivesEachDisplayThroughItsOwnFileAndFailsAsThatAs
     EXPECT_EQ(reports, std::vector<std::string>{R"(z.json: "nativ" is not a known key.)"}) << "once";
     for (std::size_t i = 0; i < rows.size(); ++i)
         EXPECT_EQ(set("display-" + std::to_string(i + 1), 0.3), rows[i].second) << rows[i].first;
-    EXPECT_EQ(files.monitor("a.json").at("native").at("brightness"), 0.3);
-    EXPECT_EQ(files.monitor("d.json").at("ddc").at("current"), 77);
+    EXPECT_EQ(files.monitor("a.json").at("native").at("brightness").get<double>(), 0.3);
+    EXPECT_EQ(files.monitor("d.json").at("ddc").at("current").get<int>(), 77);
     EXPECT_LT(displays.at(1).brightness, displays.at(2).brightness) << "identical monitors have each their own";
     const DisplayInfo& full = displays.at(3);
     EXPECT_EQ(full.connection + full.hardwareSerial + full.nativeResolution, "DPQX75120 × 2880");

@@ -72,7 +72,7 @@ TEST_F(SimulatedServiceTest, FailsAsItsFileAsks)
     EXPECT_EQ(waits, std::vector(2, std::chrono::microseconds(30'000)));
     describe(R"(, "failNextTransfers": 2)");
     EXPECT_NE(write(setTo50), 0);
-    EXPECT_EQ(folder.monitor("x.json").at("ddc").at("failNextTransfers"), 1);
+    EXPECT_EQ(folder.monitor("x.json").at("ddc").at("failNextTransfers").get<int>(), 1);
     EXPECT_EQ(read(), Bytes{});
     describe(R"(, "corruptEvery": 3)");
     for (int reply = 1; reply <= 30; ++reply) {
