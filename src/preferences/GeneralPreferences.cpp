@@ -12,6 +12,28 @@ constexpr char migratedKey[] = "migratedLegacyDefaults";
 
 } // namespace
 
+std::string_view rawValue(AppPresentation presentation)
+{
+    switch (presentation) {
+    case AppPresentation::menuBar:
+        return "menuBar";
+    case AppPresentation::dock:
+        return "dock";
+    case AppPresentation::both:
+        return "both";
+    }
+    return {};
+}
+
+std::optional<AppPresentation> appPresentationFromRawValue(std::string_view text)
+{
+    for (const AppPresentation each : allPresentations) {
+        if (rawValue(each) == text)
+            return each;
+    }
+    return std::nullopt;
+}
+
 GeneralPreferences::GeneralPreferences(UserDefaults& defaults, StartupService& startup)
     : defaults(defaults), startup(startup)
 {

@@ -5,14 +5,27 @@
 
 #include "base/Published.h"
 #include "base/UserDefaults.h"
-#include "preferences/AppPresentation.h"
 #include "preferences/StartupService.h"
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace lumenvale {
+
+/// Where the program presents itself.
+enum class AppPresentation { menuBar, dock, both };
+
+inline constexpr std::array allPresentations = {AppPresentation::menuBar, AppPresentation::dock,
+                                                AppPresentation::both};
+
+/// The stored form: "menuBar", "dock", "both".
+std::string_view rawValue(AppPresentation presentation);
+
+/// Accepts exactly the texts of `rawValue`.
+std::optional<AppPresentation> appPresentationFromRawValue(std::string_view text);
 
 class GeneralPreferences {
 public:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/JsonUserDefaults.h"
 
-#include "platform/posix/FolderLock.h"
+#include "platform/posix/FileLock.h"
 #include "platform/qt/PreferenceJson.h"
 
 #include <QFile>

@@ -9,7 +9,7 @@
 
 namespace lumenvale {
 
-/// The other program that holds an advisory lock on `file`: "ddcutil (process 812)"; none when none does.
+/// The other program that holds an advisory lock on `file`: "colord (process 812)"; none when none does.
 std::optional<std::string> lockHolder(const SystemPaths& paths, const std::filesystem::path& file);
 
 /// Another program that has `file` open, likewise. Programs of other users do not show it, except to root.
