@@ -220,3 +220,5 @@ void NoticeLabel::setText(const QString& text, bool isWarning)
 }
 
 } // namespace lumenvale
+
+#include "moc_Labels.cpp"

@@ -188,3 +188,5 @@ void Sidebar::dropEvent(QDropEvent* event)
 }
 
 } // namespace lumenvale
+
+#include "moc_Sidebar.cpp"

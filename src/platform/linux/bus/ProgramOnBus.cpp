@@ -72,3 +72,5 @@ std::unique_ptr<RunningProgram> makeNativeRunningProgram(const PlatformOptions& 
 }
 
 } // namespace lumenvale
+
+#include "moc_ProgramOnBus.cpp"

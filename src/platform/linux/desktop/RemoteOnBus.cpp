@@ -74,3 +74,5 @@ void RemoteOnBus::displaysChanged()
 }
 
 } // namespace lumenvale
+
+#include "moc_RemoteOnBus.cpp"

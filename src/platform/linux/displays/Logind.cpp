@@ -78,3 +78,5 @@ SleepWatch::SleepWatch(QDBusConnection bus, std::function<void(bool)> callback) 
 void SleepWatch::prepareForSleep(bool begins) { callback(begins); }
 
 } // namespace lumenvale
+
+#include "moc_Logind.cpp"

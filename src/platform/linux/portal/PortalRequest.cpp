@@ -54,3 +54,5 @@ void PortalRequest::respond(uint response, const QVariantMap& results)
 }
 
 } // namespace lumenvale
+
+#include "moc_PortalRequest.cpp"

@@ -172,3 +172,5 @@ void PortalSession::ended()
 }
 
 } // namespace lumenvale
+
+#include "moc_PortalSession.cpp"

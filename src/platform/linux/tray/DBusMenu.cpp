@@ -149,3 +149,5 @@ QList<int> DBusMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& idError
 }
 
 } // namespace lumenvale
+
+#include "moc_DBusMenu.cpp"

@@ -134,3 +134,5 @@ void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString& token)
 }
 
 } // namespace lumenvale
+
+#include "moc_StatusNotifierItem.cpp"

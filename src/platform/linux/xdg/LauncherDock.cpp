@@ -77,3 +77,5 @@ void LauncherDock::menuChanged()
 }
 
 } // namespace lumenvale
+
+#include "moc_LauncherDock.cpp"
