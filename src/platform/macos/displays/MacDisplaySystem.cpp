@@ -13,13 +13,13 @@ namespace lumenvale {
 namespace {
 
 /// In the system's shared cache, where only dlopen finds it.
-constexpr char libraryPath[] = "/System/Library/Frameworks/CoreDisplay.framework/CoreDisplay";
+constexpr char coreDisplayPath[] = "/System/Library/Frameworks/CoreDisplay.framework/CoreDisplay";
 
 } // namespace
 
 MacDisplaySystem::MacDisplaySystem()
 {
-    void* const opened = dlopen(libraryPath, RTLD_LAZY);
+    void* const opened = dlopen(coreDisplayPath, RTLD_LAZY);
     if (!opened)
         return;
     handle = std::shared_ptr<void>(opened, [](void* library) { dlclose(library); });

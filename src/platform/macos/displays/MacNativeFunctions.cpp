@@ -10,7 +10,8 @@ namespace lumenvale {
 namespace {
 
 /// There is no such file: the library is in the system's shared cache, where only dlopen finds it.
-constexpr char libraryPath[] = "/System/Library/PrivateFrameworks/DisplayServices.framework/DisplayServices";
+constexpr char displayServicesPath[] =
+    "/System/Library/PrivateFrameworks/DisplayServices.framework/DisplayServices";
 
 } // namespace
 
@@ -20,7 +21,7 @@ NativeFunctions loadDisplayServices()
     using Setter = std::int32_t (*)(std::uint32_t displayID, float brightness);
 
     NativeFunctions functions;
-    void* const handle = dlopen(libraryPath, RTLD_LAZY);
+    void* const handle = dlopen(displayServicesPath, RTLD_LAZY);
     if (!handle)
         return functions;
     functions.handle = std::shared_ptr<void>(handle, [](void* opened) { dlclose(opened); });
