@@ -62,6 +62,8 @@ LogSink standardErrorLog()
 
 int runVerb(const CommandLine& line, int& argc, char** argv, std::ostream& out, std::ostream& err)
 {
+    // On a Mac, the loop of a program without windows hears of displays and of sleep only if Qt is told so.
+    qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
     const QCoreApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // numbers are written alike everywhere
 
