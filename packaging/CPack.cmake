@@ -8,7 +8,6 @@ set(CPACK_PACKAGE_HOMEPAGE_URL https://lumenvale.app)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "brightness of every connected display in one small panel")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
@@ -29,6 +28,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_PRE_BUILD_SCRIPTS ${debian}/PlaceCompletions.cmake)
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME lumenvale)
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION utils)
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "${about_desktop}")
@@ -58,11 +58,12 @@ set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
   /usr/lib/udev /usr/lib/udev/rules.d /usr/lib/modules-load.d /usr/share/applications /usr/share/dbus-1
   /usr/libexec /usr/share/dbus-1/interfaces /usr/share/dbus-1/services /usr/share/icons /usr/share/icons/hicolor /usr/share/metainfo /usr/share/man
   /usr/share/man/man1 /usr/share/bash-completion /usr/share/bash-completion/completions /usr/share/zsh
-  /usr/share/zsh/vendor-completions /usr/share/fish /usr/share/fish/vendor_completions.d)
+  /usr/share/zsh/site-functions /usr/share/fish /usr/share/fish/vendor_completions.d)
 
 if(APPLE)
   set(CPACK_GENERATOR ZIP) # of the bundle as it was signed: nothing may change in it
 else()
+  set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
   set(CPACK_COMPONENTS_ALL cli desktop)
   set(CPACK_STRIP_FILES ON)
   find_program(dpkg_deb dpkg-deb)
