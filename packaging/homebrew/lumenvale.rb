@@ -20,7 +20,11 @@ class Lumenvale < Formula
     system "cmake", "-S", ".", "-B", "build", "-G", "Ninja", "-DLUMENVALE_TESTS=OFF", *std_cmake_args
     system "cmake", "--build", "build"
     prefix.install "build/Lumenvale.app"
-    bin.install_symlink prefix/"Lumenvale.app/Contents/MacOS/Lumenvale" => "lumenvale"
+    # Not a symbolic link: started through one, the program would not be the bundle's, and know nothing of its Info.plist.
+    (bin/"lumenvale").write <<~SH
+      #!/bin/bash
+      exec "#{opt_prefix}/Lumenvale.app/Contents/MacOS/Lumenvale" "$@"
+    SH
   end
 
   def caveats
