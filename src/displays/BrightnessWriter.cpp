@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "displays/BrightnessWriter.h"
 
+#include "displays/Diagnostics.h"
+
 #include <algorithm>
 #include <cmath>
 #include <set>
@@ -155,12 +157,10 @@ double BrightnessWriter::writableLevel(const std::string& id, double level) cons
     return quantise(*findDisplay(displays.get(), id), level);
 }
 
-/// Empty where the error's own text says all that is known: of a display that is another one now, and of one that
-/// took the value and gave it up again.
+/// Empty where the error's own text says all that is known.
 std::string BrightnessWriter::causeOf(BrightnessError error, const DisplayInfo& display) const
 {
-    const bool isTransfer = error == BrightnessError::writeFailed || error == BrightnessError::readFailed;
-    return obstacle && isTransfer ? obstacle(display) : std::string();
+    return obstacle && mayHaveObstacle(error) ? obstacle(display) : std::string();
 }
 
 void BrightnessWriter::showOutcome(const std::string& id, const Outcome& outcome)

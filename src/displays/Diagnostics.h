@@ -34,4 +34,11 @@ public:
     virtual std::string obstacle(const DisplayInfo&) { return {}; }
 };
 
+/// Whether to ask for an obstacle after this error. The texts of the others say all that is known: of a display
+/// that is another one now, and of one that took the value and gave it up again.
+constexpr bool mayHaveObstacle(BrightnessError error)
+{
+    return error == BrightnessError::writeFailed || error == BrightnessError::readFailed;
+}
+
 } // namespace lumenvale

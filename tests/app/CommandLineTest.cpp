@@ -29,6 +29,7 @@ constexpr std::pair<const char*, const char*> monitors[] = {
 // What may come as an eighth.
 constexpr char gone[] = R"({"name": "Gone", "displayID": 8, "online": false, "ddc": {}})";
 constexpr char twin[] = R"({"name": "panel", "displayID": 8, "ddc": {"current": 8}})";
+constexpr char dark[] = R"({"name": "Dark", "displayID": 8, "isBuiltIn": true, "native": {"readFails": true}})";
 constexpr char misspelt[] = R"({"name": "Odd", "displayID": 8, "ddc": {"maximun": 100}})";
 
 constexpr char noReply[] = ": No valid DDC brightness reply. Enable DDC/CI in the monitor menu and refresh.\n";
@@ -200,11 +201,12 @@ TEST_F(CommandLineTest, ListsEveryFieldAndAppliesPresetsToWhatIsConnected)
 
 TEST_F(CommandLineTest, ExplainsWhatIsMissingAndRefusesWrongUse)
 {
-    const auto [status, doctor, err, changes] = run("doctor");
-    EXPECT_EQ(status, 1) << "two cannot be controlled";
+    const auto [status, doctor, err, changes] = run("doctor", dark);
+    EXPECT_EQ(status, 1) << "three cannot be controlled";
     for (const char* each : {"ok: ", "Silent (display-4)\n  Hardware control unavailable\n  tried: ",
                              "Panel (display-1)\n  Apple native brightness, 62.5%\n  tried: ",
-                             "-> Set \"ddc.silent\" to false in 4.json."})
+                             "-> Set \"ddc.silent\" to false in 4.json.",
+                             "functions, without a reading; DDC/CI is for external monitors.\n"})
         EXPECT_NE(doctor.find(each), std::string::npos) << each << "\n" << doctor;
     for (const char* command :
          {"dance", "list extra", "list --simulate x", "get", "set all", "set all 5% 6%", "--bright", "list get x",

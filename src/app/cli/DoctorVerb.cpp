@@ -31,14 +31,17 @@ void printFinding(std::ostream& out, const Finding& finding, const std::string& 
         out << indent << "  -> " << line << '\n';
 }
 
-std::string_view attempts(ControlMethod method)
+std::string_view attempts(const DisplayInfo& display)
 {
-    switch (method) {
+    switch (display.method) {
     case ControlMethod::apple:
         return "tried: the system's own brightness functions, which answered.";
     case ControlMethod::ddc:
         return "tried: the system's own brightness functions, without a reading; then DDC/CI, which answered.";
     case ControlMethod::unavailable:
+        if (display.isBuiltIn)
+            return "tried: the system's own brightness functions, without a reading; DDC/CI is for external "
+                   "monitors.";
         return "tried: the system's own brightness functions, without a reading; then DDC/CI, without one either.";
     }
     return "";
@@ -51,7 +54,7 @@ void printDisplay(std::ostream& out, const DisplayInfo& display, const std::vect
     out << "  " << methodText(display.method, words);
     if (display.brightness)
         out << ", " << percentageText(display);
-    out << "\n  " << attempts(display.method) << '\n';
+    out << "\n  " << attempts(display) << '\n';
     const bool isSaidBelow = std::ranges::any_of(findings, [&](const Finding& each) {
         return each.displayID == display.id && display.status.starts_with(each.text);
     });

@@ -14,8 +14,11 @@ bool printOutcome(VerbContext& context, const DisplayInfo& display,
                     << ".\n";
         return true;
     }
-    const bool isControlled = display.method != ControlMethod::unavailable;
-    std::string reason = isControlled ? context.diagnostics.obstacle(display) : display.status;
+    std::string reason;
+    if (display.method == ControlMethod::unavailable)
+        reason = display.status;
+    else if (mayHaveObstacle(outcome.error()))
+        reason = context.diagnostics.obstacle(display);
     if (reason.empty())
         reason = description(outcome.error());
     context.err << display.name << ": " << reason << '\n';
