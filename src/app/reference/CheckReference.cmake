@@ -51,3 +51,18 @@ foreach(command IN LISTS commands)
   options_of(options ${command})
   expect_options("${options}")
 endforeach()
+
+# What bash offers for a display's name, by what was typed of it.
+find_program(bash bash)
+if(bash)
+  set(offers "")
+  foreach(typed IN ITEMS "stu" [[Studio\ 2]] [["Stu]] "'Stu")
+    execute_process(COMMAND ${bash} -c [[. "$0"; lumenvale() { echo 'Studio 27'; echo 'Stu"$x'; }
+      COMP_WORDS=(lumenvale get "$1") COMP_CWORD=2; _lumenvale; printf '%s|' "${COMPREPLY[@]}"]] ${FOLDER}/lumenvale.bash ${typed}
+      OUTPUT_VARIABLE offer COMMAND_ERROR_IS_FATAL ANY)
+    string(APPEND offers "${offer} ")
+  endforeach()
+  if(NOT offers STREQUAL [[Studio\ 27|Stu\"\$x| Studio\ 27| Studio 27| Studio 27|Stu"$x| ]])
+    message(SEND_ERROR "bash offers ${offers}")
+  endif()
+endif()
