@@ -98,7 +98,10 @@ TEST_F(BrightnessMenuTest, SlidersAndStepButtonsSetTheBrightnessWhereItCanBeSet)
     for (const char* verb : {"Increase", "Increase", "Decrease"}) // and no redraw between them
         named<QAbstractButton>(panel, QString(verb) + " Name of A brightness")->click();
     pressKey(*slider("E"), Qt::Key_Right);
-    click(panel, "Increase Name of B brightness");
+    auto* const increaseB = named<QAbstractButton>(panel, "Increase Name of B brightness");
+    increaseB->setFocus();
+    pressKey(*increaseB, Qt::Key_Space);
+    EXPECT_EQ(panel.focusWidget(), slider("B")) << "no other control, which the next key would work";
     slider("D")->request(0.0);
     for (const char* name : {"Increase Name of B", "Decrease Name of D", "Decrease Name of C", "Name of C"})
         EXPECT_FALSE(isEnabled(QString(name) + " brightness")) << name;

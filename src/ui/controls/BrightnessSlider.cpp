@@ -5,6 +5,7 @@
 #include "ui/controls/Labels.h"
 #include "ui/controls/Layouts.h"
 #include "ui/controls/LevelSlider.h"
+#include "ui/look/KeyboardFocus.h"
 
 namespace lumenvale {
 
@@ -84,6 +85,8 @@ void BrightnessSlider::show(const BrightnessRow& row)
     slider->setReason(reason);
     slider->setFixedHeight(reason.isEmpty() ? controlsHeight : reasonHeight);
     slider->setAccessibleDescription(display.error ? error : reason);
+    if (!canBeSet(shown))
+        passFocus(*this, *window());
     slider->setEnabled(canBeSet(shown));
     slider->setStep(stepSize(display));
     const bool isObstacleShown = canBeSet(shown) && display.error && display.isErrorExplained;
@@ -130,11 +133,14 @@ void BrightnessSlider::updateStepButton(HoldRepeatButton& button, int direction)
     const DisplayInfo& display = shown.display;
     const double value = display.brightness.value_or(0.0);
     const std::string verb = direction < 0 ? "Decrease" : "Increase";
+    const bool isEnabled = canBeSet(shown) && (direction < 0 ? value > 0.0 : value < 1.0);
+    if (!isEnabled)
+        passFocus(button, *slider);
     RepeatingStepButton{
         .symbol = direction < 0 ? "minus" : "plus",
         .label = qString(verb + " " + display.name + " brightness"),
         .help = qString(verb + " by " + stepSizeText(display) + "; hold to repeat"),
-        .enabled = canBeSet(shown) && (direction < 0 ? value > 0.0 : value < 1.0),
+        .enabled = isEnabled,
         .action = [this, direction] { request(step(shown.display, direction)); },
     }
         .update(button);

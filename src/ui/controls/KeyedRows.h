@@ -55,6 +55,7 @@ private:
                 rows.erase(kept);
         }
         for (const auto& [identifier, row] : rows) {
+            passFocus(*row, *window());
             row->hide();
             row->deleteLater(); // it may be calling us
         }

@@ -94,6 +94,13 @@ void orderTabs(QWidget& root)
     root.setFocusPolicy(policy);
 }
 
+void passFocus(const QWidget& from, QWidget& to)
+{
+    const QWidget* const focused = from.window()->focusWidget();
+    if (focused && (focused == &from || from.isAncestorOf(focused)))
+        to.setFocus(Qt::OtherFocusReason);
+}
+
 void trackFocus()
 {
     static QPointer<FocusTracker> tracker; // the application owns it

@@ -15,6 +15,10 @@ struct Theme;
 /// or moved: Qt appends new ones at the end.
 void orderTabs(QWidget& root);
 
+/// Gives the focus to `to` when `from`, or what is in it, has it. To be called before `from` is disabled or
+/// hidden: Qt gives the focus to the next control, and a key pressed again would act there.
+void passFocus(const QWidget& from, QWidget& to);
+
 /// Remembers from now on how widgets come by the focus. Controls call it when they are made.
 void trackFocus();
 

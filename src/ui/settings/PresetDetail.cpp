@@ -192,6 +192,9 @@ void PresetDetail::redrawShortcut(const BrightnessPreset& preset)
     }
     recorder->setAccessibleDescription(recorder->text());
     recorder->updateGeometry();
+    passFocus(isRecording ? *remove : *cancel, *recorder);
+    if (!preset.shortcut)
+        passFocus(*remove, *recorder);
     cancel->setVisible(isRecording);
     remove->setVisible(preset.shortcut && !isRecording);
     const auto& errors = presets.shortcutErrors.get();
