@@ -13,6 +13,7 @@
 #include "support/Views.h"
 #include "ui/controls/Labels.h"
 
+#include <QMenu>
 #include <QWindow>
 
 namespace lumenvale {
@@ -170,6 +171,15 @@ TEST_F(AppDelegateTest, PanelOpensAtTheItemAndClosesForClicksInOtherWindows)
     clickItem();
     press(*panel(), Qt::Key_Escape);
     EXPECT_FALSE(panel());
+    clickItem();
+    QMenu textMenu;
+    textMenu.popup({700, 500});
+    press(textMenu, QPointF(705, 505));
+    EXPECT_TRUE(panel()) << "it is the menu of one of its texts";
+    textMenu.close();
+    send(*panel(), QCloseEvent());
+    clickItem();
+    EXPECT_TRUE(panel()) << "it was closed, not only hidden";
 }
 
 TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)

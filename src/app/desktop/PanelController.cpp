@@ -3,6 +3,7 @@
 
 #include "ui/look/Theme.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -219,6 +220,12 @@ void PanelController::shapeWindow()
 bool PanelController::handleEvent(QWindow* window, QEvent* event)
 {
     const bool isPanel = menuPanel && window == menuPanel->windowHandle();
+    if (isPanel && event->type() == QEvent::Close) { // as the window manager's keys send it
+        dismissMenu();
+        return true;
+    }
+    if (QApplication::activePopupWidget()) // a text's menu, which may get its keys by way of the panel
+        return false;
     if (event->type() == QEvent::KeyPress) {
         if (!isPanel || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
             return false;

@@ -42,6 +42,8 @@ public:
             return;
         lastFocus = QGuiApplication::focusWindow();
         QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* now) {
+            if (now && now->type() == Qt::Popup) // the menu of a text in the panel
+                return;
             const bool lost = lastFocus == this->panel && now != this->panel;
             lastFocus = now;
             if (lost)
@@ -90,7 +92,11 @@ PanelGround LinuxPanelWindows::ground()
             .needsShadow = canBlend && x11::knowsFrameExtents()};
 }
 
-void LinuxPanelWindows::dress(WindowHandle window) { x11::skipTaskbar(window); }
+void LinuxPanelWindows::dress(WindowHandle window)
+{
+    x11::skipTaskbar(window);
+    x11::showOnEveryDesktop(window);
+}
 
 void LinuxPanelWindows::setShape(WindowHandle window, const Rect& panel, double cornerRadius)
 {

@@ -127,6 +127,16 @@ void skipTaskbar(WindowHandle window)
                         XCB_ATOM_ATOM, 32, 2, states);
 }
 
+void showOnEveryDesktop(WindowHandle window)
+{
+    xcb_connection_t* const server = connection();
+    if (!server)
+        return;
+    constexpr std::uint32_t everyDesktop = 0xFFFFFFFF; // Extended Window Manager Hints, "_NET_WM_DESKTOP"
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE, xcb_window_t(window), atom(server, "_NET_WM_DESKTOP"),
+                        XCB_ATOM_CARDINAL, 32, 1, &everyDesktop);
+}
+
 void requestFocus(WindowHandle window)
 {
     xcb_connection_t* const server = connection();

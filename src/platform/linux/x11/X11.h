@@ -29,6 +29,9 @@ void setClass(WindowHandle window, const std::string& identifier);
 /// Keeps the window out of taskbars and pagers.
 void skipTaskbar(WindowHandle window);
 
+/// Shows the window on whichever workspace the user switches to. To be called before the window is shown.
+void showOnEveryDesktop(WindowHandle window);
+
 /// Asks the window manager to give the window the focus, as pagers may whatever the user did last.
 void requestFocus(WindowHandle window);
 
