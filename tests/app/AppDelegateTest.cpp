@@ -193,6 +193,12 @@ TEST_F(AppDelegateTest, DockMenuListsThePresetsAndAppliesThem)
     EXPECT_EQ(levelOf("A"), 0.25);
     EXPECT_EQ(dockTitles(), (std::vector<std::string>{"Brightness…", "-", "Untitled preset ✓", "-", "Settings…"}));
     EXPECT_GT(desktop.menuChanges, 0);
+    delegate->showSettings();
+    settle();
+    desktop.menuChanges = 0;
+    pressKey(*named(*settings(), "Name of A brightness"), Qt::Key_End);
+    settle();
+    EXPECT_EQ(desktop.menuChanges, 0) << "levels show in no menu";
     desktop.dock.menu()[0].action();
     QWidget* const open = panel();
     ASSERT_TRUE(open);

@@ -2,13 +2,26 @@
 #include "app/desktop/MenuPublisher.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <utility>
 
 namespace lumenvale {
 
+namespace {
+
+bool isSameRow(const BrightnessPreset& one, const BrightnessPreset& other)
+{
+    return one.id == other.id && displayName(one) == displayName(other);
+}
+
+} // namespace
+
 MenuPublisher::MenuPublisher(PresetStore& presets, Dock& dock, MenuContent content)
     : presets(presets), dock(dock), content(std::move(content)), publishLater([this] { publish(); }),
-      presetObservation(presets.presets.subscribe([this](const auto&) { menusChanged(); }))
+      presetObservation(presets.presets.subscribe([this](const std::vector<BrightnessPreset>& next) {
+          if (!std::ranges::equal(this->presets.presets.get(), next, isSameRow)) // levels show in no menu
+              menusChanged();
+      }))
 {
 }
 

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/LauncherDock.h"
 
+#include <chrono>
 #include <utility>
 
 namespace lumenvale {
 
 namespace {
+
+/// After the last change: each writing has launchers read the entries of all programs again.
+constexpr std::chrono::seconds writeDelay(1);
 
 void keepActivationToken(const QVariantMap& platformData)
 {
@@ -48,6 +52,9 @@ LauncherDock::LauncherDock(const QDBusConnection& bus, const ProgramIdentity& id
                            bool isTemporary)
     : bus(bus), identity(identity), entry(std::move(entry)), isTemporary(isTemporary)
 {
+    writeLater.setSingleShot(true);
+    writeLater.setInterval(writeDelay);
+    QObject::connect(&writeLater, &QTimer::timeout, &writeLater, [this] { writeEntry(); });
     new ApplicationAdaptor(&object, content);
     this->bus.registerObject(QString::fromStdString(identity.objectPath), &object,
                              QDBusConnection::ExportAdaptors);
@@ -62,16 +69,24 @@ LauncherDock::~LauncherDock()
         entry.withdraw();
 }
 
-void LauncherDock::setContent(DockContent newContent) { content = std::move(newContent); }
+void LauncherDock::setContent(DockContent newContent)
+{
+    if (writeLater.isActive())
+        writeEntry(); // while there still is a menu to ask
+    content = std::move(newContent);
+}
 
 void LauncherDock::setActivationPolicy(ActivationPolicy policy)
 {
     isShown = policy == ActivationPolicy::regular;
-    menuChanged();
+    writeEntry();
 }
 
-void LauncherDock::menuChanged()
+void LauncherDock::menuChanged() { writeLater.start(); }
+
+void LauncherDock::writeEntry()
 {
+    writeLater.stop();
     if (content.menu)
         entry.update(content.menu(), isShown);
 }

@@ -9,6 +9,7 @@
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QObject>
+#include <QTimer>
 #include <QVariantMap>
 
 namespace lumenvale {
@@ -48,12 +49,15 @@ public:
     void cancelTracking() override {} // launchers show their menus themselves
 
 private:
+    void writeEntry();
+
     QDBusConnection bus;
     ProgramIdentity identity;
     LauncherEntry entry;
     bool isTemporary;
     DockContent content;
     bool isShown = false;
+    QTimer writeLater; ///< while a name is typed
     QObject object;
 };
 
