@@ -153,6 +153,7 @@ TEST_F(PortalHotKeysTest, EveryKindOfPortalBindsTheKeysOrSaysWhyNot)
         {{}, {0, {{f5, "a"}, {k, "b"}}}, {}, {{1, ""}, {2, ""}}, " BindShortcuts"},
         {{}, {}, {0, {{f5, ""}, {k, "b"}}}, {{1, notAccepted}, {2, ""}}, " BindShortcuts ListShortcuts"},
         {{}, {1}, {}, {{1, notAllowed}, {2, notAllowed}}, " BindShortcuts"},
+        {{}, {2}, {}, {{1, notAllowed}, {2, notAllowed}}, " BindShortcuts"},
         {{2}, {}, {}, {{1, noPortal()}, {2, noPortal()}}, ""},
     };
     for (const auto& row : rows) {

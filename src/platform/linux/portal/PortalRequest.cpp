@@ -41,7 +41,7 @@ void PortalRequest::call(const QDBusMessage& message)
         watcher->deleteLater();
         const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
         if (reply.isError())
-            respond(failed, {{QStringLiteral("error"), reply.error().message()}});
+            respond(failed, {{QStringLiteral("error"), reply.error().name()}});
         else if (reply.value().path() != path)
             listen(reply.value().path()); // portals before 0.9 choose the path themselves
     });

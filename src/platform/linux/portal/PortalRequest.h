@@ -23,7 +23,7 @@ public:
     PortalRequest(const PortalRequest&) = delete;
     PortalRequest& operator=(const PortalRequest&) = delete;
 
-    /// Makes the call; an error answers with response 2 and the words under "error".
+    /// Makes the call; an error answers with response 2 and its name under "error".
     void call(const QDBusMessage& message);
 
 private Q_SLOTS:

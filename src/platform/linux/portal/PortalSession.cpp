@@ -103,7 +103,10 @@ void PortalSession::sessionCreated(uint response, const QVariantMap& results)
         return;
     }
     if (response != 0 || session.isEmpty()) {
-        fail(response);
+        const QString error = results.value("error").toString();
+        const bool isRefused =
+            response == refusedByUser || error.endsWith(".NotAllowed") || error.endsWith(".AccessDenied");
+        fail(isRefused ? PortalFailure::refused : PortalFailure::absent);
         return;
     }
     bus.connect(portalService, session, portalSessionInterface, "Closed", this, SLOT(ended()));
@@ -120,7 +123,7 @@ void PortalSession::bindShortcuts()
     ask(message, {}, [this](uint response, const QVariantMap& results) {
         const std::set<std::string> bound = readBoundShortcuts(results.value("shortcuts"));
         if (response != 0)
-            fail(response);
+            fail(PortalFailure::refused); // there is a session, so there are shortcuts
         else if (bound.empty())
             listShortcuts();
         else if (events.bound)
@@ -138,10 +141,10 @@ void PortalSession::listShortcuts()
     });
 }
 
-void PortalSession::fail(uint response)
+void PortalSession::fail(PortalFailure failure)
 {
     if (events.failed)
-        events.failed(response == refusedByUser ? PortalFailure::refused : PortalFailure::absent);
+        events.failed(failure);
 }
 
 /// Whether a signal, whose first argument is a session, is about this one.

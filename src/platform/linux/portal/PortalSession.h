@@ -63,7 +63,7 @@ private:
     void listShortcuts();
     void ask(QDBusMessage message, QVariantMap options, std::function<void(uint, const QVariantMap&)> answered);
     bool isOurs(const QDBusMessage& message) const;
-    void fail(uint response);
+    void fail(PortalFailure failure);
     void sendClose();
 
     QDBusConnection bus;
