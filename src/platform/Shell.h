@@ -203,9 +203,9 @@ struct Shell {
     std::unique_ptr<RemoteControl> remote;        ///< null where programs have no bus to call each other
 };
 
-/// Before the application object: has Qt leave to this program when it comes to the front. Defined once per
-/// system, like the following.
-void prepareApplication();
+/// Before the application object: has Qt leave to this program when it comes to the front. The error is a sentence
+/// for the user: without a desktop Qt would end the program. Defined once per system, like the following.
+tl::expected<void, std::string> prepareApplication();
 
 /// True when the process is the host of another program's tests and must not act as the program. Main thread.
 bool isTestHost();

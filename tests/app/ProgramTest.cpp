@@ -16,7 +16,8 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     const auto run = [&](QStringList arguments, QByteArray& out, QByteArray& err) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        for (const char* name :
+             {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM", "XDG_SESSION_TYPE"})
             environment.remove(name);
         environment.insert("LC_ALL", "de_DE.UTF-8");
         environment.insert("XDG_DATA_HOME", "/dev/null");
@@ -35,6 +36,8 @@ TEST(Program, EndsWithItsStatusAndWritesNumbersAlikeInEveryLanguage)
     EXPECT_EQ(err, "There is no folder /nowhere.\n");
     EXPECT_EQ(run({"--simulate", folder, "--apply-preset", "Typo"}, out, err), 3);
     EXPECT_EQ(err, "There is no preset \"Typo\".\n");
+    EXPECT_EQ(run({"--simulate", folder}, out, err), 1);
+    EXPECT_TRUE(err.startsWith("There is no desktop to show the program on. "));
     EXPECT_EQ(run({"--show-panel"}, out, err), 1) << "there is no folder for the lock";
     EXPECT_EQ(err, "The folder /dev/null/app.lumenvale.Lumenvale cannot be used: Not a directory (20).\n");
     EXPECT_EQ(files.monitor("1.json").at("native").at("brightness").get<double>(), 0.62);

@@ -101,7 +101,8 @@ LumenvaleApp::LumenvaleApp(Options options) : options(std::move(options)) {}
 
 int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** argv)
 {
-    prepareApplication();
+    if (const auto ready = prepareApplication(); !ready)
+        return complain(ready.error(), exitRefused);
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // percentages are written alike everywhere
     QApplication::setQuitOnLastWindowClosed(false);

@@ -15,6 +15,7 @@
 
 #include <QDBusConnection>
 #include <QGuiApplication>
+#include <algorithm>
 
 namespace lumenvale {
 
@@ -40,7 +41,18 @@ std::unique_ptr<StartupService> makeStartup(const ProgramIdentity& identity)
 
 } // namespace
 
-void prepareApplication() {} // desktops decide themselves who comes to the front
+// Desktops decide themselves who comes to the front.
+tl::expected<void, std::string> prepareApplication()
+{
+    const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+    constexpr const char* desktops[] = {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"};
+    // In a Wayland session Qt knows the compositor's usual name.
+    if (std::ranges::any_of(desktops, isSet) || qgetenv("XDG_SESSION_TYPE") == "wayland")
+        return {};
+    return tl::unexpected<std::string>(
+        "There is no desktop to show the program on. `lumenvale list` and the other commands "
+        "work without one.");
+}
 
 bool isTestHost() { return false; } // tests do not run inside other programs here
 

@@ -12,13 +12,14 @@
 
 namespace lumenvale {
 
-void prepareApplication()
+tl::expected<void, std::string> prepareApplication()
 {
     // Else Qt makes the program the active one when it has started, at login too, and takes the keys from what the
     // user types into.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     // The same whenever it raises a window, the panel included.
     qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
+    return {};
 }
 
 bool isTestHost() { return objc_lookUpClass("XCTestCase") != nullptr; }
