@@ -243,13 +243,14 @@ void AppDelegate::createSettingsWindow()
     const QIcon ownIcon(":/app.lumenvale.Lumenvale.svg");
     settingsWindow->setWindowIcon(QIcon::fromTheme(applicationIdentifier, ownIcon)); // the search takes time
     settingsWindow->addActions(mainMenu->actions());
-    settingsWindow->closed = [this] { tellVisibility(); };
+    settingsWindow->visibilityChanged = [this] { tellVisibility(); };
 }
 
 /// The store reads monitors seldom while no window shows their brightness.
 void AppDelegate::tellVisibility()
 {
-    store.setWindowVisible(panel.isOpen() || (settingsWindow && settingsWindow->isVisible()));
+    const bool showsSettings = settingsWindow && settingsWindow->isVisible() && !settingsWindow->isMinimized();
+    store.setWindowVisible(panel.isOpen() || showsSettings);
 }
 
 // Requests from outside

@@ -62,6 +62,8 @@ void SettingsWindow::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && !isActiveWindow())
         editor.settingsResignedKey();
+    if (event->type() == QEvent::WindowStateChange && visibilityChanged)
+        visibilityChanged();
 }
 
 void SettingsWindow::closeEvent(QCloseEvent* event)
@@ -74,8 +76,8 @@ void SettingsWindow::closeEvent(QCloseEvent* event)
 void SettingsWindow::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
-    if (closed && !event->spontaneous()) // else it was only minimised
-        closed();
+    if (visibilityChanged)
+        visibilityChanged();
 }
 
 void SettingsWindow::moveEvent(QMoveEvent* event)

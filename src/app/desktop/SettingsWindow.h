@@ -18,7 +18,7 @@ public:
     /// outlive the window.
     SettingsWindow(QWidget* content, PresetEditor& editor, UserDefaults& defaults);
 
-    std::function<void()> closed; ///< called when it is no longer visible
+    std::function<void()> visibilityChanged; ///< called when it was hidden, minimised or brought back
 
 protected:
     void changeEvent(QEvent* event) override;
