@@ -102,7 +102,7 @@ TEST_F(SystemEventsTest, WhatTheKernelDoesNotAnnounceIsNoticedAndWhatChangedInTh
     write("DP-1", "dpms", "Off");
     write("DP-2", "status", "disconnected");
     events.announced();
-    EXPECT_EQ(after(100ms), (Events{screensDidSleep, screenParametersChanged}));
+    EXPECT_EQ(after(100ms), Events{screensDidSleep}) << "monitors that sleep are left alone";
     write("DP-1", "dpms", "On");
     EXPECT_EQ(after(LinuxSystemEvents::wakeCheckInterval + 100ms),
               (Events{screensDidWake, screenParametersChanged}));

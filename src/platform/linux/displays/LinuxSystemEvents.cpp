@@ -121,10 +121,12 @@ Task<> LinuxSystemEvents::settle()
     lastTopology = std::move(topology);
     if (!isChanged && clock.now() - lastEmission < idleAnnouncementInterval)
         co_return;
-    lastEmission = clock.now();
     wasChangedInTheDark = areAllAsleep(*found);
-    if (wasChangedInTheDark)
-        showPower(*found); // watches for their return from now on
+    if (wasChangedInTheDark) {
+        showPower(*found); // which tells of the change when they return: asked now, monitors that sleep may wake
+        co_return;
+    }
+    lastEmission = clock.now();
     events.emit(SystemEvent::screenParametersChanged);
 }
 
