@@ -16,6 +16,14 @@ namespace lumenvale {
 
 namespace {
 
+/// A transfer that may go well the next time. ENXIO is none: there the kernel does not repeat its own readings
+/// either.
+bool isDisturbed(const tl::expected<EdidBlock, int>& block)
+{
+    return block ? !parseEdid(*block)
+                 : block.error() == EIO || block.error() == EREMOTEIO || block.error() == ETIMEDOUT;
+}
+
 /// What people call a socket of this type.
 std::string plainName(const std::string& type)
 {
@@ -84,7 +92,11 @@ struct Search {
         if (!hold && ifBusy == IfBusy::skip)
             return tl::unexpected(EAGAIN);
         isBusy = isBusy || !hold;
-        const tl::expected<EdidBlock, int> block = bus.readEdid();
+        tl::expected<EdidBlock, int> block = bus.readEdid();
+        for (int left = ifBusy == IfBusy::wait ? 2 : 0; left > 0 && isDisturbed(block); --left) {
+            wait.pause(std::chrono::milliseconds(20));
+            block = wait.stopping.isCancelled() ? tl::unexpected(ECANCELED) : bus.readEdid();
+        }
         note("i2c-" + std::to_string(adapter.number) + " (" + adapter.name + "): EDID " +
              (block ? std::string("read") : "not read: " + systemErrorText(block.error())));
         edids.emplace(adapter.number, block);
