@@ -26,8 +26,9 @@ namespace lumenvale {
 
 namespace {
 
-/// How long a second copy waits for a first one that is only just starting.
-constexpr auto handOverPatience = std::chrono::seconds(3);
+/// How long a second copy waits for a first one that is only just starting, or ending: 3 s.
+constexpr auto handOverAttempt = std::chrono::milliseconds(200);
+constexpr int handOverAttempts = 15;
 
 /// Code that borrows this executable to look at its windows must not find the program running.
 bool isHosted() { return isTestHost() || qgetenv("XCODE_RUNNING_FOR_PREVIEWS") == "1"; }
@@ -130,7 +131,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
                           *platform->diagnostics, *shell.startup, shell.hotKeys.get(), clock, shell,
                           platform->words,
                           readBuildInfo({LUMENVALE_VERSION, LUMENVALE_BUILD_NUMBER, buildMetadata()}, parseTime)});
-    const RequestReceiver requests(folder, [&delegate](std::string_view line) {
+    std::optional<RequestReceiver> requests(std::in_place, folder, [&delegate](std::string_view line) {
         if (const auto request = decodeRequest(line))
             delegate.perform(*request);
     });
@@ -143,6 +144,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
             delegate.showUnlessVisible();
     });
     const int status = QApplication::exec();
+    requests.reset(); // who asks from now on waits for the lock
     delegate.applicationWillTerminate();
     return status;
 }
@@ -165,14 +167,11 @@ int LumenvaleApp::findPreset(int& argc, char** argv)
     return exitDone;
 }
 
-int LumenvaleApp::handOver(const std::string& folder) const
+bool LumenvaleApp::handOver(const std::string& folder) const
 {
     DesktopRequest request = options.request.value_or(DesktopRequest());
     request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
-    const bool wasTaken = sendRequest(folder, encodeRequest(request), handOverPatience);
-    if (!wasTaken && options.request)
-        return complain("The copy of Lumenvale that runs already does not answer.", exitRefused);
-    return exitDone;
+    return sendRequest(folder, encodeRequest(request), handOverAttempt);
 }
 
 int LumenvaleApp::run(int& argc, char** argv)
@@ -183,10 +182,18 @@ int LumenvaleApp::run(int& argc, char** argv)
     if (const int status = appliesPreset ? findPreset(argc, argv) : exitDone; status != exitDone)
         return status;
     const std::string folder = options.simulationFolder.value_or(supportFolder(applicationIdentifier));
-    const auto lock = InstanceLock::acquire(folder);
-    if (!lock)
-        return lock.error().empty() ? handOver(folder) : complain(lock.error(), exitRefused);
-    return runApplication(folder, argc, argv);
+    auto lock = InstanceLock::acquire(folder);
+    for (int left = handOverAttempts; !lock && lock.error().empty() && left > 0; --left) {
+        if (handOver(folder))
+            return exitDone;
+        lock = InstanceLock::acquire(folder); // that copy may be ending instead
+    }
+    if (lock)
+        return runApplication(folder, argc, argv);
+    if (!lock.error().empty())
+        return complain(lock.error(), exitRefused);
+    return options.request ? complain("The copy of Lumenvale that runs already does not answer.", exitRefused)
+                           : exitDone;
 }
 
 } // namespace lumenvale

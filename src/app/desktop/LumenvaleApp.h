@@ -30,7 +30,8 @@ public:
 private:
     int runApplication(const std::string& folder, int& argc, char** argv);
     int findPreset(int& argc, char** argv);
-    int handOver(const std::string& folder) const;
+    /// False when the copy that runs already did not take the request.
+    bool handOver(const std::string& folder) const;
 
     Options options;
 };
