@@ -27,7 +27,9 @@ bool isPipe(int file)
 RequestReceiver::RequestReceiver(const std::string& folder, Handler receive) : handler(std::move(receive))
 {
     const std::string path = pipePath(folder);
-    ::unlink(path.c_str()); // an earlier copy's, or no pipe at all
+    struct stat old = {};
+    if (::lstat(path.c_str(), &old) == 0 && S_ISFIFO(old.st_mode))
+        ::unlink(path.c_str()); // an earlier copy's
     if (::mkfifo(path.c_str(), 0600) != 0)
         return;
     // Open for writing too, so that the end of one sender is not the end of the pipe.

@@ -43,16 +43,20 @@ TerminationSignals::TerminationSignals()
         }
         QCoreApplication::quit();
     });
-    for (const int signal : terminationSignals)
-        std::signal(signal, wakeMainLoop);
+    for (const int signal : terminationSignals) {
+        if (std::signal(signal, wakeMainLoop) == SIG_IGN)
+            std::signal(signal, SIG_IGN); // as nohup(1) wants it
+    }
 }
 
 TerminationSignals::~TerminationSignals()
 {
     if (!notifier)
         return;
-    for (const int signal : terminationSignals)
-        std::signal(signal, SIG_DFL);
+    for (const int signal : terminationSignals) {
+        if (std::signal(signal, SIG_DFL) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
+    }
     notifier.reset();
     selfPipe = -1;
 }

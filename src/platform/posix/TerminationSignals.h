@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Ends the application's loop when the process is asked to end (SIGTERM, SIGINT, SIGHUP), so that the program
-// shuts down as when the user quits. One at a time; main thread, after the application object.
+// shuts down as when the user quits. A signal that was ignored before stays so. One at a time; main thread, after
+// the application object.
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
