@@ -17,6 +17,7 @@ struct Finding {
     std::string displayID; ///< `DisplayInfo::id` of the display it is about; empty: the whole system
     std::string text;      ///< what was found, or is missing
     std::string remedy;    ///< what would help, commands included, lines separated by '\n'; may be empty
+    bool isScript = false; ///< the remedy is lines for a shell
 
     bool operator==(const Finding& other) const = default;
 };

@@ -26,9 +26,11 @@ std::string_view label(Finding::Kind kind)
 void printFinding(std::ostream& out, const Finding& finding, const std::string& indent)
 {
     out << indent << label(finding.kind) << finding.text << '\n';
+    if (finding.isScript)
+        out << indent << "  -> in a shell:\n";
     std::istringstream remedy(finding.remedy);
     for (std::string line; std::getline(remedy, line);)
-        out << indent << "  -> " << line << '\n';
+        out << (finding.isScript ? "" : indent + "  -> ") << line << '\n';
 }
 
 std::string_view attempts(const DisplayInfo& display)

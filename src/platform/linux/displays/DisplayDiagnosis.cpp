@@ -19,8 +19,9 @@ using Kind = DisplayTrouble::Kind;
 constexpr char connectDirectly[] = "Connect the monitor straight to the graphics card: some docks, adapters and "
                                    "switches do not pass the channel on.";
 constexpr char noAnswer[] = "The monitor's channel was found, but the monitor gives no valid answer on it.";
-constexpr char useTheRule[] = "Add the rule that \"lumenvale doctor\" prints, or join the group of that file, and "
-                              "refresh.";
+constexpr char useTheRule[] =
+    "Add the rule that \"lumenvale doctor\" prints, and refresh. Where the file belongs to "
+    "the group i2c, joining that group helps too, from the next login on.";
 
 Finding problem(const DisplayInfo& display, std::string text, std::string remedy = {})
 {
@@ -47,6 +48,10 @@ Finding withoutCandidates(const DisplayInfo& display, const Connector& connector
             "The graphics driver does not tell this monitor's channel from that of the built-in panel, "
             "which must not be disturbed.",
             "Connect the monitor to a socket of another graphics card, or use another graphics driver.");
+    if (connector.linkedBus || !connector.ownBuses.empty())
+        return problem(display,
+                       "The graphics driver names a channel for this connection, but none that is certain to "
+                       "be this monitor's alone. It is not opened.");
     const std::string driver =
         connector.driver.empty() ? "graphics driver" : "graphics driver " + connector.driver;
     return problem(display, "The " + driver + " offers no channel (I2C bus) for this connection.",
@@ -213,7 +218,7 @@ Finding DisplayDiagnosis::examineSilence(const DisplayInfo& display, const Conne
         return implausible(display, *trouble);
     if (trouble->kind == Kind::withoutValue)
         return problem(
-            display, "The monitor answers that it has no brightness to set.",
+            display, "The monitor answers, but gives no brightness.",
             "Some do so in a picture mode of their own menu that fixes it: choose another, and refresh.");
     if (trouble->kind == Kind::unclear)
         return problem(display, "Something answers on the monitor's channel, but not as DDC/CI does.",

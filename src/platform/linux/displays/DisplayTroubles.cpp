@@ -27,6 +27,12 @@ std::optional<DisplayTrouble> troubleWith(std::span<const std::uint8_t> reply)
     return DisplayTrouble{Kind::unclear};
 }
 
+/// The null message of DDC/CI, "nothing to say to this": the brightness is locked or not supported.
+bool isNullMessage(std::span<const std::uint8_t> reply)
+{
+    return reply.size() > 2 && reply[0] == 0x6E && reply[1] == 0x80 && reply[2] == 0xBE;
+}
+
 class NotingService final : public AVService {
 public:
     NotingService(std::shared_ptr<AVService> channel, std::uint32_t displayID,
@@ -47,9 +53,11 @@ public:
     int readI2C(std::uint32_t chipAddress, std::uint32_t dataAddress, std::span<std::uint8_t> bytes) override
     {
         const int error = channel->readI2C(chipAddress, dataAddress, bytes);
-        const auto trouble = error == 0        ? troubleWith(bytes)
-                             : error == EPROTO ? std::optional(DisplayTrouble{Kind::unclear})
-                                               : std::optional(DisplayTrouble{Kind::silent, error});
+        const auto trouble =
+            error == 0 ? troubleWith(bytes)
+            : error == EPROTO
+                ? std::optional(DisplayTrouble{isNullMessage(bytes) ? Kind::withoutValue : Kind::unclear})
+                : std::optional(DisplayTrouble{Kind::silent, error});
         if (trouble)
             troubles->note(displayID, *trouble);
         else

@@ -19,7 +19,7 @@ struct DisplayTrouble {
         silent,         ///< the transfer failed
         busy,           ///< another program kept the channel
         unclear,        ///< something came that is no reply
-        withoutValue,   ///< the monitor says that it has no brightness to set
+        withoutValue,   ///< the monitor says that it has no brightness, or has nothing to say to that question
         implausible,    ///< a reply whose maximum is 0, or whose value exceeds it
         refusedWrite,   ///< the panel's file could not be written
         refusedService, ///< the file is not ours to write, and the login service did not either

@@ -14,7 +14,7 @@ constexpr char loadModule[] = "sudo modprobe i2c-dev\n"
                               "echo i2c-dev | sudo tee /etc/modules-load.d/lumenvale-i2c.conf";
 
 /// The rule is that of packaging/linux/60-lumenvale-i2c.rules.
-constexpr char grantAccess[] = R"(For whoever sits at the machine:
+constexpr char grantAccess[] = R"(# For whoever sits at the machine:
 sudo tee /etc/udev/rules.d/60-lumenvale-i2c.rules << 'END'
 ACTION=="remove", GOTO="lumenvale_end"
 SUBSYSTEM!="i2c-dev", GOTO="lumenvale_end"
@@ -26,7 +26,7 @@ LABEL="lumenvale_end"
 END
 sudo udevadm control --reload
 sudo udevadm trigger --subsystem-match=i2c-dev
-Or, for this user everywhere, where the files belong to the group i2c (then log in again):
+# Or, for this user everywhere, where the files belong to the group i2c (then log in again):
 sudo usermod -aG i2c "$USER")";
 
 /// A path that a sandbox keeps closed counts as missing.
@@ -89,15 +89,19 @@ std::optional<Finding> examineAccess(const DisplayRecords& known, const DisplayD
                        {},
                        "The kernel module i2c-dev is not loaded; without it no program can reach the monitors' "
                        "channels.",
-                       loadModule};
+                       loadModule,
+                       true};
     std::string closed;
     for (const std::filesystem::path& file : files) {
         if (!diagnosis.mayOpen(file))
             closed += (closed.empty() ? "" : ", ") + file.string();
     }
     if (!closed.empty())
-        return Finding{
-            Kind::problem, {}, "This user may not open the monitors' channels (" + closed + ").", grantAccess};
+        return Finding{Kind::problem,
+                       {},
+                       "This user may not open the monitors' channels (" + closed + ").",
+                       grantAccess,
+                       true};
     return Finding{Kind::good, {}, "The monitors' channels can be opened.", {}};
 }
 
