@@ -18,7 +18,7 @@ public:
 
     virtual ~Clock() = default;
 
-    /// Monotonic; does not advance while the machine sleeps.
+    /// Monotonic. It stands still while the machine sleeps on Linux, and goes on on a Mac.
     virtual TimePoint now() const = 0;
 
     /// The calendar's time.

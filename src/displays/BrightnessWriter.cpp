@@ -171,6 +171,8 @@ void BrightnessWriter::showOutcome(const std::string& id, const Outcome& outcome
     const std::string cause = outcome ? std::string() : causeOf(outcome.error(), *display);
     if (writeEnded)
         writeEnded(id, outcome.has_value());
+    if (!outcome && display->method == ControlMethod::unavailable)
+        return; // a refresh has found meanwhile that it cannot be controlled, and its status says why
     const bool isNewest = !hasNewerRequest(id); // else what was asked for since stays on show
     displays.modify([&](std::vector<DisplayInfo>& list) {
         DisplayInfo& shown = *findDisplay(list, id);

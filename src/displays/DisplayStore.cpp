@@ -27,16 +27,6 @@ std::vector<std::string> loadOrder(const UserDefaults& defaults)
     return mergedOrder(order, {});
 }
 
-std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
-{
-    std::vector<DisplayInfo> found;
-    for (const Screen& screen : screens.screens()) {
-        if (std::optional<DisplayInfo> made = makeDisplayInfo(screen))
-            found.push_back(std::move(*made));
-    }
-    return found;
-}
-
 } // namespace
 
 DisplayStore::DisplayStore(DisplayHardwareControlling& hardware, UserDefaults& defaults, ScreenSource& screens,
@@ -123,6 +113,8 @@ void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generati
 
 void DisplayStore::setOrder(std::vector<std::string> order)
 {
+    if (order == savedOrder)
+        return;
     savedOrder = std::move(order);
     defaults.set(displayOrderKey, PropertyArray(savedOrder.begin(), savedOrder.end()));
 }

@@ -2,6 +2,7 @@
 #include "displays/ScreenSource.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace lumenvale {
 
@@ -40,6 +41,16 @@ std::optional<DisplayInfo> makeDisplayInfo(const Screen& screen)
     display.logicalWidth = wholePoints(screen.frameWidth);
     display.logicalHeight = wholePoints(screen.frameHeight);
     return display;
+}
+
+std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
+{
+    std::vector<DisplayInfo> found;
+    for (const Screen& screen : screens.screens()) {
+        if (std::optional<DisplayInfo> made = makeDisplayInfo(screen))
+            found.push_back(std::move(*made));
+    }
+    return found;
 }
 
 } // namespace lumenvale

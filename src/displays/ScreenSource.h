@@ -54,4 +54,7 @@ public:
     virtual std::optional<std::uint32_t> displayAt(Point) { return std::nullopt; }
 };
 
+/// A new record for each connected screen that is a display, in the system's order.
+std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens);
+
 } // namespace lumenvale

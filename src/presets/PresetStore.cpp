@@ -45,7 +45,7 @@ PresetStore::PresetStore(UserDefaults& defaults) : defaults(defaults)
     failures = defaults.observeFailures([this](const std::string& words) {
         if (words.empty())
             persistenceError.setIfChanged(std::nullopt);
-        else
+        else if (hasSaved) // else it was not presets that could not be saved
             setPersistenceError(words);
     });
 }
@@ -144,6 +144,7 @@ void PresetStore::save()
     if (couldNotEncode)
         persistenceError.setIfChanged(std::nullopt);
     keepUnreadable();
+    hasSaved = true;
     defaults.set(presetsKey, PropertyValue(std::move(*data)));
 }
 

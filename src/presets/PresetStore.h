@@ -58,6 +58,7 @@ private:
     void announceShortcuts();
 
     UserDefaults& defaults;
+    bool hasSaved = false;           ///< since the start
     bool isUnencodable = false;      ///< the presets could not be encoded when they were last to be saved
     bool storedIsUnreadable = false; ///< what is stored did not decode and has not been copied aside
     Subscription failures;

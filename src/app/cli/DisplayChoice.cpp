@@ -54,16 +54,6 @@ tl::expected<std::size_t, std::string> chooseByName(const std::vector<Candidate>
     return tl::unexpected("There is no " + kind + " \"" + text + "\".");
 }
 
-std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens)
-{
-    std::vector<DisplayInfo> displays;
-    for (const Screen& screen : screens.screens()) {
-        if (auto display = makeDisplayInfo(screen))
-            displays.push_back(std::move(*display));
-    }
-    return displays;
-}
-
 tl::expected<std::vector<DisplayInfo>, std::string> chooseDisplays(std::vector<DisplayInfo> displays,
                                                                    const std::string& text)
 {

@@ -23,9 +23,6 @@ struct Candidate {
 tl::expected<std::size_t, std::string> chooseByName(const std::vector<Candidate>& candidates,
                                                     const std::string& text, const std::string& kind);
 
-/// The connected displays in the system's order, not yet inspected.
-std::vector<DisplayInfo> connectedDisplays(ScreenSource& screens);
-
 /// Names all displays.
 constexpr char allDisplays[] = "all";
 

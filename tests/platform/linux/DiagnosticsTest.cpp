@@ -61,7 +61,7 @@ TEST(LinuxDiagnostics, EachDisplayIsToldWhatIsWrongAndWhatWouldHelp)
          Kind::problem,
          "brightness of 120 on a scale that ends at 100"},
         {wired, nothing, "DP-1", unavailable, {{Trouble::busy}}, Kind::problem, "kept the monitor's channel busy"},
-        {wired, nothing, "DP-1", unavailable, {{Trouble::withoutValue}}, Kind::problem, "no brightness to set"},
+        {wired, nothing, "DP-1", unavailable, {{Trouble::withoutValue}}, Kind::problem, "gives no brightness"},
         {wired, nothing, "DP-1", unavailable, {{Trouble::unclear}}, Kind::problem, "not as DDC/CI does"},
         {laptop, addBacklight, "eDP-1", apple, {{Trouble::refusedService, EACCES}}, Kind::problem, "refuses to"},
         {laptop,
