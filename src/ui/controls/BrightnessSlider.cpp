@@ -79,7 +79,8 @@ void BrightnessSlider::show(const BrightnessRow& row)
     problem->setAccessibleDescription(error); // not the tooltip's markup
     slider->setAccessibleName(qString(display.name + " brightness"));
     // Without a problem to show, the status says why a display cannot be set.
-    const QString reason = canBeSet(shown) ? QString() : display.error ? error : qString(display.status);
+    const bool hasReason = !canBeSet(shown) && !shown.disabled;
+    const QString reason = !hasReason ? QString() : display.error ? error : qString(display.status);
     setToolTip(toolTipText(reason));
     setAccessibleDescription(reason);
     slider->setReason(reason);

@@ -24,7 +24,7 @@ class TextLabel;
 struct BrightnessRow {
     DisplayInfo display;
     std::string title; ///< shown instead of the display's name, unless empty
-    bool disabled = false;
+    bool disabled = false; ///< for a moment, for a reason that is not the display's
 
     bool operator==(const BrightnessRow& other) const = default;
 };

@@ -59,6 +59,7 @@ PresetLevels::PresetLevels(DisplayStore& store, PresetStore& presets, PresetEdit
     later.follow(store.displays);
     later.follow(presets.presets);
     later.follow(editor.activePresetID);
+    later.follow(editor.isPreparing);
 }
 
 QWidget* PresetLevels::makeHeading()
@@ -106,7 +107,8 @@ void PresetLevels::redraw()
 
 void PresetLevels::showLevel(BrightnessSlider& row, const DisplayInfo& display, const BrightnessPreset& preset)
 {
-    BrightnessRow shown{.display = display};
+    BrightnessRow shown{.display = display,
+                        .disabled = editor.isPreparing.get()}; // until then changes would be lost
     const auto level = preset.values.find(display.id);
     if (level != preset.values.end())
         shown.display.brightness = level->second;
