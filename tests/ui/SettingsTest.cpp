@@ -171,6 +171,13 @@ TEST_F(SettingsTest, APresetIsAddedEditedLiveRevertedAndDeleted)
     presets.update(changed);
     expectShown({"Not active", "Living room TV", "45.6% · Disconnected", "Disconnected display",
                  "Name of B (not in this preset)"});
+    store->setBrightness("B", 0.3);
+    editor.select(std::nullopt);
+    editor.select(PresetSelection{id});
+    turnLoop();
+    EXPECT_FALSE(slider(window, "A")->isEnabled()) << "a change now would be lost";
+    settle();
+    EXPECT_TRUE(slider(window, "A")->isEnabled());
     click(window, "Delete preset");
     expectShown({"Select a preset to activate & edit it or add a new one."});
 }
