@@ -14,7 +14,8 @@ namespace {
 
 constexpr char displayOrderKey[] = "displayOrder";
 constexpr auto screenChangeDelay = 700ms; // screens come and go in several steps
-constexpr auto wakeDelay = 1500ms;        // monitors take their time to answer again
+constexpr auto missedLevelsLast = 60s;
+constexpr auto wakeDelay = 1500ms; // monitors take their time to answer again
 
 std::vector<std::string> loadOrder(const UserDefaults& defaults)
 {
@@ -37,6 +38,7 @@ DisplayStore::DisplayStore(DisplayHardwareControlling& hardware, UserDefaults& d
     writer.writeEnded = [this](const std::string& id, bool isVerified) { monitor.writeEnded(id, isVerified); };
     writer.becameIdle = [this] { announceIfIdle(); };
     writer.obstacle = [this](const DisplayInfo& display) { return obstacle ? obstacle(display) : std::string(); };
+    late.answered = [this](std::vector<DisplayInfo> list) { show(std::move(list)); };
     monitor.changesSeen = [this](const std::vector<DisplayInfo>& changed) {
         if (brightnessObserved)
             brightnessObserved(changed);
@@ -102,7 +104,7 @@ void DisplayStore::publish(std::vector<DisplayInfo> found, std::int64_t generati
     found = sortedDisplays(std::move(found), savedOrder);
     writer.keepRequests(found);
     monitor.forgetFailedWrites();
-    displays.set(std::move(found));
+    show(std::move(found));
     if (generation != refreshGeneration)
         return; // an observer has asked for the next refresh
     late.watch(inspected);
@@ -139,7 +141,35 @@ void DisplayStore::setBrightness(const std::string& id, double value, bool force
     writer.setBrightness(id, value, force);
 }
 
-void DisplayStore::apply(const std::map<std::string, double>& levels) { writer.apply(levels); }
+void DisplayStore::apply(const std::map<std::string, double>& levels)
+{
+    applied = clock.now();
+    missedLevels = levels;
+    std::erase_if(missedLevels, [this](const auto& level) {
+        const DisplayInfo* known = display(level.first);
+        return !known || known->method != ControlMethod::unavailable;
+    });
+    writer.apply(levels);
+}
+
+/// Publishes the list; missed levels that can be written now are, and show at once, so that their preset stays
+/// active.
+void DisplayStore::show(std::vector<DisplayInfo> found)
+{
+    if (clock.now() - applied > missedLevelsLast)
+        missedLevels.clear();
+    std::map<std::string, double> levels;
+    for (DisplayInfo& each : found) {
+        if (each.method == ControlMethod::unavailable)
+            continue;
+        if (auto level = missedLevels.extract(each.id)) {
+            each.brightness = level.mapped();
+            levels.insert(std::move(level));
+        }
+    }
+    displays.set(std::move(found));
+    writer.apply(levels);
+}
 
 void DisplayStore::setLevel(const std::string& id, double level) { writer.setBrightness(id, level, true); }
 

@@ -86,7 +86,8 @@ public:
     Task<> pendingWritesFinished() override;
 
     /// Writes one display after another in display order, those of unknown brightness too. A level takes the place
-    /// of what was requested for its display and is not yet written; other levels of an earlier call are kept.
+    /// of what was requested for its display and is not yet written; other levels of an earlier call are kept. A
+    /// display that cannot be controlled now gets its level if it can be within a minute: a monitor may be waking.
     void apply(const std::map<std::string, double>& levels) override;
     void setLevel(const std::string& id, double level) override;
 
@@ -98,14 +99,17 @@ private:
     void setOrder(std::vector<std::string> order);
     bool isIdle() const;
     void announceIfIdle();
+    void show(std::vector<DisplayInfo> found);
 
     // The tasks come after what they use; fields are destroyed in reverse.
     DisplayHardwareControlling& hardware;
     UserDefaults& defaults;
     ScreenSource& screens;
     Clock& clock;
-    std::vector<std::string> savedOrder; ///< identifiers, also of displays that are not connected
-    std::int64_t refreshGeneration = 0;  ///< grows with each refresh
+    std::vector<std::string> savedOrder;        ///< identifiers, also of displays that are not connected
+    std::int64_t refreshGeneration = 0;         ///< grows with each refresh
+    std::map<std::string, double> missedLevels; ///< of the last `apply`, for displays without control
+    Clock::TimePoint applied;                   ///< when that was
     Signal<> idle;
     BrightnessWriter writer{hardware, clock, displays};
     BrightnessMonitor monitor{hardware, clock, screens, displays, isRefreshing, writer};

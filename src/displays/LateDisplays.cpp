@@ -18,7 +18,7 @@ constexpr auto givingWay = 250ms;
 } // namespace
 
 LateDisplays::LateDisplays(DisplayHardwareControlling& hardware, Clock& clock, ScreenSource& screens,
-                           Published<std::vector<DisplayInfo>>& displays, const BrightnessWriter& writer)
+                           const Published<std::vector<DisplayInfo>>& displays, const BrightnessWriter& writer)
     : hardware(hardware), clock(clock), screens(screens), displays(displays), writer(writer)
 {
 }
@@ -67,10 +67,10 @@ void LateDisplays::show(DisplayInfo found)
 {
     std::vector<DisplayInfo> list = displays.get();
     DisplayInfo* const shown = findDisplay(list, found.id);
-    if (!shown)
+    if (!shown || *shown == found)
         return;
     *shown = std::move(found);
-    displays.setIfChanged(std::move(list));
+    answered(std::move(list));
 }
 
 } // namespace lumenvale

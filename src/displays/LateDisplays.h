@@ -6,6 +6,7 @@
 #include "displays/BrightnessWriter.h"
 #include "displays/ScreenSource.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,12 @@ namespace lumenvale {
 
 class LateDisplays {
 public:
-    /// The references must outlive it. It replaces records in `displays` by what was found.
+    /// The references must outlive it.
     LateDisplays(DisplayHardwareControlling& hardware, Clock& clock, ScreenSource& screens,
-                 Published<std::vector<DisplayInfo>>& displays, const BrightnessWriter& writer);
+                 const Published<std::vector<DisplayInfo>>& displays, const BrightnessWriter& writer);
+
+    /// Called with `displays` as they are after an answer, to publish them. Set it before `watch`.
+    std::function<void(std::vector<DisplayInfo>)> answered;
 
     /// Asks those of `displays` that cannot be controlled about 2, 5, 10 and 30 seconds after `beginning`, each
     /// alone, until they can be. A display whose picture is off is left out, and a time that falls into a pause.
@@ -35,7 +39,7 @@ private:
     DisplayHardwareControlling& hardware;
     Clock& clock;
     ScreenSource& screens;
-    Published<std::vector<DisplayInfo>>& displays;
+    const Published<std::vector<DisplayInfo>>& displays;
     const BrightnessWriter& writer;
     bool isPaused = false;
     TaskHandle asking; ///< last: it uses the others

@@ -126,6 +126,13 @@ constexpr Scenario late[] = {
         dark D; wait 3000; lit D; system screensSleep; wait 10000 |
         wait 30000                |
         system screensWake; answering D; wait 2000; answers | D 50% found; > again D)"},
+    {"a level of a preset is written to a display that can be controlled within a minute, and later no more", R"(
+        plug D none; refresh; answers; apply D 0.7; apply D 0.8 | D — uncontrolled; list ABCD; order ABCD; > inspect A B C D
+        answering D; wait 2000; answers | D 80% verified; > again D; > set D 0.8
+        unplug D; plug D none; refresh; answers | D — uncontrolled; refresh done at 2000; > inspect A B C D
+        apply D 0.7; answering D; refresh; answers | D 70% verified; > inspect A B C D; > set D 0.7
+        unplug D; plug D none; refresh; answers | D — uncontrolled; > inspect A B C D
+        apply D 0.9; system screensSleep; wait 60001; answering D; refresh; answers | D 50% found; refresh done at 62001; > inspect A B C D)"},
 };
 
 constexpr Scenario monitoring[] = {

@@ -20,6 +20,10 @@ constexpr Scenario applying[] = {
     {"only the latest of several is applied", R"(
         set A 0.4; activate X; activate Y; activate Z; wait 90; answer
         wait 0; answers | A 70% verified; message Applied Y.; preparing no; > set A 0.7)"},
+    {"it reaches a display that answers late, and stays active", R"(
+        unplug B; plug B none; refresh; answers; activate X; answers; wait 0 | A 20% verified; B — uncontrolled; active X;
+            | message Applied X.; selected X; stored none X; tab presets; > inspect A B; > set A 0.2
+        answering B; wait 2000; answers; wait 1000 | B 30% verified; > again B; > set B 0.3)"},
     {"it holds while its own writes are under way, and is compared when they have ended", R"(
         activate X; set B 0.6 | A 20% applying; B 60.0% applying; active X; message Applied X.; selected X;
             | stored none X; tab presets; > set A 0.2
