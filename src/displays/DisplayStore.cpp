@@ -35,7 +35,11 @@ DisplayStore::DisplayStore(DisplayHardwareControlling& hardware, UserDefaults& d
     : hardware(hardware), defaults(defaults), screens(screens), clock(clock), savedOrder(loadOrder(defaults)),
       observers(events.subscribe([this](SystemEvent event) { receive(event); }))
 {
-    writer.writeEnded = [this](const std::string& id, bool isVerified) { monitor.writeEnded(id, isVerified); };
+    writer.writeEnded = [this](const std::string& id, bool isVerified) {
+        if (isVerified)
+            missedLevels.erase(id);
+        monitor.writeEnded(id, isVerified);
+    };
     writer.becameIdle = [this] { announceIfIdle(); };
     writer.obstacle = [this](const DisplayInfo& display) { return obstacle ? obstacle(display) : std::string(); };
     late.answered = [this](std::vector<DisplayInfo> list) { show(std::move(list)); };
@@ -138,6 +142,7 @@ void DisplayStore::setWindowVisible(bool visible) { monitor.setWindowVisible(vis
 
 void DisplayStore::setBrightness(const std::string& id, double value, bool force)
 {
+    missedLevels.erase(id);
     writer.setBrightness(id, value, force);
 }
 
@@ -145,10 +150,6 @@ void DisplayStore::apply(const std::map<std::string, double>& levels)
 {
     applied = clock.now();
     missedLevels = levels;
-    std::erase_if(missedLevels, [this](const auto& level) {
-        const DisplayInfo* known = display(level.first);
-        return !known || known->method != ControlMethod::unavailable;
-    });
     writer.apply(levels);
 }
 
@@ -160,7 +161,10 @@ void DisplayStore::show(std::vector<DisplayInfo> found)
         missedLevels.clear();
     std::map<std::string, double> levels;
     for (DisplayInfo& each : found) {
-        if (each.method == ControlMethod::unavailable)
+        const DisplayInfo* before = display(each.id);
+        const bool isBack =
+            each.method != ControlMethod::unavailable && before && before->method == ControlMethod::unavailable;
+        if (!isBack)
             continue;
         if (auto level = missedLevels.extract(each.id)) {
             each.brightness = level.mapped();
@@ -171,7 +175,11 @@ void DisplayStore::show(std::vector<DisplayInfo> found)
     writer.apply(levels);
 }
 
-void DisplayStore::setLevel(const std::string& id, double level) { writer.setBrightness(id, level, true); }
+void DisplayStore::setLevel(const std::string& id, double level)
+{
+    missedLevels.erase(id);
+    writer.setBrightness(id, level, true);
+}
 
 /// Nothing is being written, and the displays are known: the first refresh has been published.
 bool DisplayStore::isIdle() const

@@ -108,7 +108,7 @@ private:
     Clock& clock;
     std::vector<std::string> savedOrder;        ///< identifiers, also of displays that are not connected
     std::int64_t refreshGeneration = 0;         ///< grows with each refresh
-    std::map<std::string, double> missedLevels; ///< of the last `apply`, for displays without control
+    std::map<std::string, double> missedLevels; ///< of the last `apply`, not verified yet
     Clock::TimePoint applied;                   ///< when that was
     Signal<> idle;
     BrightnessWriter writer{hardware, clock, displays};

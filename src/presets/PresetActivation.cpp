@@ -149,10 +149,13 @@ void PresetActivation::deactivateIfDifferent(const std::vector<DisplayInfo>& sho
     const DisplayInfo* different = preset ? firstDifferent(shown, *preset) : nullptr;
     if (!different)
         return;
-    const bool isFailure = different->error && failed.contains(different->id);
-    activePresetID.set(std::nullopt);
-    if (!isFailure)
-        message.set("Brightness changed outside the preset. This preset is no longer active.");
+    const bool isTold = different->error && failed.contains(different->id);
+    const std::string words = different->error
+                                  ? different->name + ": " + *different->error
+                                  : "Brightness changed outside the preset. This preset is no longer active.";
+    activePresetID.set(std::nullopt); // its observers may replace the list
+    if (!isTold)
+        message.set(words);
 }
 
 void PresetActivation::restoreWhenShown(const std::optional<Uuid>& id)
