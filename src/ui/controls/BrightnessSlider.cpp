@@ -7,6 +7,8 @@
 #include "ui/controls/LevelSlider.h"
 #include "ui/look/KeyboardFocus.h"
 
+#include <utility>
+
 namespace lumenvale {
 
 namespace {
@@ -19,10 +21,11 @@ constexpr int symbolSize = 16;
 constexpr int smallSymbolSize = 12;
 constexpr int warningSize = 14;
 
-bool canBeSet(const BrightnessRow& row)
+bool isControllable(const DisplayInfo& display)
 {
-    return !row.disabled && row.display.method != ControlMethod::unavailable && row.display.brightness;
+    return display.method != ControlMethod::unavailable && display.brightness;
 }
+bool canBeSet(const BrightnessRow& row) { return !row.disabled && isControllable(row.display); }
 
 } // namespace
 
@@ -79,16 +82,19 @@ void BrightnessSlider::show(const BrightnessRow& row)
     problem->setAccessibleDescription(error); // not the tooltip's markup
     slider->setAccessibleName(qString(display.name + " brightness"));
     // Without a problem to show, the status says why a display cannot be set.
-    const bool hasReason = !canBeSet(shown) && !shown.disabled;
-    const QString reason = !hasReason ? QString() : display.error ? error : qString(display.status);
+    const QString reason = isControllable(display) ? QString() : display.error ? error : qString(display.status);
     setToolTip(toolTipText(reason));
     setAccessibleDescription(reason);
     slider->setReason(reason);
     slider->setFixedHeight(reason.isEmpty() ? controlsHeight : reasonHeight);
     slider->setAccessibleDescription(display.error ? error : reason);
+    if (shown.disabled && slider->hasFocus())
+        returnsFocus = true;
     if (!canBeSet(shown))
         passFocus(*this, *window());
     slider->setEnabled(canBeSet(shown));
+    if (!shown.disabled && std::exchange(returnsFocus, false) && window()->focusWidget() == window())
+        slider->setFocus(Qt::OtherFocusReason);
     slider->setStep(stepSize(display));
     const bool isObstacleShown = canBeSet(shown) && display.error && display.isErrorExplained;
     obstacle->setText(isObstacleShown ? error : QString());

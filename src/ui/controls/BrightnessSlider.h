@@ -23,7 +23,7 @@ class TextLabel;
 /// What a row shows.
 struct BrightnessRow {
     DisplayInfo display;
-    std::string title; ///< shown instead of the display's name, unless empty
+    std::string title;     ///< shown instead of the display's name, unless empty
     bool disabled = false; ///< for a moment, for a reason that is not the display's
 
     bool operator==(const BrightnessRow& other) const = default;
@@ -56,6 +56,7 @@ private:
 
     BrightnessRow shown;
     bool isShowing = false;
+    bool returnsFocus = false; ///< the slider had it when the row was disabled for a moment
     SymbolLabel* symbol;
     ElidedLabel* title;
     SymbolLabel* problem;
