@@ -22,6 +22,7 @@ struct FakeI2cDriver final : I2cDriver {
     int openError = 0;
     int busyLocks = 0;     ///< how many attempts to lock still fail
     int transferError = 0; ///< of every combined transfer
+    int damagedReads = 0;  ///< how many EDIDs still arrive with a wrong byte
 
     tl::expected<FileDescriptor, int> open(int adapterNumber) override
     {
@@ -66,6 +67,8 @@ private:
             std::copy_n(reply.begin(), std::min(reply.size(), message.bytes.size()), message.bytes.begin());
         if (message.isRead && message.address == 0x50)
             std::copy_n(monitors[bus].begin(), message.bytes.size(), message.bytes.begin());
+        if (message.isRead && message.address == 0x50 && damagedReads > 0 && damagedReads-- > 0)
+            message.bytes[20] ^= 1;
         return 0;
     }
 

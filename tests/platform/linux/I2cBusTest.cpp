@@ -3,6 +3,7 @@
 #include "FakeSysfs.h"
 #include "support/FakeHardwareAccess.h"
 
+#include "platform/linux/displays/DisplayTroubles.h"
 #include "platform/linux/displays/I2cBus.h"
 
 #include <gtest/gtest.h>
@@ -56,6 +57,11 @@ TEST_F(I2cBusTest, OneLockIsHeldFromTheRequestToTheReplyAndNothingIsDoneOnABusyB
     EXPECT_TRUE(isFailure({0x6E, 0x80, 0xBE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF})) << "a null message";
     EXPECT_TRUE(isFailure(sealed({0x6E, 0x88, 0x02, 0x00, 0x12, 0, 0, 100, 0, 50}))) << "somebody else's";
     EXPECT_FALSE(isFailure(luminanceReply(100, 50)) || isFailure({0x6E, 0x88, 0x02, 0x01, 0x10})) << "unsupported";
+    const auto troubles = std::make_shared<DisplayTroubles>();
+    const auto noting = notingTroubles(std::shared_ptr<AVService>(&bus, [](AVService*) {}), 7, troubles);
+    driver->reply = {0x6E, 0x80, 0xBE};
+    EXPECT_EQ(noting->readI2C(0x37, 0x51, std::span(buffer).first(11)), EPROTO);
+    EXPECT_EQ(troubles->of(7)->kind, DisplayTrouble::Kind::withoutValue);
     hold.reset();
     takeLog();
     driver->busyLocks = 2;

@@ -101,6 +101,10 @@ struct RoutesOf {
 
 TEST(LinuxRoutes, EachMonitorIsReachedByTheBusThatIsProvenToBeItsOwn)
 {
+    const FakeSysfs disturbed("nvidia DP-1=S; 1 S NVIDIA i2c adapter 1");
+    RoutesOf disturbedRoutes(disturbed);
+    disturbedRoutes.driver->damagedReads = 2;
+    EXPECT_TRUE(disturbedRoutes.find().at("DP-1").service);
     for (const auto& machine : machines) {
         const FakeSysfs system(machine.machine);
         RoutesOf routes(system);

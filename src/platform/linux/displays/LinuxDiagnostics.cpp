@@ -27,7 +27,7 @@ END
 sudo udevadm control --reload
 sudo udevadm trigger --subsystem-match=i2c-dev
 # Or, for this user everywhere, where the files belong to the group i2c (then log in again):
-sudo usermod -aG i2c "$USER")";
+# sudo usermod -aG i2c "$USER")";
 
 /// A path that a sandbox keeps closed counts as missing.
 bool isPresent(const std::filesystem::path& path) { return !resolved(path).empty(); }

@@ -93,7 +93,9 @@ struct Search {
             return tl::unexpected(EAGAIN);
         isBusy = isBusy || !hold;
         tl::expected<EdidBlock, int> block = bus.readEdid();
-        for (int left = ifBusy == IfBusy::wait ? 2 : 0; left > 0 && isDisturbed(block); --left) {
+        // Of buses that may be empty only what a monitor has sent.
+        const int repeats = ifBusy == IfBusy::wait || block ? 2 : 0;
+        for (int left = repeats; left > 0 && isDisturbed(block); --left) {
             wait.pause(std::chrono::milliseconds(20));
             block = wait.stopping.isCancelled() ? tl::unexpected(ECANCELED) : bus.readEdid();
         }
