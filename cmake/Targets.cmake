@@ -8,7 +8,8 @@ target_compile_options(lumenvale_options INTERFACE
   # GCC 12, optimising, sees overlapping and overlong copies where texts are joined (GCC bug 105651); with precompiled
   # headers it forgets that they happen in the standard library.
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow>
-  # A tenth of its time, GCC looks for memory to use again. Joined sources need 1 GiB without that, and 0.8 with it.
+  # GCC spends a tenth of its time looking for memory that it can use again. Without that a joined source needs 1 GiB
+  # instead of 0.8.
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:--param=ggc-min-heapsize=524288>
   # In continuous integration only (see CMakePresets.json): warnings of compilers and of Qts that the project has not met
   # yet must not stop anybody's build. It has not met a Mac's.

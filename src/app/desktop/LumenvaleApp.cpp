@@ -144,7 +144,7 @@ int LumenvaleApp::runApplication(const std::string& folder, int& argc, char** ar
             delegate.showUnlessVisible();
     });
     const int status = QApplication::exec();
-    requests.reset(); // who asks from now on waits for the lock
+    requests.reset(); // a copy that is started from now on waits for the lock
     delegate.applicationWillTerminate();
     return status;
 }

@@ -2,7 +2,6 @@
 #include "platform/posix/RequestChannel.h"
 
 #include <array>
-#include <cerrno>
 #include <climits>
 #include <csignal>
 #include <fcntl.h>
@@ -66,11 +65,10 @@ bool sendRequest(const std::string& folder, std::string_view line, std::chrono::
     const auto deadline = std::chrono::steady_clock::now() + patience;
     for (;;) {
         const FileDescriptor pipe(::open(pipePath(folder).c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
-        if (pipe.isOpen())
-            return isPipe(pipe.get()) &&
-                   ::write(pipe.get(), message.data(), message.size()) == ssize_t(message.size());
-        const bool isStarting = errno == ENXIO || errno == ENOENT; // no reader, or no pipe, as yet
-        if (!isStarting || std::chrono::steady_clock::now() >= deadline)
+        if (pipe.isOpen() && isPipe(pipe.get()) &&
+            ::write(pipe.get(), message.data(), message.size()) == ssize_t(message.size()))
+            return true;
+        if (std::chrono::steady_clock::now() >= deadline) // no reader, no pipe, or a full one
             return false;
         std::this_thread::sleep_for(pauseBetweenAttempts);
     }
